@@ -1,0 +1,12 @@
+# Third-party libraries, all from Debian 12; docs/architecture.md says why each.
+find_package(PkgConfig REQUIRED)
+find_package(EXPAT REQUIRED)
+find_package(simdjson REQUIRED)
+find_package(ICU REQUIRED COMPONENTS uc i18n)
+find_package(Threads REQUIRED)
+if(SPURKISTE_PRUEFUNGEN)
+  find_package(GTest REQUIRED)
+endif()
+if(SPURKISTE_MESSUNGEN)
+  find_package(benchmark REQUIRED)
+endif()

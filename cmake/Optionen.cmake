@@ -1,0 +1,45 @@
+# Options and the flags that every target of the project gets.
+option(SPURKISTE_PRUEFUNGEN "Build the tests and the fuzz targets" ON)
+option(SPURKISTE_MESSUNGEN "Build the benchmarks" OFF)
+option(SPURKISTE_FUZZ "Build the fuzz targets against libFuzzer (needs clang)" OFF)
+set(SPURKISTE_SANITIZER "" CACHE STRING "Sanitizers for every target, as in -fsanitize=")
+
+# NDEBUG stays undefined in every configuration: a wrong call is a bug, and assert says so.
+set(CMAKE_CXX_FLAGS_RELEASE "-O2 -g1")
+set(CMAKE_CXX_FLAGS_DEBUG "-O0 -g")
+
+add_library(spurkiste_flags INTERFACE)
+target_compile_options(spurkiste_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+target_include_directories(spurkiste_flags INTERFACE ${CMAKE_SOURCE_DIR}/src)
+if(SPURKISTE_SANITIZER)
+  add_compile_options(-fsanitize=${SPURKISTE_SANITIZER} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${SPURKISTE_SANITIZER})
+endif()
+if(SPURKISTE_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
+find_program(SPURKISTE_CCACHE ccache)
+if(SPURKISTE_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${SPURKISTE_CCACHE})
+endif()
+
+# spurkiste_bibliothek(name SOURCES ... KENNT ... NUTZT ...): one floor of the house.
+# KENNT are the floors below, part of its interface; NUTZT are third-party libraries hidden behind its sources.
+function(spurkiste_bibliothek name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;KENNT;NUTZT" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  target_link_libraries(${name} PUBLIC ${ARG_KENNT} PRIVATE spurkiste_flags ${ARG_NUTZT})
+  target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
+endfunction()
+
+# spurkiste_test(name SOURCES ... LINKT ...): one GoogleTest program; every case is a test of its own in ctest.
+function(spurkiste_test name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKT" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE spurkiste_flags ${ARG_LINKT} GTest::gmock GTest::gtest_main)
+  target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+  add_test(NAME ${name} COMMAND ${name})
+  set_tests_properties(${name} PROPERTIES TIMEOUT 300 ENVIRONMENT "SPURKISTE_RESSOURCEN=${CMAKE_SOURCE_DIR}/resources")
+endfunction()

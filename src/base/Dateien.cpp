@@ -1,0 +1,216 @@
+#include "base/Dateien.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <random>
+#include <system_error>
+#include <utility>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace spurkiste::dateien {
+
+namespace {
+
+std::system_error systemfehler(int nummer) {
+    return {nummer, std::generic_category()};
+}
+
+std::size_t punktVorEndung(std::string_view name) {
+    const auto punkt = name.rfind('.');
+    return punkt == 0 || punkt == std::string_view::npos ? name.size() : punkt;
+}
+
+/// A name in the target's folder that nobody else uses: opened exclusively, with the permissions a new file gets.
+int oeffneVorlaeufig(const std::string& ziel, std::string& name) {
+    constexpr int versuche = 100;
+    std::random_device zufall;
+    for (int i = 0; i < versuche; ++i) {
+        name = ziel + "." + std::to_string(zufall()) + ".tmp";
+        const int nummer = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        if (nummer >= 0 || errno != EEXIST) {
+            return nummer;
+        }
+    }
+    return -1;
+}
+
+}  // namespace
+
+std::optional<Angaben> angaben(const std::string& pfad) {
+    struct stat zustand {};
+    if (::stat(pfad.c_str(), &zustand) != 0 || !S_ISREG(zustand.st_mode)) {
+        return std::nullopt;
+    }
+    return Angaben{zustand.st_size, Zeitpunkt::ausUnix(zustand.st_mtim.tv_sec, zustand.st_mtim.tv_nsec)};
+}
+
+bool gibtEs(const std::string& pfad) {
+    struct stat zustand {};
+    return ::stat(pfad.c_str(), &zustand) == 0;
+}
+
+std::vector<std::string> liste(const std::string& ordner) {
+    const std::unique_ptr<DIR, int (*)(DIR*)> strom(::opendir(ordner.c_str()), &::closedir);
+    if (!strom) {
+        throw systemfehler(errno);
+    }
+    std::vector<std::string> namen;
+    for (;;) {
+        errno = 0;
+        const dirent* eintrag = ::readdir(strom.get());  // one stream per call: no other thread sees it
+        if (eintrag == nullptr) {
+            break;
+        }
+        const std::string_view name = static_cast<const char*>(eintrag->d_name);
+        if (name != "." && name != "..") {
+            namen.emplace_back(name);
+        }
+    }
+    if (errno != 0) {
+        throw systemfehler(errno);
+    }
+    return namen;
+}
+
+void erstelleOrdner(const std::string& ordner) {
+    std::error_code fehler;
+    std::filesystem::create_directories(ordner, fehler);
+    if (fehler) {
+        throw std::system_error(fehler);
+    }
+    if (!std::filesystem::is_directory(ordner, fehler)) {
+        throw systemfehler(fehler ? fehler.value() : ENOTDIR);
+    }
+}
+
+std::string absolut(const std::string& pfad) {
+    std::string roh = std::filesystem::absolute(pfad).native();
+    std::string ergebnis;
+    std::string_view rest = roh;
+    while (!rest.empty()) {
+        const auto teil = rest.substr(0, rest.find('/'));
+        if (!teil.empty() && teil != ".") {
+            ergebnis.append("/").append(teil);
+        }
+        rest.remove_prefix(std::min(rest.size(), teil.size() + 1));
+    }
+    return ergebnis.empty() ? "/" : ergebnis;
+}
+
+std::string_view letzterTeil(std::string_view pfad) {
+    const auto strich = pfad.rfind('/');
+    return strich == std::string_view::npos ? pfad : pfad.substr(strich + 1);
+}
+
+std::string_view endung(std::string_view name) {
+    const auto punkt = punktVorEndung(name);
+    return punkt == name.size() ? std::string_view() : name.substr(punkt + 1);
+}
+
+std::string_view ohneEndung(std::string_view name) {
+    return name.substr(0, punktVorEndung(name));
+}
+
+std::optional<Leser> Leser::oeffne(const std::string& pfad) {
+    struct stat zustand {};
+    // Asked before opening, since opening a device may do something, and again afterwards, since the path may by
+    // then lead elsewhere. O_NONBLOCK keeps a FIFO that slipped in between from waiting for its writer.
+    if (::stat(pfad.c_str(), &zustand) != 0 || !S_ISREG(zustand.st_mode)) {
+        return std::nullopt;
+    }
+    const int nummer = ::open(pfad.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    if (nummer < 0) {
+        return std::nullopt;
+    }
+    Leser leser(nummer);
+    if (::fstat(nummer, &zustand) != 0 || !S_ISREG(zustand.st_mode)) {
+        return std::nullopt;
+    }
+    return leser;
+}
+
+Leser::Leser(Leser&& anderer) noexcept : nummer_(std::exchange(anderer.nummer_, -1)) {}
+
+Leser::~Leser() {
+    if (nummer_ >= 0) {
+        ::close(nummer_);
+    }
+}
+
+std::size_t Leser::lies(std::span<char> puffer) {
+    std::size_t gelesen = 0;
+    while (gelesen < puffer.size()) {
+        const ssize_t anzahl = ::read(nummer_, puffer.data() + gelesen, puffer.size() - gelesen);
+        if (anzahl < 0 && errno == EINTR) {
+            continue;
+        }
+        if (anzahl <= 0) {
+            break;
+        }
+        gelesen += static_cast<std::size_t>(anzahl);
+    }
+    return gelesen;
+}
+
+std::size_t Leser::groesse() const {
+    struct stat zustand {};
+    return ::fstat(nummer_, &zustand) == 0 ? static_cast<std::size_t>(zustand.st_size) : 0;
+}
+
+std::optional<std::string> liesGanz(const std::string& pfad) {
+    auto leser = Leser::oeffne(pfad);
+    if (!leser) {
+        return std::nullopt;
+    }
+    std::string inhalt(leser->groesse(), '\0');
+    inhalt.resize(leser->lies(inhalt));
+    return inhalt;
+}
+
+AtomareDatei::AtomareDatei(std::string ziel) : ziel_(std::move(ziel)) {
+    nummer_ = oeffneVorlaeufig(ziel_, vorlaeufig_);
+    if (nummer_ < 0) {
+        throw systemfehler(errno);
+    }
+}
+
+AtomareDatei::~AtomareDatei() {
+    if (nummer_ >= 0) {
+        ::close(nummer_);
+    }
+    if (!vorlaeufig_.empty()) {
+        ::unlink(vorlaeufig_.c_str());
+    }
+}
+
+void AtomareDatei::schreibe(std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t anzahl = ::write(nummer_, bytes.data(), bytes.size());
+        if (anzahl < 0) {
+            if (errno == EINTR) {
+                continue;
+            }
+            throw systemfehler(errno);
+        }
+        bytes.remove_prefix(static_cast<std::size_t>(anzahl));
+    }
+}
+
+void AtomareDatei::uebernimm() {
+    if (::close(std::exchange(nummer_, -1)) != 0) {
+        throw systemfehler(errno);
+    }
+    if (std::rename(vorlaeufig_.c_str(), ziel_.c_str()) != 0) {
+        throw systemfehler(errno);
+    }
+    vorlaeufig_.clear();
+}
+
+}  // namespace spurkiste::dateien

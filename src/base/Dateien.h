@@ -1,0 +1,101 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/Zeitpunkt.h"
+
+/// Files and folders of the system, by absolute path in the system's own bytes (UTF-8 or not). Failures that a caller
+/// must tell apart travel as std::system_error. Every function may be called from any thread.
+namespace spurkiste::dateien {
+
+/// What the library wants to know of a file without opening it.
+struct Angaben {
+    std::int64_t groesse = 0;  ///< bytes
+    Zeitpunkt geaendert;       ///< time of the last change of the content
+};
+
+/// Size and date of a regular file, through symbolic links. Nothing for everything else (folders, FIFOs, sockets,
+/// devices, dangling links) and when the system does not say.
+[[nodiscard]] std::optional<Angaben> angaben(const std::string& pfad);
+
+/// Whether anything, of any kind, is at the path; a dangling symbolic link counts as nothing.
+[[nodiscard]] bool gibtEs(const std::string& pfad);
+
+/// The names of the direct children, "." and ".." left out, hidden ones and those that are not UTF-8 included, in the
+/// order of the system. Throws std::system_error when the folder cannot be listed.
+[[nodiscard]] std::vector<std::string> liste(const std::string& ordner);
+
+/// Creates the folder and its missing parents; an existing folder is no error.
+/// Throws std::system_error when afterwards there is no folder at the path.
+void erstelleOrdner(const std::string& ordner);
+
+/// The path made absolute against the working directory, without "." and doubled or closing slashes. Symbolic links
+/// stay, and so does "..", since it may lead through one.
+[[nodiscard]] std::string absolut(const std::string& pfad);
+
+/// The last component of a path ("/a/b.gpx" gives "b.gpx").
+[[nodiscard]] std::string_view letzterTeil(std::string_view pfad);
+
+/// The extension of a name without its dot ("gpx"), as written. Empty without a dot, and for a name whose only dot is
+/// its first character (".gpx" is a hidden name without an extension).
+[[nodiscard]] std::string_view endung(std::string_view name);
+
+/// The name without its extension and the dot before it.
+[[nodiscard]] std::string_view ohneEndung(std::string_view name);
+
+/// An open regular file, read from its start. Opening never blocks, whatever lies at the path.
+class Leser {
+  public:
+    /// Nothing when the file cannot be opened or is no regular file.
+    [[nodiscard]] static std::optional<Leser> oeffne(const std::string& pfad);
+
+    Leser(Leser&& anderer) noexcept;
+    Leser& operator=(Leser&&) = delete;
+    Leser(const Leser&) = delete;
+    Leser& operator=(const Leser&) = delete;
+    ~Leser();
+
+    /// Fills the buffer from the current position and returns how many bytes came: fewer than asked only at the end
+    /// of the file or when reading failed, which callers treat alike.
+    [[nodiscard]] std::size_t lies(std::span<char> puffer);
+
+    /// The size now, in bytes; it may change while somebody writes.
+    [[nodiscard]] std::size_t groesse() const;
+
+  private:
+    explicit Leser(int nummer) : nummer_(nummer) {}
+    int nummer_;
+};
+
+/// The whole content of a regular file. Nothing when it cannot be read.
+[[nodiscard]] std::optional<std::string> liesGanz(const std::string& pfad);
+
+/// A file that appears whole or not at all: written under a temporary name in the same folder, then moved over the
+/// old one. Without uebernimm() the destructor removes the temporary file and the old file stays as it was.
+class AtomareDatei {
+  public:
+    /// Throws std::system_error when the folder cannot be written.
+    explicit AtomareDatei(std::string ziel);
+    AtomareDatei(const AtomareDatei&) = delete;
+    AtomareDatei& operator=(const AtomareDatei&) = delete;
+    ~AtomareDatei();
+
+    /// Appends bytes. Throws std::system_error (disk full, quota).
+    void schreibe(std::string_view bytes);
+
+    /// Puts the file in place. Throws std::system_error; the old file is then unchanged. To be called once.
+    void uebernimm();
+
+  private:
+    std::string ziel_;
+    std::string vorlaeufig_;
+    int nummer_ = -1;
+};
+
+}  // namespace spurkiste::dateien

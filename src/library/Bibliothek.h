@@ -1,0 +1,96 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "base/Ausfuehrer.h"
+#include "base/Veroeffentlicht.h"
+#include "platform/Einstellungen.h"
+#include "platform/Systemumgebung.h"
+#include "track/GpxMetadaten.h"
+
+namespace spurkiste {
+
+/// The library of the run: a folder, the records of its GPX files, and what there is to say about them. One object
+/// per run, bound to the main thread; only the reading of files happens on the workers. Ending it drops whatever is
+/// still being read.
+class Bibliothek {
+  public:
+    /// What the library needs from outside; everything must outlive it.
+    struct Anschluesse {
+        Einstellungen& einstellungen;     ///< the settings of this program
+        const Einstellungen* altbestand;  ///< the settings of its predecessor, only read; may be null
+        const Systemumgebung& umgebung;
+        Ausfuehrer& hauptfaden;  ///< runs tasks on the main thread
+        Ausfuehrer& arbeiter;    ///< runs tasks anywhere, several at once
+        bool mitCache = true;    ///< false: the cache file is neither read nor written
+    };
+
+    /// The records in library order: while a load runs the cached ones, then the others as they were read; afterwards
+    /// by path.
+    using Eintraege = std::vector<Eintrag>;
+
+    /// Called on the main thread when an operation has ended, whatever its outcome. May be empty.
+    using Fertig = std::function<void()>;
+
+    /// Chooses the folder from the settings: the program's own, else the predecessor's (which is then taken over),
+    /// else "GPX-Bibliothek" on the archive volume or in the user's documents. Touches no file of the library.
+    /// Throws std::runtime_error when the default is needed and the user has no documents folder.
+    explicit Bibliothek(const Anschluesse& anschluesse);
+
+    /// On a given folder, for this run only; the settings are not asked and not changed. Relative paths are made
+    /// absolute.
+    Bibliothek(const Anschluesse& anschluesse, const std::string& ordner);
+
+    Bibliothek(const Bibliothek&) = delete;
+    Bibliothek& operator=(const Bibliothek&) = delete;
+    ~Bibliothek();
+
+    /// Reads the folder anew: unchanged files from the cache at once, all others on the workers, one change of
+    /// `eintraege` each; at the end the list is sorted, labelled and cached. Failures end in `hinweis`.
+    void lade(Fertig fertig = {});
+
+    [[nodiscard]] const Veroeffentlicht<Eintraege>& eintraege() const { return eintraege_; }
+    /// True while at least one run of reading is active.
+    [[nodiscard]] const Veroeffentlicht<bool>& laedt() const { return laedt_; }
+    /// The notice for the user, one line; absent when there is none.
+    [[nodiscard]] const Veroeffentlicht<std::optional<std::string>>& hinweis() const { return hinweis_; }
+    /// The library folder, an absolute path.
+    [[nodiscard]] const Veroeffentlicht<std::string>& ordner() const { return ordner_; }
+    /// How many files the active runs have still to read.
+    [[nodiscard]] const Veroeffentlicht<std::size_t>& ausstehend() const { return ausstehend_; }
+
+    /// The records sorted by path (Unicode scalar values after canonical composition, stable) and with the labels of
+    /// their start and finish spots, which name all records together. A record whose labels stay is the same object.
+    [[nodiscard]] static Eintraege mitOrtsEtiketten(Eintraege eintraege);
+
+  private:
+    struct Lauf;
+
+    void parseUndHaengeAn(const std::vector<std::string>& dateien, std::int64_t generation, Fertig fertig);
+    void lande(Lauf& lauf, std::optional<GpxMetadaten> ergebnis);
+    void beendeLauf(const Lauf& lauf);
+    void fuegeEin(GpxMetadaten eintrag);
+    void setzeEintraege(Eintraege eintraege);
+    void speichereCache() const;
+
+    Anschluesse anschluesse_;
+    Veroeffentlicht<Eintraege> eintraege_{{}};
+    Veroeffentlicht<bool> laedt_{false};
+    Veroeffentlicht<std::optional<std::string>> hinweis_{std::nullopt};
+    Veroeffentlicht<std::string> ordner_{{}};
+    Veroeffentlicht<std::size_t> ausstehend_{0};
+    std::int64_t generation_ = 0;
+    std::int64_t ladeLaeufe_ = 0;
+    std::unordered_map<std::string, std::size_t> stelleVon_;  // position in eintraege_ by path
+    std::shared_ptr<const bool> lebt_;                        // what is still under way holds it weakly
+};
+
+}  // namespace spurkiste

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "track/GpxMetadaten.h"
+
+namespace spurkiste {
+
+/// The records that a library folder keeps between runs, by path, in one JSON file inside the folder. A plain value.
+struct Cache {
+    /// The only format version that is read and written.
+    static constexpr std::int64_t kVersion = 3;
+    /// The file's name inside the library folder.
+    static constexpr std::string_view kDateiname = ".spurkiste-cache.json";
+
+    std::int64_t version = kVersion;
+    std::unordered_map<std::string, Eintrag> eintraege;  ///< by `pfad`
+
+    /// The stored record of the file at `pfad` when size and date on disk still match it: the same size, the date
+    /// less than one second away. Nothing in every doubt. Asks the system once per call.
+    [[nodiscard]] Eintrag passend(const std::string& pfad) const;
+
+    /// Reads the cache of a folder. Empty when the file is missing, unreadable, malformed, of another version, or
+    /// holds a single record that does not decode.
+    [[nodiscard]] static Cache liesAus(const std::string& ordner);
+
+    /// The cache in a JSON text; nothing when it is malformed, lacks a member, or a single record does not decode.
+    /// A version other than kVersion is not an error here.
+    [[nodiscard]] static std::optional<Cache> ausJson(std::string json);
+
+    /// Writes the records as the folder's cache file, atomically; of records with the same path the last one counts.
+    /// Records whose path is not UTF-8 have no place in JSON and are left out. Returns whether the file was written;
+    /// when not (folder not writable, disk full, a number that is not finite) the old file stays as it was.
+    static bool schreibeNach(const std::string& ordner, std::span<const Eintrag> eintraege);
+};
+
+}  // namespace spurkiste

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// The read-only files that come with the program: the place list, the language table.
+namespace spurkiste::ressourcen {
+
+/// Names the folder to look in first. To be called before the first finde(), from the main thread.
+void setzeOrdner(std::string ordner);
+
+/// The path of the resource "name.endung". Looked for in this order: the folder of setzeOrdner(), the folder that the
+/// environment variable SPURKISTE_RESSOURCEN names, "../share/spurkiste" beside the folder of the running program,
+/// the installed place. Nothing when none of them holds it. Any thread once setzeOrdner() is over.
+[[nodiscard]] std::optional<std::string> finde(std::string_view name, std::string_view endung);
+
+}  // namespace spurkiste::ressourcen

@@ -1,0 +1,92 @@
+#include "platform/posix/DateiEinstellungen.h"
+
+#include <cstdlib>
+#include <system_error>
+#include <utility>
+
+#include "base/Dateien.h"
+
+namespace spurkiste {
+
+namespace {
+
+std::string maskiere(std::string_view wert) {
+    std::string zeile;
+    for (const char zeichen : wert) {
+        if (zeichen == '\\') {
+            zeile += "\\\\";
+        } else if (zeichen == '\n') {
+            zeile += "\\n";
+        } else {
+            zeile += zeichen;
+        }
+    }
+    return zeile;
+}
+
+std::string demaskiere(std::string_view zeile) {
+    std::string wert;
+    for (std::size_t i = 0; i < zeile.size(); ++i) {
+        if (zeile[i] == '\\' && i + 1 < zeile.size()) {
+            ++i;
+            wert += zeile[i] == 'n' ? '\n' : zeile[i];
+        } else {
+            wert += zeile[i];
+        }
+    }
+    return wert;
+}
+
+}  // namespace
+
+DateiEinstellungen::DateiEinstellungen(std::string pfad) : pfad_(std::move(pfad)) {
+    liesDatei();
+}
+
+void DateiEinstellungen::liesDatei() {
+    const auto inhalt = dateien::liesGanz(pfad_).value_or("");
+    std::string_view rest = inhalt;
+    while (!rest.empty()) {
+        const auto zeile = rest.substr(0, rest.find('\n'));
+        if (const auto gleich = zeile.find('='); gleich != std::string_view::npos) {
+            werte_[std::string(zeile.substr(0, gleich))] = demaskiere(zeile.substr(gleich + 1));
+        }
+        rest.remove_prefix(std::min(rest.size(), zeile.size() + 1));
+    }
+}
+
+std::optional<std::string> DateiEinstellungen::lies(std::string_view schluessel) const {
+    const auto stelle = werte_.find(schluessel);
+    return stelle == werte_.end() ? std::nullopt : std::optional(stelle->second);
+}
+
+void DateiEinstellungen::schreibe(std::string_view schluessel, std::string_view wert) {
+    liesDatei();  // another window of another process may have written since
+    werte_.insert_or_assign(std::string(schluessel), std::string(wert));
+    try {
+        const auto name = dateien::letzterTeil(pfad_);
+        dateien::erstelleOrdner(pfad_.substr(0, pfad_.size() - name.size()));
+        dateien::AtomareDatei datei(pfad_);
+        for (const auto& [s, w] : werte_) {
+            datei.schreibe(s + "=" + maskiere(w) + "\n");
+        }
+        datei.uebernimm();
+    } catch (const std::system_error&) {
+        // A read-only home is no reason to stop: the value holds for this run.
+        return;
+    }
+}
+
+std::optional<std::string> DateiEinstellungen::ortDerSuite(std::string_view suite) {
+    std::string ordner;
+    if (const char* xdg = std::getenv("XDG_CONFIG_HOME"); xdg != nullptr && *xdg == '/') {
+        ordner = xdg;
+    } else if (const char* heim = std::getenv("HOME"); heim != nullptr && *heim == '/') {
+        ordner = std::string(heim) + "/.config";
+    } else {
+        return std::nullopt;
+    }
+    return ordner.append("/").append(suite).append("/einstellungen.conf");
+}
+
+}  // namespace spurkiste

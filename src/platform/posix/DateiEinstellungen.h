@@ -1,0 +1,36 @@
+#pragma once
+
+#include <map>
+#include <string>
+
+#include "platform/Einstellungen.h"
+
+namespace spurkiste {
+
+/// Settings in one text file, a line "key=value" each: "\\" and "\n" inside a value are written as backslash
+/// sequences. Read once; every change is written at once and atomically, so that programs that run side by side
+/// never see half a file.
+class DateiEinstellungen final : public Einstellungen {
+  public:
+    /// `pfad` is the file; it need not exist and its folders are made at the first change.
+    explicit DateiEinstellungen(std::string pfad);
+
+    [[nodiscard]] std::optional<std::string> lies(std::string_view schluessel) const override;
+    void schreibe(std::string_view schluessel, std::string_view wert) override;
+
+    /// The file of a suite of settings in the user's configuration folder: $XDG_CONFIG_HOME, else ~/.config
+    /// (freedesktop.org Base Directory Specification 0.8). Nothing when neither is known.
+    [[nodiscard]] static std::optional<std::string> ortDerSuite(std::string_view suite);
+
+    /// The suite of this program, and the one that its predecessor wrote and that is only ever read.
+    static constexpr std::string_view kSuite = "spurkiste";
+    static constexpr std::string_view kAltbestand = "ch.korvo.gpx-library";
+
+  private:
+    void liesDatei();
+
+    std::string pfad_;
+    std::map<std::string, std::string, std::less<>> werte_;
+};
+
+}  // namespace spurkiste
