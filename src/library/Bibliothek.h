@@ -74,10 +74,11 @@ class Bibliothek {
   private:
     struct Lauf;
 
+    [[nodiscard]] std::string standardOrdner() const;
     void parseUndHaengeAn(const std::vector<std::string>& dateien, std::int64_t generation, Fertig fertig);
-    void lande(Lauf& lauf, std::optional<GpxMetadaten> ergebnis);
-    void beendeLauf(const Lauf& lauf);
-    void fuegeEin(GpxMetadaten eintrag);
+    void lande(Lauf& lauf, Eintrag ergebnis);
+    void schliesseAb();
+    void fuegeEin(Eintrag eintrag);
     void setzeEintraege(Eintraege eintraege);
     void speichereCache() const;
 
@@ -89,8 +90,8 @@ class Bibliothek {
     Veroeffentlicht<std::size_t> ausstehend_{0};
     std::int64_t generation_ = 0;
     std::int64_t ladeLaeufe_ = 0;
-    std::unordered_map<std::string, std::size_t> stelleVon_;  // position in eintraege_ by path
-    std::shared_ptr<const bool> lebt_;                        // what is still under way holds it weakly
+    std::unordered_map<std::string_view, std::size_t> stelleVon_;  // position in eintraege_ by the record's own path
+    std::shared_ptr<const bool> lebt_;                             // what is still under way holds it weakly
 };
 
 }  // namespace spurkiste

@@ -1,0 +1,347 @@
+#include <algorithm>
+#include <filesystem>
+#include <memory>
+#include <random>
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+#include "base/Dateien.h"
+#include "hilfe/HandAusfuehrer.h"
+#include "hilfe/SpeicherEinstellungen.h"
+#include "hilfe/TempOrdner.h"
+#include "library/Bibliothek.h"
+#include "library/Cache.h"
+
+namespace spurkiste {
+namespace {
+
+using testing::Test;
+
+std::string gpx(double breite, double laenge) {
+    const auto ort = R"(<trkpt lat=")" + std::to_string(breite) + R"(" lon=")" + std::to_string(laenge) + R"("/>)";
+    return "<gpx><trk><trkseg>" + ort + "</trkseg></trk></gpx>";
+}
+
+std::vector<std::string> namen(const Bibliothek& bibliothek) {
+    std::vector<std::string> ergebnis;
+    for (const Eintrag& eintrag : bibliothek.eintraege().wert()) {
+        ergebnis.emplace_back(dateien::letzterTeil(eintrag->pfad));
+    }
+    return ergebnis;
+}
+
+using Namen = std::vector<std::string>;
+
+class BibliothekTest : public Test {
+  protected:
+    TempOrdner ordner;
+    SpeicherEinstellungen einstellungen;
+    FesteUmgebung umgebung;
+    HandAusfuehrer hauptfaden;
+    HandAusfuehrer arbeiter;
+    Bibliothek::Anschluesse anschluesse{einstellungen, nullptr, umgebung, hauptfaden, arbeiter};
+
+    std::unique_ptr<Bibliothek> mach() { return std::make_unique<Bibliothek>(anschluesse, ordner.pfad()); }
+
+    /// Lets everything that waits run to its end and tells how many files were read.
+    std::size_t arbeiteAb() {
+        std::size_t gelesen = 0;
+        while (arbeiter.wartende() + hauptfaden.wartende() > 0) {
+            gelesen += arbeiter.wartende();
+            arbeiter.fuehreAlle();
+            hauptfaden.fuehreAlle();
+        }
+        return gelesen;
+    }
+
+    std::string cacheText() const { return ordner.lies(Cache::kDateiname); }
+};
+
+TEST_F(BibliothekTest, choosesItsFolderFromTheSettingsThenTheOldOnesThenTheDocuments) {
+    const std::string schluessel(einstellung::kBibliothekOrdner);
+    struct Fall {
+        std::optional<std::string> eigene;
+        std::optional<std::string> alte;
+        std::string ordner;
+        std::optional<std::string> danach;
+    };
+    const std::vector<Fall> faelle = {
+        {"/a", "/b", "/a", "/a"},
+        {"", "/b", "/b", "/b"},
+        {std::nullopt, "/b/", "/b", "/b/"},
+        {std::nullopt, "", "/heim/Dokumente/GPX-Bibliothek", std::nullopt},
+        {std::nullopt, std::nullopt, "/heim/Dokumente/GPX-Bibliothek", std::nullopt},
+    };
+    umgebung.dokumente = "/heim/Dokumente";
+    for (const Fall& fall : faelle) {
+        SpeicherEinstellungen eigene;
+        SpeicherEinstellungen alte;
+        if (fall.eigene) {
+            eigene.schreibe(schluessel, *fall.eigene);
+        }
+        if (fall.alte) {
+            alte.schreibe(schluessel, *fall.alte);
+        }
+        const Bibliothek bibliothek({eigene, &alte, umgebung, hauptfaden, arbeiter});
+        EXPECT_EQ(bibliothek.ordner().wert(), fall.ordner);
+        EXPECT_EQ(eigene.lies(schluessel), fall.danach);
+    }
+    umgebung.dokumente.reset();
+    EXPECT_THROW(Bibliothek{anschluesse}, std::runtime_error);
+}
+
+TEST_F(BibliothekTest, loadsAnEmptyFolderWithoutEverLoading) {
+    const auto bibliothek = mach();
+    bool geladen = false;
+    const Abo abo = bibliothek->laedt().beobachte([&] { geladen = true; });
+    bool fertig = false;
+    bibliothek->lade([&] { fertig = true; });
+    EXPECT_TRUE(fertig);
+    EXPECT_FALSE(geladen);
+    EXPECT_EQ(cacheText(), R"({"version":3,"eintraege":{}})");
+}
+
+TEST_F(BibliothekTest, takesOnlyRegularFilesWithTheRightExtensionFromTheFolderItself) {
+    for (const char* name :
+         {"b.gpx", "A.GPX", ".versteckt.gpx", "zwei\nZeilen.gpx", "x.gpx.bak", ".gpx", "gpx", "a.xml"}) {
+        ordner.schreibe(name, gpx(47, 8));
+    }
+    std::filesystem::create_directories(ordner.in("ordner.gpx"));
+    ordner.schreibe("ordner.gpx/innen.gpx", gpx(47, 8));
+    ASSERT_EQ(::mkfifo(ordner.in("rohr.gpx").c_str(), 0600), 0);
+    std::filesystem::create_symlink("nirgends", ordner.in("ins Leere.gpx"));
+    std::filesystem::create_symlink("b.gpx", ordner.in("verweis.gpx"));
+    const auto bibliothek = mach();
+    bibliothek->lade();
+    arbeiteAb();
+    EXPECT_EQ(namen(*bibliothek), (Namen{".versteckt.gpx", "A.GPX", "b.gpx", "verweis.gpx", "zwei\nZeilen.gpx"}));
+    EXPECT_EQ(bibliothek->hinweis().wert(), std::nullopt);
+}
+
+TEST_F(BibliothekTest, readsOnlyWhatChangedTheNextTime) {
+    for (const char* name : {"a.gpx", "b.gpx", "c.gpx"}) {
+        ordner.schreibe(name, gpx(47, 8));
+    }
+    const auto erste = mach();
+    erste->lade();
+    EXPECT_EQ(arbeiteAb(), 3U);
+
+    const auto zweite = mach();
+    zweite->lade();
+    EXPECT_EQ(arbeiteAb(), 0U);
+    ASSERT_EQ(zweite->eintraege().wert().size(), 3U);
+    for (std::size_t i = 0; i < 3; ++i) {
+        EXPECT_EQ(*zweite->eintraege().wert()[i], *erste->eintraege().wert()[i]);
+    }
+
+    std::filesystem::last_write_time(ordner.in("b.gpx"),
+                                     std::filesystem::file_time_type::clock::now() + std::chrono::hours(1));
+    ordner.schreibe("neu.gpx", gpx(46, 7));
+    std::filesystem::remove(ordner.in("c.gpx"));
+    zweite->lade();
+    EXPECT_EQ(namen(*zweite), (Namen{"a.gpx"}));  // the unchanged ones stand at once
+    EXPECT_EQ(arbeiteAb(), 2U);
+    EXPECT_EQ(namen(*zweite), (Namen{"a.gpx", "b.gpx", "neu.gpx"}));
+    EXPECT_EQ(cacheText().find("c.gpx"), std::string::npos);
+
+    anschluesse.mitCache = false;
+    const std::string davor = cacheText();
+    const auto ohne = mach();
+    ohne->lade();
+    EXPECT_EQ(arbeiteAb(), 3U);
+    EXPECT_EQ(cacheText(), davor);
+}
+
+TEST_F(BibliothekTest, publishesEveryResultByItselfAndCountsDown) {
+    for (int i = 0; i < 5; ++i) {
+        ordner.schreibe(std::to_string(i) + ".gpx", gpx(47, 8));
+    }
+    const auto bibliothek = mach();
+    std::size_t aenderungen = 0;
+    const Abo abo = bibliothek->eintraege().beobachte([&] { ++aenderungen; });
+    bibliothek->lade();
+    EXPECT_EQ(aenderungen, 1U);
+    arbeiter.fuehreAlle();
+    for (std::size_t i = 0; i < 4; ++i) {
+        EXPECT_EQ(bibliothek->ausstehend().wert(), 5 - i);
+        hauptfaden.fuehre(hauptfaden.wartende() - 1);
+        EXPECT_EQ(bibliothek->eintraege().wert().size(), i + 1);
+        EXPECT_EQ(aenderungen, i + 2);
+        EXPECT_TRUE(bibliothek->laedt().wert());
+    }
+    hauptfaden.fuehreAlle();
+    EXPECT_EQ(aenderungen, 7U);  // the hits, five files, the sorted and labelled list
+    EXPECT_FALSE(bibliothek->laedt().wert());
+    EXPECT_EQ(bibliothek->ausstehend().wert(), 0U);
+}
+
+TEST_F(BibliothekTest, letsTheNewestLoadWinInWhateverOrderResultsArrive) {
+    for (unsigned saat = 0; saat < 200; ++saat) {
+        std::mt19937 zufall(saat);
+        const auto wuerfle = [&](std::size_t grenze) {
+            return std::uniform_int_distribution<std::size_t>(0, grenze - 1)(zufall);
+        };
+        const TempOrdner eigener;
+        eigener.schreibe("alt.gpx", gpx(47, 8));
+        eigener.schreibe("bleibt.gpx", gpx(47, 8));
+        Bibliothek bibliothek(anschluesse, eigener.pfad());
+        std::size_t fertige = 0;
+        std::size_t begonnen = 0;
+        const auto lade = [&] {
+            bibliothek.lade([&] { ++fertige; });
+            ++begonnen;
+        };
+        lade();
+        for (int schritt = 0; schritt < 12; ++schritt) {
+            if (schritt == 4) {
+                std::filesystem::remove(eigener.in("alt.gpx"));
+                eigener.schreibe("neu.gpx", gpx(47, 8));
+            }
+            if (begonnen < 3 && wuerfle(4) == 0) {
+                lade();
+            } else if (arbeiter.wartende() > 0 && wuerfle(2) == 0) {
+                arbeiter.fuehre(wuerfle(arbeiter.wartende()));
+            } else if (hauptfaden.wartende() > 0) {
+                hauptfaden.fuehre(wuerfle(hauptfaden.wartende()));
+            }
+        }
+        lade();
+        // With an unfinished older run the flag stays, whichever run ends last.
+        while (arbeiter.wartende() + hauptfaden.wartende() > 0) {
+            EXPECT_EQ(bibliothek.laedt().wert(), bibliothek.ausstehend().wert() > 0) << "saat " << saat;
+            auto& welcher =
+                hauptfaden.wartende() == 0 || (arbeiter.wartende() > 0 && wuerfle(2) == 0) ? arbeiter : hauptfaden;
+            welcher.fuehre(wuerfle(welcher.wartende()));
+        }
+        EXPECT_EQ(namen(bibliothek), (Namen{"bleibt.gpx", "neu.gpx"})) << "saat " << saat;
+        EXPECT_FALSE(bibliothek.laedt().wert());
+        EXPECT_EQ(fertige, begonnen);
+        EXPECT_EQ(eigener.lies(Cache::kDateiname).find("alt.gpx"), std::string::npos);
+    }
+}
+
+TEST_F(BibliothekTest, staysSilentAboutAFileThatVanishesAndReadsItAgainLater) {
+    ordner.schreibe("da.gpx", gpx(47, 8));
+    ordner.schreibe("weg.gpx", gpx(47, 8));
+    const auto bibliothek = mach();
+    bibliothek->lade();
+    std::filesystem::remove(ordner.in("weg.gpx"));
+    arbeiteAb();
+    EXPECT_EQ(namen(*bibliothek), Namen{"da.gpx"});
+    EXPECT_EQ(bibliothek->hinweis().wert(), std::nullopt);
+    ordner.schreibe("weg.gpx", gpx(47, 8));
+    bibliothek->lade();
+    EXPECT_EQ(arbeiteAb(), 1U);
+    EXPECT_EQ(namen(*bibliothek), (Namen{"da.gpx", "weg.gpx"}));
+}
+
+TEST_F(BibliothekTest, listsANameThatIsNotUtf8AndLeavesItOutOfTheCacheOnly) {
+    ordner.schreibe("gut.gpx", gpx(47, 8));
+    ordner.schreibe("h\xf6he.gpx", gpx(47, 8));
+    const auto bibliothek = mach();
+    bibliothek->lade();
+    EXPECT_EQ(arbeiteAb(), 2U);
+    EXPECT_EQ(bibliothek->eintraege().wert().size(), 2U);
+    bibliothek->lade();
+    EXPECT_EQ(arbeiteAb(), 1U);
+    EXPECT_EQ(bibliothek->eintraege().wert().size(), 2U);
+}
+
+TEST_F(BibliothekTest, createsAMissingFolderWithItsParents) {
+    Bibliothek bibliothek(anschluesse, ordner.in("neu/tief"));
+    bibliothek.lade();
+    EXPECT_TRUE(std::filesystem::is_directory(ordner.in("neu/tief")));
+    EXPECT_EQ(bibliothek.hinweis().wert(), std::nullopt);
+}
+
+TEST_F(BibliothekTest, saysInANoticeWhatKeepsItFromTheFolder) {
+    ordner.schreibe("a.gpx", gpx(47, 8));
+    const auto bibliothek = mach();
+    bibliothek->lade();
+    arbeiteAb();
+
+    rlimit grenze{};
+    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &grenze), 0);
+    const rlimit keine{0, grenze.rlim_max};  // without a free descriptor the folder exists but cannot be listed
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &keine), 0);
+    bibliothek->lade();
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &grenze), 0);
+    EXPECT_EQ(bibliothek->hinweis().wert(), "Ordner nicht lesbar: " + std::generic_category().message(EMFILE));
+    EXPECT_EQ(namen(*bibliothek), Namen{"a.gpx"});
+
+    bibliothek->lade();
+    arbeiteAb();
+    EXPECT_EQ(bibliothek->hinweis().wert(), std::nullopt);
+}
+
+TEST_F(BibliothekTest, emptiesTheListWhenTheFolderCannotBeMade) {
+    const std::string pfad = ordner.in("bibliothek");
+    std::filesystem::create_directory(pfad);
+    ordner.schreibe("bibliothek/a.gpx", gpx(47, 8));
+    Bibliothek bibliothek(anschluesse, pfad);
+    bibliothek.lade();
+    arbeiteAb();
+    ASSERT_EQ(bibliothek.eintraege().wert().size(), 1U);
+    std::filesystem::remove_all(pfad);
+    ordner.schreibe("bibliothek", "a file where the folder was");
+    bool fertig = false;
+    bibliothek.lade([&] { fertig = true; });
+    EXPECT_TRUE(fertig);
+    EXPECT_TRUE(bibliothek.eintraege().wert().empty());
+    EXPECT_EQ(bibliothek.hinweis().wert(), "Ordner nicht erreichbar: " + pfad);
+    EXPECT_FALSE(bibliothek.laedt().wert());
+}
+
+TEST_F(BibliothekTest, mayEndWhileFilesAreBeingRead) {
+    ordner.schreibe("a.gpx", gpx(47, 8));
+    ordner.schreibe("b.gpx", gpx(47, 8));
+    bool fertig = false;
+    {
+        const auto bibliothek = mach();
+        bibliothek->lade([&] { fertig = true; });
+        arbeiter.fuehre(0);
+    }
+    arbeiteAb();
+    EXPECT_FALSE(fertig);
+}
+
+Eintrag eintrag(std::string pfad, std::optional<Koordinate> start, std::optional<Koordinate> ende = std::nullopt) {
+    GpxMetadaten roh;
+    roh.pfad = std::move(pfad);
+    roh.start = start;
+    roh.ende = ende;
+    return std::make_shared<const GpxMetadaten>(std::move(roh));
+}
+
+TEST(MitOrtsEtiketten, sortsByComposedPathAndKeepsEqualOnesInOrder) {
+    const std::string zerlegt = "/u\xCC\x88.gpx";         // u and a combining diaeresis
+    const std::string zusammengesetzt = "/\xC3\xBC.gpx";  // the same character composed
+    const Bibliothek::Eintraege sortiert = Bibliothek::mitOrtsEtiketten(
+        {eintrag("/\xF0\x9F\x9A\xB4.gpx", {}), eintrag("/z.gpx", {}), eintrag(zerlegt, {}), eintrag("/ue.gpx", {}),
+         eintrag(zusammengesetzt, {}), eintrag("/\xEF\xBF\xBD.gpx", {}), eintrag("/B.gpx", {}), eintrag("/a.gpx", {})});
+    std::vector<std::string> pfade;
+    for (const Eintrag& einer : sortiert) {
+        pfade.push_back(einer->pfad);
+    }
+    EXPECT_EQ(pfade, (std::vector<std::string>{"/B.gpx", "/a.gpx", "/ue.gpx", "/z.gpx", zerlegt, zusammengesetzt,
+                                               "/\xEF\xBF\xBD.gpx", "/\xF0\x9F\x9A\xB4.gpx"}));
+}
+
+TEST(MitOrtsEtiketten, namesSpotsTogetherAndReplacesOnlyRecordsWhoseLabelsChange) {
+    const Koordinate meer{0.0, -30.0};
+    const Koordinate daneben{0.002, -30.0};  // 222 m away
+    const auto einmal =
+        Bibliothek::mitOrtsEtiketten({eintrag("/b", daneben), eintrag("/a", meer, meer), eintrag("/c", {}, meer)});
+    EXPECT_EQ(einmal[0]->startOrt, "0.00100, -30.00000");
+    EXPECT_EQ(einmal[1]->startOrt, einmal[0]->startOrt);
+    EXPECT_EQ(einmal[0]->zielOrt, "0.00000, -30.00000");
+    EXPECT_EQ(einmal[2]->startOrt, std::nullopt);
+    EXPECT_EQ(einmal[2]->zielOrt, einmal[0]->zielOrt);
+    const auto nochmal = Bibliothek::mitOrtsEtiketten(einmal);
+    EXPECT_EQ(nochmal, einmal);  // the very same objects
+}
+
+}  // namespace
+}  // namespace spurkiste
