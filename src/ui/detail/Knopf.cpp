@@ -1,0 +1,104 @@
+#include "ui/detail/Knopf.h"
+
+#include <QEvent>
+#include <QFontMetricsF>
+#include <QPainter>
+#include <cmath>
+#include <utility>
+
+#include "ui/detail/Papier.h"
+#include "ui/detail/Schrift.h"
+#include "ui/detail/Symbole.h"
+
+namespace spurkiste {
+
+Knopf::Knopf(QWidget* eltern) : QAbstractButton(eltern) {
+    setFocusPolicy(Qt::TabFocus);
+    setCursor(Qt::ArrowCursor);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+void Knopf::setzeAussehen(const Aussehen& aussehen) {
+    aussehen_ = aussehen;
+    setFont(Schrift::mach(aussehen.schriftgroesse, aussehen.staerke, aussehen.sperrung));
+    updateGeometry();
+    update();
+}
+
+void Knopf::setzeSymbole(std::string symbol, std::string schluss) {
+    symbol_ = std::move(symbol);
+    schluss_ = std::move(schluss);
+    updateGeometry();
+    update();
+}
+
+double Knopf::inhaltsbreite() const {
+    double breite = QFontMetricsF(font()).horizontalAdvance(text()) - aussehen_.sperrung;
+    if (!symbol_.empty()) {
+        breite += aussehen_.symbolKasten + (text().isEmpty() ? 0 : aussehen_.abstand);
+    }
+    if (!schluss_.empty()) {
+        breite += aussehen_.schlussKasten + aussehen_.schlussAbstand;
+    }
+    return breite;
+}
+
+QSize Knopf::sizeHint() const {
+    const double breite = inhaltsbreite() + 2 * aussehen_.rand;
+    return {static_cast<int>(std::ceil(breite)) + 2 * papier::kRingRand,
+            static_cast<int>(std::ceil(aussehen_.hoehe)) + 2 * papier::kRingRand};
+}
+
+void Knopf::paintEvent(QPaintEvent* /*ereignis*/) {
+    QPainter maler(this);
+    const QRectF kasten =
+        QRectF(rect()).adjusted(papier::kRingRand, papier::kRingRand, -papier::kRingRand, -papier::kRingRand);
+    if (!isEnabled()) {
+        maler.setOpacity(0.45);
+    }
+    papier::form(maler, kasten, aussehen_.radius, aussehen_.grund, aussehen_.rahmen);
+    if (isDown() || isChecked()) {
+        papier::form(maler, kasten, aussehen_.radius, aussehen_.gedrueckt, Qt::transparent);
+    } else if (underMouse() && isEnabled()) {
+        papier::form(maler, kasten, aussehen_.radius, aussehen_.ueberfahren, Qt::transparent);
+    }
+    double x = kasten.left() + (kasten.width() - inhaltsbreite()) / 2;
+    const auto symbol = [&](const std::string& name, double seite, const QColor& farbe) {
+        Symbole::zeichne(maler, QRectF(x, kasten.center().y() - seite / 2, seite, seite), name, farbe);
+        x += seite;
+    };
+    if (!symbol_.empty()) {
+        symbol(symbol_, aussehen_.symbolKasten, aussehen_.symbolFarbe);
+        x += aussehen_.abstand;
+    }
+    maler.setFont(font());
+    maler.setPen(aussehen_.textFarbe);
+    const double textbreite = QFontMetricsF(font()).horizontalAdvance(text());
+    maler.drawText(QRectF(x, kasten.top(), textbreite + 1, kasten.height()), Qt::AlignLeft | Qt::AlignVCenter, text());
+    x += textbreite - aussehen_.sperrung + aussehen_.schlussAbstand;
+    if (!schluss_.empty()) {
+        symbol(schluss_, aussehen_.schlussKasten, aussehen_.schlussFarbe);
+    }
+    if (hasFocus()) {
+        papier::fokusring(maler, kasten, aussehen_.radius);
+    }
+}
+
+void Knopf::enterEvent(QEnterEvent* ereignis) {
+    update();
+    QAbstractButton::enterEvent(ereignis);
+}
+
+void Knopf::leaveEvent(QEvent* ereignis) {
+    update();
+    QAbstractButton::leaveEvent(ereignis);
+}
+
+void Knopf::changeEvent(QEvent* ereignis) {
+    if (ereignis->type() == QEvent::EnabledChange) {
+        update();
+    }
+    QAbstractButton::changeEvent(ereignis);
+}
+
+}  // namespace spurkiste

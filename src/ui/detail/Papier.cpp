@@ -1,0 +1,35 @@
+#include "ui/detail/Papier.h"
+
+#include <QPen>
+
+#include "ui/detail/KistePapier.h"
+
+namespace spurkiste::papier {
+
+void form(QPainter& maler, const QRectF& kasten, double radius, const QColor& grund, const QColor& rahmen,
+          double staerke) {
+    maler.save();
+    maler.setRenderHint(QPainter::Antialiasing);
+    if (grund.alpha() > 0) {
+        maler.setPen(Qt::NoPen);
+        maler.setBrush(grund);
+        maler.drawRoundedRect(kasten, radius, radius);
+    }
+    if (rahmen.alpha() > 0) {
+        const double halb = staerke / 2;
+        maler.setPen(QPen(rahmen, staerke));
+        maler.setBrush(Qt::NoBrush);
+        maler.drawRoundedRect(kasten.adjusted(halb, halb, -halb, -halb), radius - halb, radius - halb);
+    }
+    maler.restore();
+}
+
+void fokusring(QPainter& maler, const QRectF& kasten, double radius) {
+    constexpr double staerke = 1.5;
+    const double halb = kRingRand / 2.0;
+    form(maler, kasten.adjusted(-kRingRand, -kRingRand, kRingRand, kRingRand), radius + 2 * halb, Qt::transparent,
+         KistePapier::mitDeckkraft(KistePapier::gold, 0.16), kRingRand);
+    form(maler, kasten, radius, Qt::transparent, KistePapier::mitDeckkraft(KistePapier::gold, 0.72), staerke);
+}
+
+}  // namespace spurkiste::papier

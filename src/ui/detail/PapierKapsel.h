@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+
+#include "ui/detail/Knopf.h"
+
+namespace spurkiste {
+
+/// The capsule of a filter: an icon, the chosen value, a double chevron; gold while its filter is active.
+class PapierKapsel final : public Knopf {
+    Q_OBJECT
+
+  public:
+    explicit PapierKapsel(const std::string& symbol, QWidget* eltern = nullptr);
+
+    /// Whether the filter is set to something other than its neutral value.
+    void setzeAktiv(bool aktiv);
+    [[nodiscard]] bool aktiv() const { return aktiv_; }
+
+  private:
+    void kleide();
+
+    bool aktiv_ = false;
+};
+
+}  // namespace spurkiste

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QLabel>
+
+namespace spurkiste {
+
+/// A line of text whose letter spacing ends with its last letter, so that spaced capitals stand flush on the right,
+/// and that is shortened with an ellipsis where it does not fit. A screen reader gets the whole text.
+class Schild final : public QLabel {
+    Q_OBJECT
+
+  public:
+    explicit Schild(QWidget* eltern = nullptr);
+
+    /// Where the ellipsis goes when the text is too long; Qt::ElideNone (the beginning) cuts nothing and asks for
+    /// the text's whole width.
+    void setzeKuerzung(Qt::TextElideMode kuerzung);
+    void setzeFarbe(const QColor& farbe);
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+  protected:
+    void paintEvent(QPaintEvent* ereignis) override;
+
+  private:
+    Qt::TextElideMode kuerzung_ = Qt::ElideNone;
+};
+
+}  // namespace spurkiste

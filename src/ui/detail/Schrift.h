@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QFont>
+
+namespace spurkiste {
+
+/// The fonts of the interface: Lato, behind it DejaVu Sans and, for Chinese, Japanese and Korean, the Noto Sans CJK
+/// whose forms belong to the current language. GUI thread.
+class Schrift {
+  public:
+    Schrift() = delete;
+
+    /// A font of `groesse` logical pixels, halves included, with `sperrung` logical pixels between letters.
+    [[nodiscard]] static QFont mach(double groesse, QFont::Weight staerke = QFont::Normal, double sperrung = 0.0);
+};
+
+}  // namespace spurkiste

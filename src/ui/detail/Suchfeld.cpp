@@ -1,0 +1,108 @@
+#include "ui/detail/Suchfeld.h"
+
+#include <QAbstractButton>
+#include <QKeyEvent>
+#include <QPainter>
+
+#include "ui/detail/KistePapier.h"
+#include "ui/detail/Papier.h"
+#include "ui/detail/Schrift.h"
+#include "ui/detail/Symbole.h"
+
+namespace spurkiste {
+
+namespace {
+
+constexpr int kHoehe = 30;
+constexpr double kRadius = 15;
+constexpr int kLupe = 16;
+constexpr int kRand = 11;    // before the glass
+constexpr int kAbstand = 8;  // between glass and text
+constexpr int kLeeren = 15;
+constexpr int kBreite = 334;
+
+}  // namespace
+
+/// The button inside the field.
+class Suchfeld::Leeren final : public QAbstractButton {
+  public:
+    explicit Leeren(QWidget* eltern) : QAbstractButton(eltern) {
+        setFocusPolicy(Qt::NoFocus);  // Escape does the same on the keyboard
+        setCursor(Qt::ArrowCursor);
+        setFixedSize(kHoehe, kHoehe);
+        setAccessibleName(QStringLiteral("Suche leeren"));
+        setToolTip(QStringLiteral("Suche leeren"));
+        hide();
+    }
+
+  protected:
+    void paintEvent(QPaintEvent* /*ereignis*/) override {
+        QPainter maler(this);
+        const QRectF kasten((width() - kLeeren) / 2.0, (height() - kLeeren) / 2.0, kLeeren, kLeeren);
+        Symbole::zeichne(maler, kasten, "xmark.circle.fill", KistePapier::gravur);
+    }
+};
+
+Suchfeld::Suchfeld(QWidget* eltern) : QLineEdit(eltern), leeren_(new Leeren(this)) {
+    setFrame(false);
+    setAttribute(Qt::WA_MacShowFocusRect, false);
+    setFont(Schrift::mach(12.5));
+    setPlaceholderText(QStringLiteral("Suchen"));
+    setAccessibleName(QStringLiteral("Suchen"));
+    setFixedHeight(kHoehe + 2 * papier::kRingRand);
+    setTextMargins(papier::kRingRand + kRand + kLupe + kAbstand - 2, 0, papier::kRingRand + kHoehe, 0);
+    QPalette palette = this->palette();
+    palette.setColor(QPalette::Base, Qt::transparent);
+    palette.setColor(QPalette::Text, KistePapier::tinte);
+    palette.setColor(QPalette::PlaceholderText, KistePapier::tinteLeise);
+    palette.setColor(QPalette::Highlight, KistePapier::mitDeckkraft(KistePapier::gold, 0.28));
+    palette.setColor(QPalette::HighlightedText, KistePapier::tinte);
+    setPalette(palette);
+    connect(leeren_, &QAbstractButton::clicked, this, &QLineEdit::clear);
+    connect(this, &QLineEdit::textChanged, leeren_,
+            [this](const QString& neu) { leeren_->setVisible(!neu.isEmpty()); });
+}
+
+QSize Suchfeld::sizeHint() const {
+    return {kBreite + 2 * papier::kRingRand, kHoehe + 2 * papier::kRingRand};
+}
+
+void Suchfeld::paintEvent(QPaintEvent* ereignis) {
+    {
+        QPainter maler(this);
+        const double rand = papier::kRingRand;
+        const QRectF kasten = QRectF(rect()).adjusted(rand, rand, -rand, -rand);
+        papier::form(maler, kasten, kRadius, KistePapier::karte, KistePapier::mitDeckkraft(KistePapier::linie, 0.9));
+        if (hasFocus()) {
+            papier::fokusring(maler, kasten, kRadius);
+        }
+        Symbole::zeichne(maler, QRectF(kasten.left() + kRand, kasten.center().y() - kLupe / 2.0, kLupe, kLupe),
+                         "magnifyingglass", KistePapier::gravur);
+    }
+    QLineEdit::paintEvent(ereignis);
+}
+
+void Suchfeld::keyPressEvent(QKeyEvent* ereignis) {
+    if (ereignis->key() == Qt::Key_Escape && !text().isEmpty()) {
+        clear();
+        return;
+    }
+    QLineEdit::keyPressEvent(ereignis);
+}
+
+void Suchfeld::resizeEvent(QResizeEvent* ereignis) {
+    QLineEdit::resizeEvent(ereignis);
+    leeren_->move(width() - papier::kRingRand - kHoehe, papier::kRingRand);
+}
+
+void Suchfeld::focusInEvent(QFocusEvent* ereignis) {
+    QLineEdit::focusInEvent(ereignis);
+    update();
+}
+
+void Suchfeld::focusOutEvent(QFocusEvent* ereignis) {
+    QLineEdit::focusOutEvent(ereignis);
+    update();
+}
+
+}  // namespace spurkiste

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QLineEdit>
+
+namespace spurkiste {
+
+/// The search field of the window: a line edit in a rounded shape with a magnifying glass and, while it holds text, a
+/// button that empties it. Escape empties it too. Keeps papier::kRingRand free for the focus ring.
+class Suchfeld final : public QLineEdit {
+    Q_OBJECT
+
+  public:
+    explicit Suchfeld(QWidget* eltern = nullptr);
+
+    [[nodiscard]] QSize sizeHint() const override;
+
+  protected:
+    void paintEvent(QPaintEvent* ereignis) override;
+    void keyPressEvent(QKeyEvent* ereignis) override;
+    void resizeEvent(QResizeEvent* ereignis) override;
+    void focusInEvent(QFocusEvent* ereignis) override;
+    void focusOutEvent(QFocusEvent* ereignis) override;
+
+  private:
+    class Leeren;
+    Leeren* leeren_;
+};
+
+}  // namespace spurkiste

@@ -1,0 +1,97 @@
+#include "ui/main/Statusleiste.h"
+
+#include <QAccessible>
+#include <QHBoxLayout>
+#include <QPainter>
+
+#include "ui/detail/KistePapier.h"
+#include "ui/detail/Schrift.h"
+#include "ui/detail/Symbole.h"
+
+namespace spurkiste {
+
+namespace {
+
+constexpr int kHoehe = 34;
+constexpr int kRand = 14;
+constexpr int kAbstand = 10;
+constexpr int kSymbol = 17;
+constexpr int kVorDemPfad = 24;
+
+}  // namespace
+
+Statusleiste::Statusleiste(QWidget* eltern)
+    : QWidget(eltern),
+      dateien_(new Schild(this)),
+      summe_(new Schild(this)),
+      ring_(new Ladering(this)),
+      hinweis_(new Schild(this)),
+      ordner_(new Schild(this)) {
+    setFixedHeight(kHoehe);
+    dateien_->setzeFarbe(KistePapier::tinte);
+    summe_->setzeFarbe(KistePapier::tinteLeise);
+    hinweis_->setzeFarbe(KistePapier::rot);
+    hinweis_->setzeKuerzung(Qt::ElideRight);
+    hinweis_->hide();
+    ring_->hide();
+    ordner_->setzeFarbe(KistePapier::gravur);
+    ordner_->setzeKuerzung(Qt::ElideLeft);
+    ordner_->setAlignment(Qt::AlignRight);
+    auto* zeile = new QHBoxLayout(this);
+    zeile->setContentsMargins(kRand + kSymbol + kAbstand, 0, kRand, 0);
+    zeile->setSpacing(kAbstand);
+    zeile->addWidget(dateien_);
+    zeile->addWidget(summe_);
+    zeile->addWidget(ring_);
+    zeile->addWidget(hinweis_);
+    zeile->addSpacing(kVorDemPfad - kAbstand);
+    zeile->addWidget(ordner_, 1);
+    kleide();
+}
+
+void Statusleiste::kleide() {
+    for (Schild* schild : {dateien_, summe_, hinweis_, ordner_}) {
+        schild->setFont(Schrift::mach(11.5, QFont::Medium));
+    }
+}
+
+void Statusleiste::zeigeZahlen(const QString& dateien, const QString& summe) {
+    dateien_->setText(dateien);
+    summe_->setText(summe);
+}
+
+void Statusleiste::zeigeLaden(bool laedt, std::size_t ausstehend) {
+    ring_->setVisible(laedt);
+    const QString text = QStringLiteral("Noch %1 Dateien zu lesen").arg(ausstehend);
+    ring_->setToolTip(text);
+    ring_->setAccessibleName(text);
+}
+
+void Statusleiste::zeigeHinweis(const QString& hinweis) {
+    if (hinweis_->text() == hinweis) {
+        return;
+    }
+    hinweis_->setText(hinweis);
+    hinweis_->setToolTip(hinweis);
+    hinweis_->setVisible(!hinweis.isEmpty());
+    if (!hinweis.isEmpty()) {
+        QAccessibleEvent meldung(hinweis_, QAccessible::Alert);
+        QAccessible::updateAccessibility(&meldung);
+    }
+}
+
+void Statusleiste::zeigeOrdner(const QString& ordner) {
+    ordner_->setText(ordner);
+    ordner_->setToolTip(ordner);
+}
+
+void Statusleiste::paintEvent(QPaintEvent* /*ereignis*/) {
+    QPainter maler(this);
+    maler.fillRect(rect(), KistePapier::buehne);
+    maler.fillRect(rect(), KistePapier::mitDeckkraft(KistePapier::karte, 0.98));
+    maler.fillRect(QRect(0, 0, width(), 1), KistePapier::linie);
+    Symbole::zeichne(maler, QRectF(kRand, (kHoehe - kSymbol) / 2.0, kSymbol, kSymbol), "books.vertical",
+                     KistePapier::goldDunkel);
+}
+
+}  // namespace spurkiste

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QWidget>
+
+#include "ui/detail/Ladering.h"
+#include "ui/detail/Schild.h"
+
+namespace spurkiste {
+
+/// The line at the bottom: how many files, how long together, whether a load runs, the notice, the library's folder.
+/// The path gives way to the notice.
+class Statusleiste final : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit Statusleiste(QWidget* eltern = nullptr);
+
+    /// The number of files and the total, as texts.
+    void zeigeZahlen(const QString& dateien, const QString& summe);
+    /// Whether a load runs, and how many files it has still to read.
+    void zeigeLaden(bool laedt, std::size_t ausstehend);
+    /// The notice; empty for none.
+    void zeigeHinweis(const QString& hinweis);
+    void zeigeOrdner(const QString& ordner);
+    /// Takes the fonts anew, after the language changed.
+    void kleide();
+
+  protected:
+    void paintEvent(QPaintEvent* ereignis) override;
+
+  private:
+    Schild* dateien_;
+    Schild* summe_;
+    Ladering* ring_;
+    Schild* hinweis_;
+    Schild* ordner_;
+};
+
+}  // namespace spurkiste
