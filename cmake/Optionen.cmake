@@ -33,6 +33,7 @@ function(spurkiste_bibliothek name)
   target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
 endfunction()
 
+include(GoogleTest)
 # spurkiste_test(name SOURCES ... LINKT ...): one GoogleTest program; every case is a test of its own in ctest.
 function(spurkiste_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINKT" ${ARGN})
@@ -40,6 +41,8 @@ function(spurkiste_test name)
   target_link_libraries(${name} PRIVATE spurkiste_flags ${ARG_LINKT} GTest::gmock GTest::gtest_main)
   target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
-  add_test(NAME ${name} COMMAND ${name})
-  set_tests_properties(${name} PROPERTIES TIMEOUT 300 ENVIRONMENT "SPURKISTE_RESSOURCEN=${CMAKE_SOURCE_DIR}/resources")
+  # The cases are asked for when ctest starts, so that a busy machine cannot fail the build by being slow to answer.
+  gtest_discover_tests(${name}
+    TEST_PREFIX ${name}. DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120
+    PROPERTIES TIMEOUT 300 ENVIRONMENT "SPURKISTE_RESSOURCEN=${CMAKE_SOURCE_DIR}/resources")
 endfunction()

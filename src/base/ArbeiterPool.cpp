@@ -1,6 +1,7 @@
 #include "base/ArbeiterPool.h"
 
 #include <algorithm>
+#include <system_error>
 #include <utility>
 
 namespace spurkiste {
@@ -9,17 +10,26 @@ ArbeiterPool::ArbeiterPool(unsigned arbeiter) {
     const unsigned anzahl = std::max(1U, arbeiter == 0 ? std::thread::hardware_concurrency() : arbeiter);
     faeden_.reserve(anzahl);
     for (unsigned i = 0; i < anzahl; ++i) {
-        faeden_.emplace_back([this] {
-            while (const auto aufgabe = schlange_.nimm()) {
-                (*aufgabe)();
+        try {
+            faeden_.emplace_back([this] { arbeite(); });
+        } catch (const std::system_error&) {
+            if (faeden_.empty()) {
+                throw;
             }
-        });
+            break;  // the system gives no more; leaving by the exception would wait for threads that nobody ends
+        }
     }
 }
 
 ArbeiterPool::~ArbeiterPool() {
     schlange_.schliesse();
     faeden_.clear();  // joins while the queue still lives
+}
+
+void ArbeiterPool::arbeite() {
+    while (const auto aufgabe = schlange_.nimm()) {
+        (*aufgabe)();
+    }
 }
 
 void ArbeiterPool::fuehreAus(Aufgabe aufgabe) {

@@ -12,7 +12,8 @@ namespace spurkiste {
 /// A waiting task costs its closure and nothing more.
 class ArbeiterPool final : public Ausfuehrer {
   public:
-    /// Starts `arbeiter` threads, at least one; 0 means one per processor core.
+    /// Starts `arbeiter` threads, at least one; 0 means one per processor core. Fewer when the system gives no more;
+    /// throws std::system_error when it gives none.
     explicit ArbeiterPool(unsigned arbeiter = 0);
 
     /// Drops the waiting tasks and waits for the running ones.
@@ -21,6 +22,8 @@ class ArbeiterPool final : public Ausfuehrer {
     void fuehreAus(Aufgabe aufgabe) override;
 
   private:
+    void arbeite();
+
     AufgabenSchlange schlange_;
     std::vector<std::jthread> faeden_;
 };

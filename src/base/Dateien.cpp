@@ -27,13 +27,20 @@ std::size_t punktVorEndung(std::string_view name) {
     return punkt == 0 || punkt == std::string_view::npos ? name.size() : punkt;
 }
 
-/// A name in the target's folder that nobody else uses: opened exclusively, with the permissions a new file gets.
+/// A file beside the target under a name that nobody else uses, with the permissions of the target or, without one,
+/// those that a new file gets. The name is short, since the target's may already be as long as the system allows.
 int oeffneVorlaeufig(const std::string& ziel, std::string& name) {
+    const std::string ordner = ziel.substr(0, ziel.size() - letzterTeil(ziel).size());
+    struct stat altes {};
+    const bool ersetzt = ::stat(ziel.c_str(), &altes) == 0;
     constexpr int versuche = 100;
     std::random_device zufall;
     for (int i = 0; i < versuche; ++i) {
-        name = ziel + "." + std::to_string(zufall()) + ".tmp";
+        name = ordner + ".spurkiste-" + std::to_string(zufall()) + ".tmp";
         const int nummer = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        if (nummer >= 0 && ersetzt) {
+            ::fchmod(nummer, altes.st_mode & 0777U);  // some file systems know no permissions, and that is fine
+        }
         if (nummer >= 0 || errno != EEXIST) {
             return nummer;
         }
@@ -91,7 +98,7 @@ void erstelleOrdner(const std::string& ordner) {
 }
 
 std::string absolut(const std::string& pfad) {
-    std::string roh = std::filesystem::absolute(pfad).native();
+    const std::string roh = std::filesystem::absolute(pfad).native();
     std::string ergebnis;
     std::string_view rest = roh;
     while (!rest.empty()) {
@@ -166,15 +173,20 @@ std::size_t Leser::groesse() const {
 
 std::optional<std::string> liesGanz(const std::string& pfad) {
     auto leser = Leser::oeffne(pfad);
-    if (!leser) {
+    constexpr std::size_t grenze = std::size_t{1} << 32U;
+    const std::size_t groesse = leser ? leser->groesse() : grenze;
+    if (groesse >= grenze) {
         return std::nullopt;
     }
-    std::string inhalt(leser->groesse(), '\0');
+    std::string inhalt(groesse, '\0');
     inhalt.resize(leser->lies(inhalt));
     return inhalt;
 }
 
-AtomareDatei::AtomareDatei(std::string ziel) : ziel_(std::move(ziel)) {
+AtomareDatei::AtomareDatei(const std::string& ziel) {
+    std::error_code neu;  // canonical() knows only what exists
+    const auto echt = std::filesystem::canonical(ziel, neu);
+    ziel_ = neu ? ziel : echt.native();
     nummer_ = oeffneVorlaeufig(ziel_, vorlaeufig_);
     if (nummer_ < 0) {
         throw systemfehler(errno);
@@ -200,6 +212,12 @@ void AtomareDatei::schreibe(std::string_view bytes) {
             throw systemfehler(errno);
         }
         bytes.remove_prefix(static_cast<std::size_t>(anzahl));
+    }
+}
+
+void AtomareDatei::sichere() {
+    if (::fsync(nummer_) != 0) {
+        throw systemfehler(errno);
     }
 }
 

@@ -36,7 +36,8 @@ struct Angaben {
 void erstelleOrdner(const std::string& ordner);
 
 /// The path made absolute against the working directory, without "." and doubled or closing slashes. Symbolic links
-/// stay, and so does "..", since it may lead through one.
+/// stay, and so does "..", since it may lead through one. Throws std::system_error for an empty path and when the
+/// working directory is gone.
 [[nodiscard]] std::string absolut(const std::string& pfad);
 
 /// The last component of a path ("/a/b.gpx" gives "b.gpx").
@@ -73,21 +74,27 @@ class Leser {
     int nummer_;
 };
 
-/// The whole content of a regular file. Nothing when it cannot be read.
+/// The whole content of a regular file. Nothing when it cannot be read or has 4 GiB and more, which none of the files
+/// that are read whole ever has: such a one would only fill the memory.
 [[nodiscard]] std::optional<std::string> liesGanz(const std::string& pfad);
 
 /// A file that appears whole or not at all: written under a temporary name in the same folder, then moved over the
-/// old one. Without uebernimm() the destructor removes the temporary file and the old file stays as it was.
+/// old one, whose permissions it takes over. Where the path is a symbolic link, the link stays and its target is
+/// replaced. Without uebernimm() the destructor removes the temporary file and the old file stays as it was.
 class AtomareDatei {
   public:
     /// Throws std::system_error when the folder cannot be written.
-    explicit AtomareDatei(std::string ziel);
+    explicit AtomareDatei(const std::string& ziel);
     AtomareDatei(const AtomareDatei&) = delete;
     AtomareDatei& operator=(const AtomareDatei&) = delete;
     ~AtomareDatei();
 
     /// Appends bytes. Throws std::system_error (disk full, quota).
     void schreibe(std::string_view bytes);
+
+    /// Waits until the bytes are on the disk, so that even a power failure leaves the old file or the whole new one.
+    /// For files that nothing else can restore. Throws std::system_error.
+    void sichere();
 
     /// Puts the file in place. Throws std::system_error; the old file is then unchanged. To be called once.
     void uebernimm();

@@ -15,7 +15,7 @@ class Hauptschlange final : public Ausfuehrer {
     /// Runs tasks on the calling thread, sleeping while there are none, until beende() was called.
     void laufe();
 
-    /// Lets laufe() return after the task in hand. Waiting tasks are dropped. Callable from any thread.
+    /// Lets laufe() return after the task in hand, for good. Waiting tasks are dropped. Callable from any thread.
     void beende();
 
   private:

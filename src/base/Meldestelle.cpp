@@ -34,7 +34,13 @@ Abo::~Abo() {
 
 void Abo::beende() {
     if (const auto liste = liste_.lock()) {
-        std::erase_if(liste->plaetze, [this](const Liste::Platz& platz) { return platz.nummer == nummer_; });
+        const auto platz = std::find_if(liste->plaetze.begin(), liste->plaetze.end(),
+                                        [this](const Liste::Platz& einer) { return einer.nummer == nummer_; });
+        if (platz != liste->plaetze.end()) {
+            const auto letzter =
+                std::move(platz->beobachter);  // may own another Abo: dies when the list is whole again
+            liste->plaetze.erase(platz);
+        }
     }
     liste_.reset();
 }

@@ -95,7 +95,9 @@ std::int64_t tageSeit1970(int jahr, int monat, int tag) {
 }  // namespace
 
 Zeitpunkt Zeitpunkt::ausUnix(std::int64_t sekunden, long nanosekunden) {
-    return {static_cast<double>(sekunden - kUnixBis2001) + static_cast<double>(nanosekunden) * 1e-9};
+    // In doubles from the start: a file system may report any 64 bits, and a difference of integers could overflow.
+    return {static_cast<double>(sekunden) - static_cast<double>(kUnixBis2001) +
+            static_cast<double>(nanosekunden) * 1e-9};
 }
 
 std::int64_t Zeitpunkt::alsUnix() const {

@@ -1,5 +1,7 @@
 #include "platform/posix/DateiEinstellungen.h"
 
+#include <algorithm>
+#include <cassert>
 #include <cstdlib>
 #include <system_error>
 #include <utility>
@@ -61,20 +63,30 @@ std::optional<std::string> DateiEinstellungen::lies(std::string_view schluessel)
 }
 
 void DateiEinstellungen::schreibe(std::string_view schluessel, std::string_view wert) {
-    liesDatei();  // another window of another process may have written since
-    werte_.insert_or_assign(std::string(schluessel), std::string(wert));
+    assert(schluessel.find_first_of("=\n") == std::string_view::npos);
+    offen_.insert_or_assign(std::string(schluessel), std::string(wert));
+    liesDatei();  // another program may have written since
+    for (const auto& [s, w] : offen_) {
+        werte_.insert_or_assign(s, w);
+    }
     try {
-        const auto name = dateien::letzterTeil(pfad_);
-        dateien::erstelleOrdner(pfad_.substr(0, pfad_.size() - name.size()));
-        dateien::AtomareDatei datei(pfad_);
-        for (const auto& [s, w] : werte_) {
-            datei.schreibe(s + "=" + maskiere(w) + "\n");
-        }
-        datei.uebernimm();
+        schreibeDatei();
+        offen_.clear();
     } catch (const std::system_error&) {
         // A read-only home is no reason to stop: the value holds for this run.
         return;
     }
+}
+
+void DateiEinstellungen::schreibeDatei() const {
+    const auto name = dateien::letzterTeil(pfad_);
+    dateien::erstelleOrdner(pfad_.substr(0, pfad_.size() - name.size()));
+    dateien::AtomareDatei datei(pfad_);
+    for (const auto& [schluessel, wert] : werte_) {
+        datei.schreibe(schluessel + "=" + maskiere(wert) + "\n");
+    }
+    datei.sichere();
+    datei.uebernimm();
 }
 
 std::optional<std::string> DateiEinstellungen::ortDerSuite(std::string_view suite) {

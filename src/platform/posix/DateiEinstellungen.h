@@ -8,8 +8,8 @@
 namespace spurkiste {
 
 /// Settings in one text file, a line "key=value" each: "\\" and "\n" inside a value are written as backslash
-/// sequences. Read once; every change is written at once and atomically, so that programs that run side by side
-/// never see half a file.
+/// sequences; a key holds neither "=" nor a line break. Read once; every change is written at once and atomically, on
+/// top of what other programs have written meanwhile, so that programs that run side by side never see half a file.
 class DateiEinstellungen final : public Einstellungen {
   public:
     /// `pfad` is the file; it need not exist and its folders are made at the first change.
@@ -27,10 +27,13 @@ class DateiEinstellungen final : public Einstellungen {
     static constexpr std::string_view kAltbestand = "ch.korvo.gpx-library";
 
   private:
+    using Werte = std::map<std::string, std::string, std::less<>>;
     void liesDatei();
+    void schreibeDatei() const;
 
     std::string pfad_;
-    std::map<std::string, std::string, std::less<>> werte_;
+    Werte werte_;
+    Werte offen_;  // changes of this run that no file holds yet
 };
 
 }  // namespace spurkiste

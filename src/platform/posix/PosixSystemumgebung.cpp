@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdlib>
 #include <string_view>
+#include <utility>
 
 #include "base/Dateien.h"
 #include "base/Text.h"
@@ -25,6 +26,31 @@ std::string alsSprache(std::string_view gebiet) {
     }
     std::replace(sprache.begin(), sprache.end(), '_', '-');
     return sprache;
+}
+
+/// The folder that a line XDG_DOCUMENTS_DIR="..." of user-dirs.dirs names: absolute, or below $HOME; a backslash
+/// stands before characters that the shell would take for its own. Nothing for every other line.
+std::optional<std::string> dokumenteAusZeile(std::string_view zeile, const std::string& heim) {
+    constexpr std::string_view anfang = "XDG_DOCUMENTS_DIR=\"";
+    constexpr std::string_view heimVariable = "$HOME";
+    if (!zeile.starts_with(anfang) || !zeile.ends_with('"') || zeile.size() == anfang.size()) {
+        return std::nullopt;
+    }
+    zeile.remove_prefix(anfang.size());
+    zeile.remove_suffix(1);
+    std::string ordner;
+    if (zeile.starts_with(heimVariable)) {
+        ordner = heim;
+        zeile.remove_prefix(heimVariable.size());
+    }
+    if (!zeile.empty() && zeile.front() != '/') {
+        return std::nullopt;
+    }
+    for (std::size_t i = 0; i < zeile.size(); ++i) {
+        i += zeile[i] == '\\' && i + 1 < zeile.size() ? 1 : 0;
+        ordner += zeile[i];
+    }
+    return ordner.empty() ? std::nullopt : std::optional(ordner);
 }
 
 }  // namespace
@@ -64,27 +90,17 @@ std::optional<std::string> PosixSystemumgebung::dokumenteOrdner() const {
     if (!ablage.starts_with('/')) {
         ablage = heim + "/.config";
     }
+    std::string ordner = heim + "/Documents";
     const auto inhalt = dateien::liesGanz(ablage + "/user-dirs.dirs").value_or("");
-    constexpr std::string_view anfang = "XDG_DOCUMENTS_DIR=\"";
     std::string_view rest = inhalt;
     while (!rest.empty()) {
         const auto zeile = rest.substr(0, rest.find('\n'));
         rest.remove_prefix(std::min(rest.size(), zeile.size() + 1));
-        auto wert = text::trimme(zeile);
-        if (!wert.starts_with(anfang) || !wert.ends_with('"') || wert.size() == anfang.size()) {
-            continue;
-        }
-        wert.remove_prefix(anfang.size());
-        wert.remove_suffix(1);
-        constexpr std::string_view heimVariable = "$HOME/";
-        if (wert.starts_with(heimVariable) && wert.size() > heimVariable.size()) {
-            return heim + "/" + std::string(wert.substr(heimVariable.size()));
-        }
-        if (wert.starts_with('/')) {
-            return std::string(wert);
+        if (auto genannt = dokumenteAusZeile(text::trimme(zeile), heim)) {
+            ordner = std::move(*genannt);  // a shell would let the last line win
         }
     }
-    return heim + "/Documents";
+    return dateien::absolut(ordner);
 }
 
 }  // namespace spurkiste

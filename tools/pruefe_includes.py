@@ -1,0 +1,164 @@
+#!/usr/bin/env python3
+"""Checks that every file under src/ includes only what its floor of the house may know.
+
+pruefe_includes.py SRC              prints one line per violation; exit status 1 when there is any
+pruefe_includes.py --selbstpruefung checks this check on a made-up tree of right and wrong includes
+"""
+
+import re
+import sys
+import tempfile
+from pathlib import Path
+
+# Which floors a floor may include, itself apart. "sicht" is what of ui/ the Qt-free target spurkiste_sicht holds.
+KERN = ["base", "platform", "geo", "i18n", "places", "track", "library"]
+DARUNTER = {
+    "base": [],
+    "platform": ["base"],
+    "geo": ["base", "platform"],
+    "i18n": ["base", "platform", "geo"],
+    "places": ["base", "platform", "geo"],
+    "track": KERN[:5],
+    "library": KERN[:6],
+    "sicht": KERN,
+    "ui": KERN + ["sicht"],
+    "cli": KERN + ["sicht"],
+    "app": KERN + ["sicht", "ui"],
+}
+
+# The bodies behind the platform's interfaces are chosen by the programs alone.
+KOERPER = ("platform/qt/", "platform/posix/")
+PROGRAMME = ("cli", "app")
+
+# Third-party headers and the files (or folders, with a closing slash) that may see them. All of ui/ but the Qt-free
+# part of it may see Qt.
+BIBLIOTHEKEN = [
+    ("ICU", r"unicode/", ["base/Text.cpp"]),
+    ("expat", r"expat\w*\.h$", ["track/XmlLauf.cpp"]),
+    ("simdjson", r"simdjson", ["i18n/Sprachtabelle.cpp", "track/GpxMetadatenJson.cpp", "library/Cache.cpp"]),
+    ("Qt", r"Q[A-Z]|Qt", ["platform/qt/", "ui/", "app/"]),
+    ("GIO", r"(gio|glib|gobject)(/|\.h|-)", ["platform/"]),
+    # The rest of the system interface; everybody else asks base/ or platform/.
+    ("POSIX", r"(sys/\w+|dirent|fcntl|unistd|termios|poll|signal|pwd|langinfo)\.h$", ["base/", "platform/", "cli/"]),
+    ("C++", r"[a-z_0-9]+$", [""]),
+]
+
+INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)
+
+
+def sicht_staemme(src):
+    """The files of spurkiste_sicht, as paths without suffix, from the CMake files of ui/."""
+    staemme = set()
+    for liste in src.glob("ui/**/CMakeLists.txt"):
+        for aufruf in re.findall(r"spurkiste_bibliothek\(\s*spurkiste_sicht\b([^)]*)\)", liste.read_text()):
+            for wort in aufruf.split():
+                if re.search(r"\.(cpp|h)$", wort):
+                    staemme.add((liste.parent / wort).relative_to(src).with_suffix("").as_posix())
+    return staemme
+
+
+def stockwerk(datei, sicht):
+    """The floor of a path relative to src/, or None outside of every floor."""
+    erstes = datei.split("/")[0]
+    if erstes == "ui" and re.sub(r"\.\w+$", "", datei) in sicht:
+        return "sicht"
+    return erstes if erstes in DARUNTER else None
+
+
+def einwand(datei, art, ziel, src, sicht):
+    """What is wrong with one include of a file; None when it is right."""
+    von = stockwerk(datei, sicht)
+    if von is None:
+        return "lies on no floor"
+    if art == "<":
+        for name, muster, erlaubt in BIBLIOTHEKEN:
+            if re.match(muster, ziel):
+                darf = any(datei == ort or (ort.endswith("/") or not ort) and datei.startswith(ort) for ort in erlaubt)
+                return None if darf and not (name == "Qt" and von == "sicht") else f"must not see {name}"
+        return "belongs to no library that the project uses"
+    if not (src / ziel).is_file():
+        return "is no file of src/"
+    nach = stockwerk(ziel, sicht)
+    if nach != von and nach not in DARUNTER[von]:
+        return f"{von} must not know {nach}"
+    if ziel.startswith(KOERPER) and von not in PROGRAMME and not datei.startswith(KOERPER):
+        return "only the programs choose a platform"
+    return None
+
+
+def verstoesse(src):
+    """One line per wrong include under src."""
+    sicht = sicht_staemme(src)
+    zeilen = []
+    for datei in sorted(pfad for pfad in src.rglob("*") if pfad.suffix in (".h", ".cpp")):
+        name = datei.relative_to(src).as_posix()
+        for art, ziel in INCLUDE.findall(datei.read_text(encoding="utf-8")):
+            grund = einwand(name, art, ziel, src, sicht)
+            if grund:
+                zeilen.append(f"{name}: {ziel}: {grund}")
+    return zeilen
+
+
+# file, include, whether it is right
+PROBEN = [
+    ("base/Text.cpp", "<unicode/uchar.h>", True),
+    ("base/Zahl.cpp", "<unicode/uchar.h>", False),
+    ("base/Zahl.cpp", '"geo/Koordinate.h"', False),
+    ("base/Zahl.cpp", '"base/Text.h"', True),
+    ("base/Zahl.cpp", "<sys/stat.h>", True),
+    ("base/Zahl.cpp", "<boost/any.hpp>", False),
+    ("geo/Koordinate.h", '"base/Text.h"', True),
+    ("geo/Koordinate.h", '"places/Ortsbuch.h"', False),
+    ("places/Ortsbuch.h", '"i18n/AppSprache.h"', False),
+    ("track/XmlLauf.cpp", "<expat.h>", True),
+    ("track/GpxLeser.cpp", "<expat.h>", False),
+    ("track/GpxLeser.cpp", '"library/Cache.h"', False),
+    ("track/GpxLeser.cpp", '"../base/Text.h"', False),
+    ("track/GpxLeser.cpp", "<sys/stat.h>", False),
+    ("library/Cache.cpp", "<simdjson.h>", True),
+    ("library/Cache.h", "  <simdjson.h>", False),
+    ("library/Cache.h", '"platform/posix/Dinge.h"', False),
+    ("library/Cache.h", '"ui/main/Formate.h"', False),
+    ("platform/qt/Dinge.h", "<QString>", True),
+    ("platform/Dinge.h", "<QString>", False),
+    ("platform/Dinge.h", "<gio/gio.h>", True),
+    ("ui/main/Formate.cpp", '"library/Cache.h"', True),
+    ("ui/main/Formate.h", "<QtWidgets/QWidget>", False),
+    ("ui/main/Formate.cpp", '"ui/main/Fenster.h"', False),
+    ("ui/main/Fenster.h", "<QWidget>", True),
+    ("ui/main/Fenster.h", '"ui/main/Formate.h"', True),
+    ("cli/main.cpp", '"ui/main/Formate.h"', True),
+    ("cli/main.cpp", '"ui/main/Fenster.h"', False),
+    ("cli/main.cpp", '"platform/posix/Dinge.h"', True),
+    ("cli/main.cpp", "<QString>", False),
+    ("app/main.cpp", '"ui/main/Fenster.h"', True),
+    ("neu/Ding.cpp", "<vector>", False),
+]
+
+
+def selbstpruefung():
+    with tempfile.TemporaryDirectory() as ordner:
+        src = Path(ordner)
+        ziele = {ziel.strip('"') for _, ziel, _ in PROBEN if ziel.startswith('"') and ".." not in ziel}
+        for datei in sorted({datei for datei, _, _ in PROBEN} | ziele):
+            (src / datei).parent.mkdir(parents=True, exist_ok=True)
+            zeilen = [f"#include {ziel}\n" for d, ziel, _ in PROBEN if d == datei]
+            (src / datei).write_text("// a made-up file\n" + "".join(zeilen), encoding="utf-8")
+        (src / "ui/main/CMakeLists.txt").write_text("spurkiste_bibliothek(spurkiste_sicht\n  SOURCES Formate.cpp)\n")
+        gefunden = {":".join(zeile.split(":")[:2]) for zeile in verstoesse(src)}
+    erwartet = {datei + ": " + ziel.strip(" <>\"") for datei, ziel, richtig in PROBEN if not richtig}
+    return [f"not noticed: {probe}" for probe in sorted(erwartet - gefunden)] + [
+        f"wrongly accused: {probe}" for probe in sorted(gefunden - erwartet)
+    ]
+
+
+def main():
+    if len(sys.argv) != 2:
+        sys.exit(__doc__)
+    zeilen = selbstpruefung() if sys.argv[1] == "--selbstpruefung" else verstoesse(Path(sys.argv[1]))
+    print("\n".join(zeilen) if zeilen else "all includes are in order")
+    sys.exit(1 if zeilen else 0)
+
+
+if __name__ == "__main__":
+    main()
