@@ -1,0 +1,69 @@
+#include "ui/detail/PapierMenue.h"
+
+#include <QPainterPath>
+#include <QRegion>
+
+#include "ui/detail/KistePapier.h"
+#include "ui/detail/Papier.h"
+#include "ui/detail/Schrift.h"
+#include "ui/detail/Symbole.h"
+
+namespace spurkiste {
+
+namespace {
+
+constexpr int kRadius = 11;
+constexpr int kHaekchen = 16;
+
+QString rgba(const QColor& farbe, double deckkraft = 1.0) {
+    return QStringLiteral("rgba(%1,%2,%3,%4)").arg(farbe.red()).arg(farbe.green()).arg(farbe.blue()).arg(deckkraft);
+}
+
+QIcon haekchen(const QWidget& fuer, bool sichtbar) {
+    if (sichtbar) {
+        return Symbole::bild("checkmark", kHaekchen, KistePapier::goldDunkel, fuer.devicePixelRatioF());
+    }
+    QPixmap leer(kHaekchen, kHaekchen);  // keeps the place, so that all texts begin at the same column
+    leer.fill(Qt::transparent);
+    return leer;
+}
+
+}  // namespace
+
+PapierMenue::PapierMenue(QWidget* eltern) : QMenu(eltern) {
+    setWindowFlag(Qt::NoDropShadowWindowHint, false);
+    setFont(Schrift::mach(12.5, QFont::Medium));
+    setStyleSheet(QStringLiteral("QMenu{background:%1;border:1px solid %2;border-radius:%3px;padding:5px}"
+                                 "QMenu::item{height:26px;padding:0 18px 0 10px;border-radius:7px;color:%4}"
+                                 "QMenu::item:selected{background:%5}"
+                                 "QMenu::item:disabled{color:%6}"
+                                 "QMenu::icon{left:10px}"
+                                 "QMenu::separator{height:1px;background:%7;margin:5px 10px}")
+                      .arg(rgba(KistePapier::karte), rgba(KistePapier::linie))
+                      .arg(kRadius)
+                      .arg(rgba(KistePapier::tinte), rgba(KistePapier::gold, 0.17), rgba(KistePapier::gravur),
+                           rgba(KistePapier::linie, 0.9)));
+}
+
+QAction* PapierMenue::fuegeWahlHinzu(const QString& text, bool gewaehlt) {
+    QString sicher = text;
+    QAction* wahl = addAction(haekchen(*this, gewaehlt), sicher.replace('&', QStringLiteral("&&")));
+    wahl->setCheckable(true);
+    wahl->setChecked(gewaehlt);
+    return wahl;
+}
+
+void PapierMenue::oeffneUnter(const QWidget& element, int abstand) {
+    const int rand = papier::kRingRand;
+    popup(element.mapToGlobal(QPoint(rand, element.height() - rand + abstand)));
+}
+
+void PapierMenue::resizeEvent(QResizeEvent* ereignis) {
+    QMenu::resizeEvent(ereignis);
+    // A mask instead of transparency: without a compositor the corners of a transparent window would be black.
+    QPainterPath form;
+    form.addRoundedRect(rect(), kRadius, kRadius);
+    setMask(QRegion(form.toFillPolygon().toPolygon()));
+}
+
+}  // namespace spurkiste

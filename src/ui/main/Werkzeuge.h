@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QWidget>
+
+#include "platform/Einstellungen.h"
+#include "ui/detail/Knopf.h"
+#include "ui/detail/Schild.h"
+#include "ui/detail/Suchfeld.h"
+
+namespace spurkiste {
+
+/// The row at the top of the window: title, the folder's name, the four actions, the search field.
+class Werkzeuge final : public QWidget {
+    Q_OBJECT
+
+  public:
+    /// `einstellungen` says which language is chosen; must outlive the row.
+    explicit Werkzeuge(const Einstellungen& einstellungen, QWidget* eltern = nullptr);
+
+    [[nodiscard]] Suchfeld& suchfeld() const { return *suchfeld_; }
+
+    /// The library folder's full path; its last component is shown.
+    void zeigeOrdner(const QString& pfad);
+    /// Takes texts and fonts anew, after the language changed.
+    void kleide();
+    /// The width of the column under the search field, which keeps to it.
+    void richteSpalteAus(int breite);
+
+  signals:
+    void importGewuenscht();
+    void ordnerwechselGewuenscht();
+    void neuladenGewuenscht();
+    /// A language was chosen in the menu: its code, or "system".
+    void spracheGewaehlt(const QString& code);
+
+  protected:
+    void paintEvent(QPaintEvent* ereignis) override;
+
+  private:
+    void oeffneSprachmenue();
+
+    const Einstellungen& einstellungen_;
+    Schild* titel_;
+    Schild* ordner_;
+    Knopf* import_;
+    Knopf* ordnerwechsel_;
+    Knopf* neuladen_;
+    Knopf* sprache_;
+    Suchfeld* suchfeld_;
+};
+
+}  // namespace spurkiste
