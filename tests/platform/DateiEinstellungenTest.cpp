@@ -1,0 +1,83 @@
+#include <filesystem>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "hilfe/TempOrdner.h"
+#include "hilfe/Umgebung.h"
+#include "platform/posix/DateiEinstellungen.h"
+
+namespace spurkiste {
+
+TEST(DateiEinstellungenTest, JederWertUebersteht) {
+    const TempOrdner ordner;
+    const std::string pfad = ordner.in("neu/darin/einstellungen.conf");
+    EXPECT_EQ(DateiEinstellungen(pfad).lies("appLanguage"), std::nullopt);
+    EXPECT_FALSE(std::filesystem::exists(ordner.in("neu"))) << "reading makes no folder";
+    for (const std::string& wert :
+         {std::string(), std::string("/a/b"), std::string("\\"), std::string("\\n"), std::string("a\nb\n"),
+          std::string("\\\\n\\"), std::string("x=y=z"), std::string("\r\t "), std::string("\0", 1),
+          std::string("Z\xFCrich"), std::string(100000, 'x')}) {
+        DateiEinstellungen(pfad).schreibe("wert", wert);
+        DateiEinstellungen(pfad).schreibe("daneben", "bleibt");
+        EXPECT_EQ(DateiEinstellungen(pfad).lies("wert"), wert);
+        EXPECT_EQ(DateiEinstellungen(pfad).lies("daneben"), "bleibt");
+    }
+}
+
+TEST(DateiEinstellungenTest, FremdesInDerDateiSchadetNicht) {
+    const TempOrdner ordner;
+    const std::string pfad = ordner.schreibe("e.conf", "\n\nohne\n=leer\na=1\na=2\nb=\\\n\xFF=\xFE\nohne Ende=5\\");
+    const DateiEinstellungen einstellungen(pfad);
+    EXPECT_EQ(einstellungen.lies("a"), "2");
+    EXPECT_EQ(einstellungen.lies("b"), "\\");
+    EXPECT_EQ(einstellungen.lies(""), "leer");
+    EXPECT_EQ(einstellungen.lies("ohne"), std::nullopt);
+    EXPECT_EQ(einstellungen.lies("ohne Ende"), "5\\");
+    std::filesystem::create_directory(ordner.in("ordner"));
+    EXPECT_EQ(DateiEinstellungen(ordner.in("ordner")).lies("a"), std::nullopt);
+}
+
+TEST(DateiEinstellungenTest, ZweiProgrammeVerlierenNichtsVoneinander) {
+    const TempOrdner ordner;
+    DateiEinstellungen eines(ordner.in("e.conf"));
+    DateiEinstellungen anderes(ordner.in("e.conf"));
+    eines.schreibe("a", "1");
+    anderes.schreibe("b", "2");
+    eines.schreibe("c", "3");
+    const DateiEinstellungen spaeter(ordner.in("e.conf"));
+    EXPECT_EQ(spaeter.lies("a"), "1");
+    EXPECT_EQ(spaeter.lies("b"), "2");
+    EXPECT_EQ(spaeter.lies("c"), "3");
+    EXPECT_EQ(eines.lies("b"), "2");
+}
+
+TEST(DateiEinstellungenTest, WasNichtGeschriebenWerdenKannGiltFuerDiesenLauf) {
+    const TempOrdner ordner;
+    ordner.schreibe("e.conf", "a=alt\n");
+    DateiEinstellungen einstellungen(ordner.in("e.conf"));
+    std::filesystem::rename(ordner.in("e.conf"), ordner.in("beiseite"));
+    std::filesystem::create_directory(ordner.in("e.conf"));  // nothing can be written over a folder
+    einstellungen.schreibe("a", "neu");
+    EXPECT_EQ(einstellungen.lies("a"), "neu");
+
+    std::filesystem::remove(ordner.in("e.conf"));
+    std::filesystem::rename(ordner.in("beiseite"), ordner.in("e.conf"));
+    einstellungen.schreibe("b", "1");  // reads the old value of a and must not fall back to it
+    EXPECT_EQ(einstellungen.lies("a"), "neu");
+    EXPECT_EQ(DateiEinstellungen(ordner.in("e.conf")).lies("a"), "neu");
+}
+
+TEST(DateiEinstellungenTest, LiegenImOrdnerDerEinstellungen) {
+    const auto ort = [](const Umgebung::Wert& xdg, const Umgebung::Wert& heim) {
+        const Umgebung umgebung({{"XDG_CONFIG_HOME", xdg}, {"HOME", heim}});
+        return DateiEinstellungen::ortDerSuite("suite");
+    };
+    EXPECT_EQ(ort("/x", "/h"), "/x/suite/einstellungen.conf");
+    EXPECT_EQ(ort(std::nullopt, "/h"), "/h/.config/suite/einstellungen.conf");
+    EXPECT_EQ(ort("relativ", "/h"), "/h/.config/suite/einstellungen.conf");
+    EXPECT_EQ(ort("", std::nullopt), std::nullopt);
+    EXPECT_EQ(ort(std::nullopt, ""), std::nullopt);
+}
+
+}  // namespace spurkiste
