@@ -1,21 +1,33 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include "base/Zeitpunkt.h"
 #include "track/GpxMetadaten.h"
+#include "track/XmlLauf.h"
 
 namespace spurkiste {
 
-/// Turns one GPX file into one record. Static, without state of its own; any number of threads at once.
+/// Turns one GPX file into one record. Static; any number of threads at once, each of which keeps a buffer for its
+/// next file. Element starts count by their local name, ends only when the full name, as written, is the plain one: a
+/// file that puts a prefix before its own elements has no points, while a prefixed weather sample is found.
 class GpxLeser {
   public:
+    GpxLeser() = delete;
+
     /// Reads the regular file at the absolute path. Never fails on content: a file that is broken, foreign or cannot
     /// be opened gives a record of what could be read, down to zero figures. Nothing only when the file's size or
-    /// date cannot be had: it vanished, or it is no regular file.
+    /// date cannot be had: it vanished, or it is no regular file. Size and date are those before the first byte, and
+    /// no byte beyond that size is read, however fast the file grows.
     [[nodiscard]] static std::optional<GpxMetadaten> lese(const std::string& pfad);
+
+    /// The record that a file of these bytes gives, with everything left out that does not come from the content:
+    /// `pfad`, `dateiName`, `dateiDatum`, `dateiGroesse`. The result does not depend on `amStueck`, the size from
+    /// which on the bytes are parsed in pieces.
+    [[nodiscard]] static GpxMetadaten ausInhalt(std::string_view inhalt, std::size_t amStueck = XmlLauf::kAmStueck);
 
     /// A point's time: an ISO 8601 timestamp as Zeitpunkt::ausIso8601() reads it, with white space around it allowed
     /// and taken as UTC when it has no zone. Nothing for any other text.
