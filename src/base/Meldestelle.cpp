@@ -47,7 +47,7 @@ void Abo::beende() {
 
 Meldestelle::Meldestelle() : liste_(std::make_shared<Abo::Liste>()) {}
 
-Abo Meldestelle::beobachte(std::function<void()> beobachter) {
+Abo Meldestelle::beobachte(std::function<void()> beobachter) const {
     const std::uint64_t nummer = liste_->naechste++;
     liste_->plaetze.push_back({nummer, std::make_shared<const std::function<void()>>(std::move(beobachter))});
     return {liste_, nummer};

@@ -37,7 +37,7 @@ class Meldestelle {
     Meldestelle();
 
     /// Adds an observer; it hears every melde() from now on until the Abo ends.
-    [[nodiscard]] Abo beobachte(std::function<void()> beobachter);
+    [[nodiscard]] Abo beobachte(std::function<void()> beobachter) const;
 
     /// Tells every observer that was there when the call began and has not been removed since.
     void melde() const;

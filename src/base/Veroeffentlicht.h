@@ -18,7 +18,7 @@ class Veroeffentlicht {
     [[nodiscard]] const T& wert() const { return wert_; }
 
     /// `beobachter` is called before every change until the Abo ends.
-    [[nodiscard]] Abo beobachte(std::function<void()> beobachter) {
+    [[nodiscard]] Abo beobachte(std::function<void()> beobachter) const {
         return meldestelle_.beobachte(std::move(beobachter));
     }
 

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string_view>
+
+#include "library/Bibliothek.h"
+#include "ui/main/Ansichtstexte.h"
+
+namespace spurkiste {
+
+/// The forms in which records are written out. Each hands its text to the sink in pieces. Main thread.
+namespace ausgabe {
+
+using Senke = std::function<void(std::string_view)>;
+
+/// One JSON array with the object of each record, an object a line, in the order given. Names that are not UTF-8 are
+/// written with U+FFFD in the place of their odd bytes.
+void alsJson(const Bibliothek::Eintraege& eintraege, const Senke& senke);
+
+/// CSV by RFC 4180 with a header line: the fields of a record, coordinates and weather in columns of their own,
+/// instants in ISO 8601 (UTC), absent values empty. Texts are written byte for byte.
+void alsCsv(const Bibliothek::Eintraege& eintraege, const Senke& senke);
+
+/// A table for people, as wide as `breite` columns allow (absent: as its content is), with the columns of the window
+/// and, below them, what the window's status line says.
+void alsTabelle(const Bibliothek::Eintraege& eintraege, const Ansichtstexte& texte, std::optional<std::size_t> breite,
+                bool farben, const Senke& senke);
+
+}  // namespace ausgabe
+
+}  // namespace spurkiste

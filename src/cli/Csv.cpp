@@ -1,0 +1,125 @@
+#include <array>
+#include <chrono>
+#include <cstdint>
+#include <string>
+
+#include "base/Zahl.h"
+#include "cli/Ausgabe.h"
+
+namespace spurkiste::ausgabe {
+
+namespace {
+
+constexpr std::string_view kKopf =
+    "pfad,dateiName,spurName,datum,dateiDatum,dateiGroesse,streckeMeter,dauerSekunden,anstiegMeter,punkte,startBreite,"
+    "startLaenge,endeBreite,endeLaenge,rundkurs,hatZeitstempel,sportRoh,startOrt,zielOrt,temperaturCelsius,"
+    "luftfeuchteProzent,windKmh,windrichtung,lage,messpunkte\r\n";
+
+std::string zweistellig(unsigned zahl) {
+    return (zahl < 10 ? "0" : "") + std::to_string(zahl);
+}
+
+/// "2024-09-21T06:15:00Z"; fractions of a second are cut. Instants come from files with four-digit years or from the
+/// file system, so the year needs no sign.
+std::string iso8601(Zeitpunkt zeit) {
+    using namespace std::chrono;
+    const sys_seconds instant{seconds{zeit.alsUnix()}};
+    const auto tag = floor<days>(instant);
+    const year_month_day datum{tag};
+    const hh_mm_ss uhr{instant - tag};
+    const std::string jahr = std::to_string(static_cast<int>(datum.year()));
+    const auto zahl = [](auto dauer) { return zweistellig(static_cast<unsigned>(dauer.count())); };
+    return std::string(jahr.size() < 4 ? 4 - jahr.size() : 0, '0') + jahr + "-" +
+           zweistellig(static_cast<unsigned>(datum.month())) + "-" + zweistellig(static_cast<unsigned>(datum.day())) +
+           "T" + zahl(uhr.hours()) + ":" + zahl(uhr.minutes()) + ":" + zahl(uhr.seconds()) + "Z";
+}
+
+/// Builds one line, field by field.
+class Csvzeile {
+  public:
+    void nimm(std::string_view text) {
+        trenne();
+        if (text.find_first_of(",\"\r\n") == std::string_view::npos) {
+            zeile_ += text;
+            return;
+        }
+        zeile_ += '"';
+        for (const char zeichen : text) {
+            if (zeichen == '"') {
+                zeile_ += '"';
+            }
+            zeile_ += zeichen;
+        }
+        zeile_ += '"';
+    }
+    void nimm(double zahl) {
+        zahl::Puffer puffer;
+        nimm(zahl::schreibe(zahl, puffer));
+    }
+    void nimm(std::int64_t zahl) { nimm(std::to_string(zahl)); }
+    void nimm(bool wahr) { nimm(std::string_view(wahr ? "true" : "false")); }
+    void nimm(const std::string& text) { nimm(std::string_view(text)); }
+    void nimm(Zeitpunkt zeit) { nimm(iso8601(zeit)); }
+    template <typename T>
+    void nimm(const std::optional<T>& wert) {
+        if (wert) {
+            nimm(*wert);
+        } else {
+            trenne();
+        }
+    }
+    void nimm(const std::optional<Koordinate>& ort) {
+        nimm(ort ? std::optional(ort->breite) : std::nullopt);
+        nimm(ort ? std::optional(ort->laenge) : std::nullopt);
+    }
+
+    std::string fertig() && { return std::move(zeile_.append("\r\n")); }
+
+  private:
+    void trenne() {
+        if (begonnen_) {
+            zeile_ += ',';
+        }
+        begonnen_ = true;
+    }
+
+    std::string zeile_;
+    bool begonnen_ = false;
+};
+
+}  // namespace
+
+void alsCsv(const Bibliothek::Eintraege& eintraege, const Senke& senke) {
+    senke(kKopf);
+    for (const Eintrag& eintrag : eintraege) {
+        const GpxMetadaten& e = *eintrag;
+        const GpxWetter wetter = e.wetter.value_or(GpxWetter{});
+        Csvzeile zeile;
+        zeile.nimm(e.pfad);
+        zeile.nimm(e.dateiName);
+        zeile.nimm(e.spurName);
+        zeile.nimm(e.datum);
+        zeile.nimm(e.dateiDatum);
+        zeile.nimm(e.dateiGroesse);
+        zeile.nimm(e.streckeMeter);
+        zeile.nimm(e.dauerSekunden);
+        zeile.nimm(e.anstiegMeter);
+        zeile.nimm(e.punkte);
+        zeile.nimm(e.start);
+        zeile.nimm(e.ende);
+        zeile.nimm(e.rundkurs);
+        zeile.nimm(e.hatZeitstempel);
+        zeile.nimm(e.sportRoh);
+        zeile.nimm(e.startOrt);
+        zeile.nimm(e.zielOrt);
+        zeile.nimm(wetter.temperaturCelsius);
+        zeile.nimm(wetter.luftfeuchteProzent);
+        zeile.nimm(wetter.windKmh);
+        zeile.nimm(wetter.windrichtung);
+        zeile.nimm(wetter.lage);
+        zeile.nimm(e.wetter ? std::optional(e.wetter->messpunkte) : std::nullopt);
+        senke(std::move(zeile).fertig());
+    }
+}
+
+}  // namespace spurkiste::ausgabe
