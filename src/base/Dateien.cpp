@@ -27,6 +27,13 @@ std::size_t punktVorEndung(std::string_view name) {
     return punkt == 0 || punkt == std::string_view::npos ? name.size() : punkt;
 }
 
+/// The path that symbolic links lead to, or the path itself where nothing is yet.
+std::string hinterVerweisen(const std::string& pfad) {
+    std::error_code fehlt;
+    const auto echt = std::filesystem::canonical(pfad, fehlt);
+    return fehlt ? pfad : echt.native();
+}
+
 /// A file beside the target under a name that nobody else uses, with the permissions of the target or, without one,
 /// those that a new file gets. The name is short, since the target's may already be as long as the system allows.
 int oeffneVorlaeufig(const std::string& ziel, std::string& name) {
@@ -37,15 +44,19 @@ int oeffneVorlaeufig(const std::string& ziel, std::string& name) {
     std::random_device zufall;
     for (int i = 0; i < versuche; ++i) {
         name = ordner + ".spurkiste-" + std::to_string(zufall()) + ".tmp";
+        // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): the system has no other way to open
         const int nummer = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        if (nummer >= 0 && ersetzt) {
-            ::fchmod(nummer, altes.st_mode & 0777U);  // some file systems know no permissions, and that is fine
-        }
-        if (nummer >= 0 || errno != EEXIST) {
+        if (nummer >= 0) {
+            if (ersetzt) {
+                ::fchmod(nummer, altes.st_mode & 0777U);  // some file systems know no permissions, and that is fine
+            }
             return nummer;
         }
+        if (errno != EEXIST) {
+            throw systemfehler(errno);
+        }
     }
-    return -1;
+    throw systemfehler(EEXIST);
 }
 
 }  // namespace
@@ -132,6 +143,7 @@ std::optional<Leser> Leser::oeffne(const std::string& pfad) {
     if (::stat(pfad.c_str(), &zustand) != 0 || !S_ISREG(zustand.st_mode)) {
         return std::nullopt;
     }
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): the system has no other way to open
     const int nummer = ::open(pfad.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     if (nummer < 0) {
         return std::nullopt;
@@ -183,15 +195,8 @@ std::optional<std::string> liesGanz(const std::string& pfad) {
     return inhalt;
 }
 
-AtomareDatei::AtomareDatei(const std::string& ziel) {
-    std::error_code neu;  // canonical() knows only what exists
-    const auto echt = std::filesystem::canonical(ziel, neu);
-    ziel_ = neu ? ziel : echt.native();
-    nummer_ = oeffneVorlaeufig(ziel_, vorlaeufig_);
-    if (nummer_ < 0) {
-        throw systemfehler(errno);
-    }
-}
+AtomareDatei::AtomareDatei(const std::string& ziel)
+    : ziel_(hinterVerweisen(ziel)), nummer_(oeffneVorlaeufig(ziel_, vorlaeufig_)) {}
 
 AtomareDatei::~AtomareDatei() {
     if (nummer_ >= 0) {

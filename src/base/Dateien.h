@@ -101,8 +101,8 @@ class AtomareDatei {
 
   private:
     std::string ziel_;
-    std::string vorlaeufig_;
-    int nummer_ = -1;
+    std::string vorlaeufig_;  // empty when there is nothing to remove
+    int nummer_;
 };
 
 }  // namespace spurkiste::dateien

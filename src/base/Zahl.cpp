@@ -8,6 +8,37 @@
 
 namespace spurkiste::zahl {
 
+namespace {
+
+/// Writes ganzzahl / 10^7 in decimal digits at the end of the buffer, without closing zeros, and returns the text.
+std::string_view schreibeMitSiebenStellen(long long ganzzahl, Puffer& puffer) {
+    const bool negativ = ganzzahl < 0;
+    auto rest = static_cast<unsigned long long>(negativ ? -ganzzahl : ganzzahl);
+    char* const grenze = puffer.data() + puffer.size();
+    char* ziffer = grenze;
+    bool bruch = false;
+    for (int stelle = 0; stelle < 7; ++stelle, rest /= 10) {
+        const auto z = static_cast<char>('0' + rest % 10);
+        if (bruch || z != '0') {
+            *--ziffer = z;
+            bruch = true;
+        }
+    }
+    if (bruch) {
+        *--ziffer = '.';
+    }
+    do {
+        *--ziffer = static_cast<char>('0' + rest % 10);
+        rest /= 10;
+    } while (rest != 0);
+    if (negativ) {
+        *--ziffer = '-';
+    }
+    return {ziffer, static_cast<std::size_t>(grenze - ziffer)};
+}
+
+}  // namespace
+
 std::optional<double> lies(std::string_view text) {
     if (text.starts_with('+')) {
         text.remove_prefix(1);
@@ -35,8 +66,6 @@ std::string fest(double wert, int stellen) {
 
 std::string_view schreibe(double wert, Puffer& puffer) {
     assert(std::isfinite(wert));
-    char* anfang = puffer.data();
-    char* grenze = anfang + puffer.size();
     // Coordinates and elevations have few decimals. When value * 10^7 rounds to an integer whose quotient is the
     // value again, that quotient is the correctly rounded decimal fraction, so its digits read back to the same
     // double; printing an integer costs a third of the shortest-digits search.
@@ -44,33 +73,12 @@ std::string_view schreibe(double wert, Puffer& puffer) {
     if (std::fabs(wert) < 1e8) {
         const auto ganzzahl = static_cast<long long>(std::nearbyint(wert * faktor));
         if (ganzzahl != 0 && static_cast<double>(ganzzahl) / faktor == wert) {
-            const bool negativ = ganzzahl < 0;
-            auto rest = static_cast<unsigned long long>(negativ ? -ganzzahl : ganzzahl);
-            char* ziffer = grenze;
-            bool bruch = false;
-            for (int stelle = 0; stelle < 7; ++stelle, rest /= 10) {
-                const auto z = static_cast<char>('0' + rest % 10);
-                if (bruch || z != '0') {
-                    *--ziffer = z;
-                    bruch = true;
-                }
-            }
-            if (bruch) {
-                *--ziffer = '.';
-            }
-            do {
-                *--ziffer = static_cast<char>('0' + rest % 10);
-                rest /= 10;
-            } while (rest != 0);
-            if (negativ) {
-                *--ziffer = '-';
-            }
-            return {ziffer, static_cast<std::size_t>(grenze - ziffer)};
+            return schreibeMitSiebenStellen(ganzzahl, puffer);
         }
     }
-    const auto [ende, fehler] = std::to_chars(anfang, grenze, wert);
+    const auto [ende, fehler] = std::to_chars(puffer.data(), puffer.data() + puffer.size(), wert);
     assert(fehler == std::errc());
-    return {anfang, static_cast<std::size_t>(ende - anfang)};
+    return {puffer.data(), static_cast<std::size_t>(ende - puffer.data())};
 }
 
 long long ganz(double wert) {

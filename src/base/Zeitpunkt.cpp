@@ -11,7 +11,7 @@ namespace spurkiste {
 namespace {
 
 constexpr std::int64_t kUnixBis2001 = 978307200;  // seconds from 1970-01-01 to 2001-01-01
-constexpr int kSekundenProTag = 86400;
+constexpr std::int64_t kSekundenProTag = 86400;
 
 bool istZiffer(char zeichen) {
     return zeichen >= '0' && zeichen <= '9';
@@ -141,8 +141,8 @@ std::optional<Zeitpunkt> Zeitpunkt::ausIso8601(std::string_view text) {
     if (!moeglich) {
         return std::nullopt;
     }
-    const std::int64_t ganze = tageSeit1970(jahr, monat, tag) * kSekundenProTag + stunde * 3600 + minute * 60 +
-                               sekunde - versatz - kUnixBis2001;
+    const int amTag = stunde * 3600 + minute * 60 + sekunde - versatz;
+    const std::int64_t ganze = tageSeit1970(jahr, monat, tag) * kSekundenProTag + amTag - kUnixBis2001;
     return Zeitpunkt{static_cast<double>(ganze) + bruch};
 }
 
