@@ -1,6 +1,8 @@
 #include "ui/detail/Papier.h"
 
+#include <QPainterPath>
 #include <QPen>
+#include <QRegion>
 
 #include "ui/detail/KistePapier.h"
 
@@ -30,6 +32,12 @@ void fokusring(QPainter& maler, const QRectF& kasten, double radius) {
     form(maler, kasten.adjusted(-kRingRand, -kRingRand, kRingRand, kRingRand), radius + 2 * halb, Qt::transparent,
          KistePapier::mitDeckkraft(KistePapier::gold, 0.16), kRingRand);
     form(maler, kasten, radius, Qt::transparent, KistePapier::mitDeckkraft(KistePapier::gold, 0.72), staerke);
+}
+
+void schneideEcken(QWidget& fenster, int radius) {
+    QPainterPath form;
+    form.addRoundedRect(fenster.rect(), radius, radius);
+    fenster.setMask(QRegion(form.toFillPolygon().toPolygon()));
 }
 
 }  // namespace spurkiste::papier

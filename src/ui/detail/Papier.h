@@ -3,6 +3,7 @@
 #include <QColor>
 #include <QPainter>
 #include <QRectF>
+#include <QWidget>
 
 /// How surfaces of the interface are drawn: cards, capsules, their borders, and the ring of the keyboard focus.
 /// GUI thread.
@@ -17,5 +18,9 @@ void form(QPainter& maler, const QRectF& kasten, double radius, const QColor& gr
 
 /// Draws the focus ring of a shape: a stronger border on it and a soft band of kRingRand around it.
 void fokusring(QPainter& maler, const QRectF& kasten, double radius);
+
+/// Gives a top-level window rounded corners by a mask: without a compositor, the corners of a transparent window would
+/// be black.
+void schneideEcken(QWidget& fenster, int radius);
 
 }  // namespace spurkiste::papier

@@ -17,9 +17,10 @@ class PapierKapsel final : public Knopf {
     void setzeAktiv(bool aktiv);
     [[nodiscard]] bool aktiv() const { return aktiv_; }
 
-  private:
+    /// Takes the font anew, after the language changed.
     void kleide();
 
+  private:
     bool aktiv_ = false;
 };
 

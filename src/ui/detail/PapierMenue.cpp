@@ -1,8 +1,5 @@
 #include "ui/detail/PapierMenue.h"
 
-#include <QPainterPath>
-#include <QRegion>
-
 #include "ui/detail/KistePapier.h"
 #include "ui/detail/Papier.h"
 #include "ui/detail/Schrift.h"
@@ -60,10 +57,7 @@ void PapierMenue::oeffneUnter(const QWidget& element, int abstand) {
 
 void PapierMenue::resizeEvent(QResizeEvent* ereignis) {
     QMenu::resizeEvent(ereignis);
-    // A mask instead of transparency: without a compositor the corners of a transparent window would be black.
-    QPainterPath form;
-    form.addRoundedRect(rect(), kRadius, kRadius);
-    setMask(QRegion(form.toFillPolygon().toPolygon()));
+    papier::schneideEcken(*this, kRadius);
 }
 
 }  // namespace spurkiste

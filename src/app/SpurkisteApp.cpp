@@ -1,0 +1,56 @@
+#include "app/SpurkisteApp.h"
+
+#include "i18n/AppSprache.h"
+#include "ui/detail/KistePapier.h"
+#include "ui/detail/Schrift.h"
+#include "ui/main/InhaltsAnsicht.h"
+
+namespace spurkiste {
+
+namespace {
+
+/// The application is light whatever the desktop's colours are.
+QPalette palette() {
+    QPalette farben(KistePapier::kapsel, KistePapier::buehne);
+    farben.setColor(QPalette::Window, KistePapier::buehne);
+    farben.setColor(QPalette::WindowText, KistePapier::tinte);
+    farben.setColor(QPalette::Base, KistePapier::karte);
+    farben.setColor(QPalette::Text, KistePapier::tinte);
+    farben.setColor(QPalette::ButtonText, KistePapier::tinte);
+    farben.setColor(QPalette::Highlight, KistePapier::goldDunkel);
+    farben.setColor(QPalette::HighlightedText, KistePapier::karte);
+    farben.setColor(QPalette::ToolTipBase, KistePapier::karte);
+    farben.setColor(QPalette::ToolTipText, KistePapier::tinte);
+    farben.setColor(QPalette::PlaceholderText, KistePapier::tinteLeise);
+    return farben;
+}
+
+}  // namespace
+
+SpurkisteApp::SpurkisteApp(const std::optional<std::string>& ordner)
+    : einstellungen_(DateiEinstellungen::ortDerSuite(DateiEinstellungen::kSuite).value_or("")),
+      altbestand_(DateiEinstellungen::ortDerSuite(DateiEinstellungen::kAltbestand).value_or("")) {
+    AppSprache::richteEin(&einstellungen_, &umgebung_);
+    QApplication::setStyle(QStringLiteral("Fusion"));
+    QApplication::setPalette(palette());
+    QApplication::setFont(Schrift::mach(12.5));
+    const Bibliothek::Anschluesse anschluesse{einstellungen_, &altbestand_, umgebung_, hauptfaden_, arbeiter_};
+    if (ordner) {
+        bibliothek_.emplace(anschluesse, *ordner);
+    } else {
+        bibliothek_.emplace(anschluesse);
+    }
+}
+
+SpurkisteApp::~SpurkisteApp() {
+    AppSprache::richteEin(nullptr, nullptr);
+}
+
+void SpurkisteApp::oeffneFenster() {
+    auto* fenster = new InhaltsAnsicht(*bibliothek_, einstellungen_, sprachwechsel_);
+    fenster->setAttribute(Qt::WA_DeleteOnClose);
+    QObject::connect(fenster, &InhaltsAnsicht::neuesFensterGewuenscht, qApp, [this] { oeffneFenster(); });
+    fenster->show();
+}
+
+}  // namespace spurkiste

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QApplication>
+#include <optional>
+#include <string>
+
+#include "base/ArbeiterPool.h"
+#include "base/Meldestelle.h"
+#include "library/Bibliothek.h"
+#include "platform/posix/DateiEinstellungen.h"
+#include "platform/posix/PosixSystemumgebung.h"
+#include "platform/qt/QtAusfuehrer.h"
+
+namespace spurkiste {
+
+/// The application: owns what there is once per run, the library before all, and opens the windows on it. GUI thread.
+class SpurkisteApp {
+  public:
+    /// `ordner` is the library folder of this run; absent, the settings say which. The toolkit's application object
+    /// must exist and outlive this one. Throws std::runtime_error when no library folder can be chosen.
+    explicit SpurkisteApp(const std::optional<std::string>& ordner);
+    SpurkisteApp(const SpurkisteApp&) = delete;
+    SpurkisteApp& operator=(const SpurkisteApp&) = delete;
+    ~SpurkisteApp();
+
+    /// Opens one more window; it starts a load once its first frame stands. Deletes itself when it is closed.
+    void oeffneFenster();
+
+  private:
+    DateiEinstellungen einstellungen_;
+    DateiEinstellungen altbestand_;
+    PosixSystemumgebung umgebung_;
+    QtAusfuehrer hauptfaden_;
+    ArbeiterPool arbeiter_;  // ends before the main thread's queue that it posts to
+    Meldestelle sprachwechsel_;
+    std::optional<Bibliothek> bibliothek_;
+};
+
+}  // namespace spurkiste

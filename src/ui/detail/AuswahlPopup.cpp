@@ -1,0 +1,157 @@
+#include "ui/detail/AuswahlPopup.h"
+
+#include <QFontMetrics>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPainterPath>
+#include <QScreen>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <utility>
+
+#include "ui/detail/KistePapier.h"
+#include "ui/detail/Papier.h"
+#include "ui/detail/Schrift.h"
+#include "ui/detail/Symbole.h"
+
+namespace spurkiste {
+
+namespace {
+
+constexpr int kRadius = 11;
+constexpr int kInnenrand = 5;
+constexpr int kZeile = 26;
+constexpr int kRand = 10;
+constexpr int kHaekchen = 16;
+constexpr int kHoechstens = 16;  // rows; more of them scroll
+constexpr int kSchmalste = 140;
+constexpr int kBreiteste = 420;
+
+}  // namespace
+
+/// Paints a choice: the check mark of the current one, its text, gold under the pointer.
+class AuswahlPopup::Zeichner final : public QStyledItemDelegate {
+  public:
+    Zeichner(int gewaehlt, QObject* eltern) : QStyledItemDelegate(eltern), gewaehlt_(gewaehlt) {}
+
+    void paint(QPainter* maler, const QStyleOptionViewItem& option, const QModelIndex& stelle) const override {
+        const QRectF kasten = option.rect;
+        if ((option.state & (QStyle::State_Selected | QStyle::State_MouseOver)) != 0) {
+            papier::form(*maler, kasten, 7, KistePapier::mitDeckkraft(KistePapier::gold, 0.17), Qt::transparent);
+        }
+        if (stelle.row() == gewaehlt_) {
+            Symbole::zeichne(
+                *maler, QRectF(kasten.left() + kRand - 3, kasten.center().y() - kHaekchen / 2.0, kHaekchen, kHaekchen),
+                "checkmark", KistePapier::goldDunkel);
+        }
+        maler->setFont(option.font);
+        maler->setPen(KistePapier::tinte);
+        const QRectF text = kasten.adjusted(kRand + kHaekchen + 2, 0, -kRand, 0);
+        maler->drawText(
+            text, Qt::AlignLeft | Qt::AlignVCenter,
+            option.fontMetrics.elidedText(stelle.data().toString(), Qt::ElideRight, static_cast<int>(text.width())));
+    }
+
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& /*option*/, const QModelIndex& /*stelle*/) const override {
+        return {kSchmalste, kZeile};
+    }
+
+  private:
+    int gewaehlt_;
+};
+
+AuswahlPopup::AuswahlPopup(const QStringList& wahlen, int gewaehlt, std::function<void(int)> beiWahl, QWidget* eltern)
+    : QFrame(eltern, Qt::Popup), modell_(wahlen), beiWahl_(std::move(beiWahl)) {
+    setAttribute(Qt::WA_DeleteOnClose);
+    liste_.setFont(Schrift::mach(12.5, QFont::Medium));
+    liste_.setModel(&modell_);
+    liste_.setItemDelegate(new Zeichner(gewaehlt, this));
+    liste_.setUniformItemSizes(true);
+    liste_.setFrameShape(QFrame::NoFrame);
+    liste_.setMouseTracking(true);
+    liste_.setEditTriggers(QAbstractItemView::NoEditTriggers);
+    liste_.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    liste_.setVerticalScrollBarPolicy(wahlen.size() > kHoechstens ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+    QPalette palette = liste_.palette();
+    palette.setColor(QPalette::Base, KistePapier::karte);
+    liste_.setPalette(palette);
+    auto* stapel = new QVBoxLayout(this);
+    stapel->setContentsMargins(kInnenrand, kInnenrand, kInnenrand, kInnenrand);
+    stapel->addWidget(&liste_);
+    setFocusProxy(&liste_);
+    liste_.installEventFilter(this);
+    connect(&liste_, &QListView::clicked, this, &AuswahlPopup::waehle);
+    connect(&liste_, &QListView::entered, &liste_, &QListView::setCurrentIndex);
+    liste_.setCurrentIndex(modell_.index(std::max(0, gewaehlt)));
+}
+
+void AuswahlPopup::waehle(const QModelIndex& stelle) {
+    if (stelle.isValid()) {
+        const auto beiWahl = std::move(beiWahl_);
+        const int zeile = stelle.row();
+        close();  // deletes this in a later turn; the choice may open what it likes
+        if (beiWahl) {
+            beiWahl(zeile);
+        }
+    }
+}
+
+bool AuswahlPopup::eventFilter(QObject* quelle, QEvent* ereignis) {
+    if (ereignis->type() == QEvent::KeyPress) {
+        const auto taste = static_cast<QKeyEvent*>(ereignis)->key();
+        if (taste == Qt::Key_Return || taste == Qt::Key_Enter || taste == Qt::Key_Space) {
+            waehle(liste_.currentIndex());
+            return true;
+        }
+        if (taste == Qt::Key_Escape) {
+            close();
+            return true;
+        }
+    }
+    return QFrame::eventFilter(quelle, ereignis);
+}
+
+void AuswahlPopup::oeffneUnter(const QWidget& element, const QString& name) {
+    liste_.setAccessibleName(name);
+    const QFontMetrics mass(liste_.font());
+    int breite = kSchmalste;
+    for (const QString& wahl : modell_.stringList()) {
+        breite = std::max(breite, mass.horizontalAdvance(wahl.left(80)) + 2 * kRand + kHaekchen + 8);
+        if (breite >= kBreiteste) {
+            break;
+        }
+    }
+    const int zeilen = std::min<int>(kHoechstens, static_cast<int>(modell_.rowCount()));
+    const bool rollt = modell_.rowCount() > kHoechstens;
+    resize(std::min(breite, kBreiteste) + 2 * kInnenrand + (rollt ? liste_.verticalScrollBar()->sizeHint().width() : 0),
+           zeilen * kZeile + 2 * kInnenrand);
+    const int rand = papier::kRingRand;
+    QPoint ort = element.mapToGlobal(QPoint(rand, element.height() - rand + 4));
+    if (const QScreen* schirm = QGuiApplication::screenAt(ort)) {
+        const QRect frei = schirm->availableGeometry();
+        ort.setX(std::clamp(ort.x(), frei.left(), std::max(frei.left(), frei.right() - width())));
+        if (ort.y() + height() > frei.bottom()) {
+            ort.setY(std::max(frei.top(), element.mapToGlobal(QPoint(0, rand - 4)).y() - height()));
+        }
+    }
+    move(ort);
+    show();
+    liste_.setFocus();
+    liste_.scrollTo(liste_.currentIndex(), QAbstractItemView::PositionAtCenter);
+}
+
+void AuswahlPopup::paintEvent(QPaintEvent* /*ereignis*/) {
+    QPainter maler(this);
+    maler.fillRect(rect(), KistePapier::karte);
+    papier::form(maler, rect(), kRadius, KistePapier::karte, KistePapier::linie);
+}
+
+void AuswahlPopup::resizeEvent(QResizeEvent* ereignis) {
+    QFrame::resizeEvent(ereignis);
+    papier::schneideEcken(*this, kRadius);
+}
+
+}  // namespace spurkiste

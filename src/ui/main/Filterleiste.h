@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QAbstractScrollArea>
+#include <QScrollArea>
+#include <array>
+#include <functional>
+
+#include "ui/detail/PapierKapsel.h"
+#include "ui/main/Ansichtsbild.h"
+#include "ui/main/Ansichtstexte.h"
+#include "ui/main/Ansichtszustand.h"
+
+namespace spurkiste {
+
+/// The bar of the six filters: a capsule each, with the choices that lead somewhere, and the button that takes all of
+/// them back. Where it is too narrow it scrolls sideways, with the wheel and with the keyboard focus.
+class Filterleiste final : public QWidget {
+    Q_OBJECT
+
+  public:
+    /// A change of the view state that the user asked for.
+    using Aenderung = std::function<void(Ansichtszustand&)>;
+
+    /// `aendere` carries a change out and shows what comes of it.
+    explicit Filterleiste(std::function<void(const Aenderung&)> aendere, QWidget* eltern = nullptr);
+
+    /// Shows the choices of the picture and the values of the state.
+    void zeige(const Ansichtsbild& bild, const Ansichtszustand& zustand, const Ansichtstexte& texte);
+    /// Takes the fonts anew, after the language changed.
+    void kleide();
+
+  protected:
+    void paintEvent(QPaintEvent* ereignis) override;
+    bool eventFilter(QObject* quelle, QEvent* ereignis) override;
+
+  private:
+    /// What one capsule offers: the texts, which of them is chosen, and what a choice changes.
+    struct Angebot {
+        QStringList wahlen;
+        int gewaehlt = 0;
+        std::function<Aenderung(int)> aenderung;
+    };
+    static constexpr std::size_t kFilter = 6;
+
+    void oeffne(FilterFeld feld);
+    void zeigeAngebot(FilterFeld feld, Angebot angebot);
+
+    std::function<void(const Aenderung&)> aendere_;
+    QScrollArea* rolle_;
+    std::array<PapierKapsel*, kFilter> kapseln_{};
+    std::array<Angebot, kFilter> angebote_;
+    Knopf* zurueck_;
+};
+
+}  // namespace spurkiste

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <QSplitter>
+#include <QWidget>
+#include <functional>
+#include <vector>
+
+#include "base/Meldestelle.h"
+#include "library/Bibliothek.h"
+#include "platform/Einstellungen.h"
+#include "ui/detail/Leerbild.h"
+#include "ui/main/Ansichtsbild.h"
+#include "ui/main/Auffrischung.h"
+#include "ui/main/Filterleiste.h"
+#include "ui/main/Kopf.h"
+#include "ui/main/Statusleiste.h"
+#include "ui/main/TabellenAnsicht.h"
+#include "ui/main/Werkzeuge.h"
+
+namespace spurkiste {
+
+/// A main window: wires the library, the picture of it and the widgets that show the picture's pieces, and draws
+/// nothing itself. Any number of them may show the same library, each with its own state. GUI thread.
+class InhaltsAnsicht final : public QWidget {
+    Q_OBJECT
+
+  public:
+    /// `sprachwechsel` is told when the language changes, by whichever window. Everything must outlive the window.
+    InhaltsAnsicht(Bibliothek& bibliothek, Einstellungen& einstellungen, const Meldestelle& sprachwechsel);
+
+  Q_SIGNALS:
+    /// The user asked for one more window.
+    void neuesFensterGewuenscht();
+
+  protected:
+    void paintEvent(QPaintEvent* ereignis) override;
+    void closeEvent(QCloseEvent* ereignis) override;
+    void resizeEvent(QResizeEvent* ereignis) override;
+
+  private:
+    void ordneAn();
+    void verbinde(const Meldestelle& sprachwechsel);
+    void belegeTasten();
+    void stelleWiederHer();
+    void frischeAuf();
+    void aendere(const Filterleiste::Aenderung& aenderung);
+    void waehleSprache(const QString& code);
+    void sprichNeu();
+
+    Bibliothek& bibliothek_;
+    Einstellungen& einstellungen_;
+    const Meldestelle& sprachwechsel_;
+    Ansichtstexte texte_;
+    Ansichtszustand zustand_;
+    Zeilenspeicher speicher_;
+    bool eintraegeNeu_ = false;  ///< the records changed since the last refresh
+    bool gezeigt_ = false;       ///< the first frame has been painted
+
+    Werkzeuge* werkzeuge_;
+    QSplitter* teiler_;
+    Kopf* kopf_;
+    Filterleiste* filter_;
+    TabellenAnsicht* tabelle_;
+    Leerbild* leereTabelle_;
+    Leerbild* leeresDetail_;
+    Statusleiste* status_;
+    Auffrischung auffrischung_;
+    std::vector<Abo> abos_;
+};
+
+}  // namespace spurkiste
