@@ -47,13 +47,22 @@ INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)
 
 
 def sicht_staemme(src):
-    """The files of spurkiste_sicht, as paths without suffix, from the CMake files of ui/."""
+    """The files of spurkiste_sicht as paths without suffix: the sources that the CMake files of ui/ name, and the
+    headers without a source of their own that those include."""
     staemme = set()
     for liste in src.glob("ui/**/CMakeLists.txt"):
         for aufruf in re.findall(r"spurkiste_bibliothek\(\s*spurkiste_sicht\b([^)]*)\)", liste.read_text()):
-            for wort in aufruf.split():
-                if re.search(r"\.(cpp|h)$", wort):
-                    staemme.add((liste.parent / wort).relative_to(src).with_suffix("").as_posix())
+            for wort in re.findall(r"(\S+)\.(?:cpp|h)\b", aufruf):
+                staemme.add((liste.parent / wort).relative_to(src).as_posix())
+    offen = list(staemme)
+    while offen:
+        stamm = src / offen.pop()
+        for datei in (stamm.with_suffix(".h"), stamm.with_suffix(".cpp")):
+            for art, ziel in INCLUDE.findall(datei.read_text(encoding="utf-8")) if datei.is_file() else []:
+                kopf = re.sub(r"\.h$", "", ziel)
+                if art == '"' and ziel.startswith("ui/") and kopf not in staemme and not (src / f"{kopf}.cpp").exists():
+                    staemme.add(kopf)
+                    offen.append(kopf)
     return staemme
 
 
@@ -125,9 +134,14 @@ PROBEN = [
     ("ui/main/Formate.cpp", '"library/Cache.h"', True),
     ("ui/main/Formate.h", "<QtWidgets/QWidget>", False),
     ("ui/main/Formate.cpp", '"ui/main/Fenster.h"', False),
+    ("ui/main/Formate.cpp", '"ui/main/NurKopf.h"', True),
+    ("ui/main/NurKopf.h", "<QString>", False),
+    ("ui/main/NurKopf.h", '"library/Cache.h"', True),
+    ("ui/main/Fenster.cpp", "<QWidget>", True),
     ("ui/main/Fenster.h", "<QWidget>", True),
     ("ui/main/Fenster.h", '"ui/main/Formate.h"', True),
     ("cli/main.cpp", '"ui/main/Formate.h"', True),
+    ("cli/main.cpp", '"ui/main/NurKopf.h"', True),
     ("cli/main.cpp", '"ui/main/Fenster.h"', False),
     ("cli/main.cpp", '"platform/posix/Dinge.h"', True),
     ("cli/main.cpp", "<QString>", False),
