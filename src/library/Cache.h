@@ -22,7 +22,8 @@ struct Cache {
     std::unordered_map<std::string, Eintrag> eintraege;  ///< by `pfad`
 
     /// The stored record of the file at `pfad` when size and date on disk still match it: the same size, the date
-    /// less than one second away. Nothing in every doubt. Asks the system once per call.
+    /// less than one second away. Nothing in every doubt, so also when the record names another path than its key.
+    /// Asks the system once per call.
     [[nodiscard]] Eintrag passend(const std::string& pfad) const;
 
     /// Reads the cache of a folder. Empty when the file is missing, unreadable, malformed, of another version, or
@@ -30,12 +31,14 @@ struct Cache {
     [[nodiscard]] static Cache liesAus(const std::string& ordner);
 
     /// The cache in a JSON text; nothing when it is malformed, lacks a member, or a single record does not decode.
-    /// A version other than kVersion is not an error here.
-    [[nodiscard]] static std::optional<Cache> ausJson(std::string json);
+    /// A version other than kVersion is not an error here. Of members with the same name the last one counts, unknown
+    /// ones are ignored, but the whole text must be valid.
+    [[nodiscard]] static std::optional<Cache> ausJson(std::string_view json);
 
     /// Writes the records as the folder's cache file, atomically; of records with the same path the last one counts.
-    /// Records whose path is not UTF-8 have no place in JSON and are left out. Returns whether the file was written;
-    /// when not (folder not writable, disk full, a number that is not finite) the old file stays as it was.
+    /// Records with a text that is not UTF-8 (a path, in practice) have no place in JSON and are left out, so that one
+    /// odd file does not keep the others from being cached. Returns whether the file was written; when not (folder
+    /// not writable, disk full, a number that is not finite) the old file stays as it was.
     static bool schreibeNach(const std::string& ordner, std::span<const Eintrag> eintraege);
 };
 

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace spurkiste {
+
+/// Texts as JSON writes them (RFC 8259). Any thread.
+class JsonText {
+  public:
+    JsonText() = delete;
+
+    /// Appends the text as a JSON string: in quotation marks, with escapes only where they are required. Bytes that
+    /// are not UTF-8 are appended as they are.
+    static void haengeAn(std::string& ziel, std::string_view text);
+
+    /// The text with U+FFFD for each byte that is out of place in UTF-8.
+    [[nodiscard]] static std::string inUtf8(std::string_view roh);
+};
+
+}  // namespace spurkiste
