@@ -7,10 +7,13 @@
 #include <unicode/brkiter.h>
 #include <unicode/bytestream.h>
 #include <unicode/casemap.h>
+#include <unicode/coll.h>
 #include <unicode/normalizer2.h>
 #include <unicode/stringpiece.h>
 #include <unicode/uchar.h>
 #include <unicode/ucnv.h>
+#include <unicode/unistr.h>
+#include <unicode/ustring.h>
 #include <unicode/utext.h>
 #include <unicode/utf8.h>
 
@@ -36,6 +39,16 @@ UChar32 naechstes(std::string_view text, std::int32_t& stelle) {
 }
 #pragma GCC diagnostic pop
 
+bool istAscii(char zeichen) {
+    return static_cast<signed char>(zeichen) >= 0;
+}
+
+icu::Locale gebiet(std::string_view sprache) {
+    UErrorCode fehler = U_ZERO_ERROR;
+    const icu::Locale ort = icu::Locale::forLanguageTag(icu::StringPiece(sprache.data(), laenge(sprache)), fehler);
+    return U_SUCCESS(fehler) && ort.isBogus() == 0 ? ort : icu::Locale::getRoot();
+}
+
 std::size_t breiteVon(UChar32 zeichen) {
     if (zeichen < 0) {
         return 1;  // shown as U+FFFD
@@ -49,11 +62,19 @@ std::size_t breiteVon(UChar32 zeichen) {
         default:
             break;
     }
+    // The vowels and finals of a decomposed Hangul syllable are drawn into the cell of its first letter.
+    const auto silbe = u_getIntPropertyValue(zeichen, UCHAR_HANGUL_SYLLABLE_TYPE);
+    if (silbe == U_HST_VOWEL_JAMO || silbe == U_HST_TRAILING_JAMO) {
+        return 0;
+    }
     const auto breite = u_getIntPropertyValue(zeichen, UCHAR_EAST_ASIAN_WIDTH);
     return breite == U_EA_WIDE || breite == U_EA_FULLWIDTH ? 2 : 1;
 }
 
 bool stoertDieZeile(UChar32 zeichen) {
+    if (zeichen < 0x300) {
+        return zeichen < 0x20 || (zeichen >= 0x7f && zeichen < 0xa0);
+    }
     const auto art = u_charType(zeichen);
     return art == U_CONTROL_CHAR || art == U_LINE_SEPARATOR || art == U_PARAGRAPH_SEPARATOR ||
            u_hasBinaryProperty(zeichen, UCHAR_BIDI_CONTROL) != 0;
@@ -66,7 +87,7 @@ bool istUtf8(std::string_view text) {
         const std::int32_t ende = laenge(text);
         std::int32_t stelle = 0;
         while (stelle < ende) {
-            if (static_cast<signed char>(text[static_cast<std::size_t>(stelle)]) >= 0) {
+            if (istAscii(text[static_cast<std::size_t>(stelle)])) {
                 ++stelle;
             } else if (naechstes(text, stelle) < 0) {
                 return false;
@@ -110,8 +131,9 @@ std::string klein(std::string_view text) {
 }
 
 std::string nfc(std::string_view text) {
-    const auto istAscii = [](char zeichen) { return static_cast<signed char>(zeichen) >= 0; };
-    if (std::all_of(text.begin(), text.end(), istAscii) || !istUtf8(text)) {
+    // All characters below U+0300 stay as they are; their bytes are below 0xCC.
+    const auto istEinfach = [](char zeichen) { return static_cast<unsigned char>(zeichen) < 0xCC; };
+    if (std::all_of(text.begin(), text.end(), istEinfach) || !istUtf8(text)) {
         return std::string(text);
     }
     UErrorCode fehler = U_ZERO_ERROR;
@@ -143,11 +165,14 @@ std::string_view anfangBis(std::string_view text, std::size_t breite) {
     }
     grenzen->setText(sicht, fehler);
     std::size_t passt = 0;
+    std::size_t frei = breite;
     for (std::int32_t ende = grenzen->next(); ende != icu::BreakIterator::DONE; ende = grenzen->next()) {
         const auto bis = static_cast<std::size_t>(ende);
-        if (spalten(text.substr(0, bis)) > breite) {
+        const std::size_t braucht = spalten(text.substr(passt, bis - passt));
+        if (braucht > frei) {
             break;
         }
+        frei -= braucht;
         passt = bis;
     }
     utext_close(sicht);
@@ -157,7 +182,6 @@ std::string_view anfangBis(std::string_view text, std::size_t breite) {
 std::string einzeilig(std::string_view text) {
     std::string ergebnis;
     ergebnis.reserve(text.size());
-    icu::StringByteSink<std::string> senke(&ergebnis);
     for (std::int32_t stelle = 0; stelle < laenge(text);) {
         UChar32 zeichen = naechstes(text, stelle);
         if (zeichen < 0) {
@@ -174,6 +198,9 @@ std::string einzeilig(std::string_view text) {
 }
 
 std::optional<std::array<std::int32_t, 256>> einByteZeichensatz(const std::string& name) {
+    if (name.empty()) {
+        return std::nullopt;  // ICU would open the encoding of the process
+    }
     UErrorCode fehler = U_ZERO_ERROR;
     const std::unique_ptr<UConverter, decltype(&ucnv_close)> wandler(ucnv_open(name.c_str(), &fehler), &ucnv_close);
     if (U_FAILURE(fehler) || ucnv_getMaxCharSize(wandler.get()) != 1 || ucnv_getMinCharSize(wandler.get()) != 1) {
@@ -189,6 +216,114 @@ std::optional<std::array<std::int32_t, 256>> einByteZeichensatz(const std::strin
         tabelle[byte] = U_SUCCESS(einzelfehler) && zeichen != kErsatz ? zeichen : -1;
     }
     return tabelle;
+}
+
+std::u16string utf16(std::string_view text) {
+    std::u16string ergebnis(static_cast<std::size_t>(laenge(text)), u'\0');
+    std::size_t ascii = 0;
+    for (; ascii < ergebnis.size() && istAscii(text[ascii]); ++ascii) {
+        ergebnis[ascii] = static_cast<char16_t>(text[ascii]);
+    }
+    if (ascii < ergebnis.size()) {
+        std::int32_t zeichen = 0;
+        UErrorCode fehler = U_ZERO_ERROR;
+        u_strFromUTF8WithSub(ergebnis.data(), laenge(text), &zeichen, text.data(), laenge(text), kErsatz, nullptr,
+                             &fehler);
+        ergebnis.resize(static_cast<std::size_t>(zeichen));
+    }
+    return ergebnis;
+}
+
+std::string utf8(std::u16string_view text) {
+    std::string ergebnis;
+    icu::UnicodeString(false, text.data(), static_cast<std::int32_t>(text.size())).toUTF8String(ergebnis);
+    return ergebnis;
+}
+
+std::string gross(std::string_view text, std::string_view sprache) {
+    std::string ergebnis;
+    icu::StringByteSink<std::string> senke(&ergebnis, laenge(text));
+    UErrorCode fehler = U_ZERO_ERROR;
+    icu::CaseMap::utf8ToUpper(gebiet(sprache).getBaseName(), 0, icu::StringPiece(text.data(), laenge(text)), senke,
+                              nullptr, fehler);
+    return ergebnis;
+}
+
+std::string falte(std::string_view text, std::string_view sprache) {
+    const auto kennung = sprache.substr(0, sprache.find('-'));
+    const bool tuerkisch = kennung == "tr" || kennung == "az";
+    if (!tuerkisch && std::all_of(text.begin(), text.end(), istAscii)) {
+        std::string ergebnis(text);
+        for (char& zeichen : ergebnis) {
+            if (zeichen >= 'A' && zeichen <= 'Z') {
+                zeichen = static_cast<char>(zeichen - 'A' + 'a');
+            }
+        }
+        return ergebnis;
+    }
+    // Composed before, too, for Turkish folds the two forms of a dotted I differently.
+    const std::string komponiert = istUtf8(text) ? nfc(text) : nfc(utf8(utf16(text)));
+    std::string gefaltet;
+    icu::StringByteSink<std::string> senke(&gefaltet, laenge(komponiert));
+    UErrorCode fehler = U_ZERO_ERROR;
+    icu::CaseMap::utf8Fold(tuerkisch ? U_FOLD_CASE_EXCLUDE_SPECIAL_I : U_FOLD_CASE_DEFAULT,
+                           icu::StringPiece(komponiert.data(), laenge(komponiert)), senke, nullptr, fehler);
+    return nfc(gefaltet);
+}
+
+bool enthaelt(std::string_view text, std::string_view gesucht) {
+    for (auto fund = text.find(gesucht); fund != std::string_view::npos; fund = text.find(gesucht, fund + 1)) {
+        const auto rest = text.substr(fund + gesucht.size());
+        std::int32_t stelle = 0;
+        if (gesucht.empty() || rest.empty() || istAscii(rest.front())) {
+            return true;
+        }
+        const UChar32 folgend = naechstes(rest, stelle);
+        if (folgend < 0 || u_getCombiningClass(folgend) == 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
+struct Namensordnung::Regeln {
+    std::unique_ptr<icu::Collator> vergleich;  // absent only when ICU's data are: then the bytes themselves decide
+};
+
+Namensordnung::Namensordnung(std::string_view sprache) {
+    UErrorCode fehler = U_ZERO_ERROR;
+    std::unique_ptr<icu::Collator> vergleich(icu::Collator::createInstance(gebiet(sprache), fehler));
+    if (vergleich) {
+        vergleich->setStrength(icu::Collator::SECONDARY);
+        vergleich->setAttribute(UCOL_NUMERIC_COLLATION, UCOL_ON, fehler);
+    }
+    regeln_ = std::make_unique<const Regeln>(Regeln{std::move(vergleich)});
+}
+
+Namensordnung::Namensordnung(Namensordnung&&) noexcept = default;
+Namensordnung& Namensordnung::operator=(Namensordnung&&) noexcept = default;
+Namensordnung::~Namensordnung() = default;
+
+std::string Namensordnung::schluessel(std::string_view text) const {
+    if (!regeln_->vergleich) {
+        return std::string(text);
+    }
+    const std::u16string zeichen = utf16(text);
+    const auto schreibe = [&](char* ziel, std::size_t platz) {
+        const auto bytes =
+            regeln_->vergleich->getSortKey(zeichen.data(), static_cast<std::int32_t>(zeichen.size()),
+                                           reinterpret_cast<std::uint8_t*>(ziel), static_cast<std::int32_t>(platz));
+        return static_cast<std::size_t>(std::max(bytes, 1)) - 1;  // without the closing zero
+    };
+    std::array<char, 256> puffer;  // of the usual name, so that the key takes no more memory than it needs
+    const auto bytes = schreibe(puffer.data(), puffer.size());
+    if (bytes < puffer.size()) {
+        return {puffer.data(), bytes};
+    }
+    std::string ergebnis(bytes + 1, '\0');
+    schreibe(ergebnis.data(), ergebnis.size());
+    ergebnis.pop_back();
+    return ergebnis;
 }
 
 }  // namespace spurkiste::text

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -17,14 +18,14 @@ namespace spurkiste::text {
 /// Bytes that are not UTF-8 are no white space.
 [[nodiscard]] std::string_view trimme(std::string_view text);
 
-/// Full lower-case mapping without a language ("ÄPFEL" gives "äpfel"). Bytes that are not UTF-8 become U+FFFD.
+/// Full lower-case mapping without a language ("ÄPFEL" gives "äpfel"). Bytes that are not UTF-8 stay as they are.
 [[nodiscard]] std::string klein(std::string_view text);
 
 /// Canonical composition (Unicode normalisation form C). Text that is not UTF-8 is returned unchanged.
 [[nodiscard]] std::string nfc(std::string_view text);
 
 /// The number of columns that a terminal gives the text: 2 for wide East Asian characters and emoji, 0 for combining
-/// marks and control characters, else 1.
+/// marks, Hangul vowels and finals, control and format characters, else 1.
 [[nodiscard]] std::size_t spalten(std::string_view text);
 
 /// The longest start of the text, cut between user-perceived characters, that fits into `breite` columns.
@@ -37,5 +38,43 @@ namespace spurkiste::text {
 /// For an encoding of one byte per character, by any of its registered names ("windows-1252"), the character of each
 /// byte, or -1 where a byte has none. Nothing for unknown names and for encodings of several bytes.
 [[nodiscard]] std::optional<std::array<std::int32_t, 256>> einByteZeichensatz(const std::string& name);
+
+/// The text in UTF-16. Bytes that are not UTF-8 become U+FFFD.
+[[nodiscard]] std::u16string utf16(std::string_view text);
+
+/// The text in UTF-8. Halves of surrogate pairs that stand alone become U+FFFD.
+[[nodiscard]] std::string utf8(std::u16string_view text);
+
+/// Full upper-case mapping by the rules of a language (BCP 47; unknown ones as none): "straße" gives "STRASSE", and in
+/// Turkish "i" gives "İ". Bytes that are not UTF-8 stay as they are.
+[[nodiscard]] std::string gross(std::string_view text, std::string_view sprache);
+
+/// The text as a search compares it: full case folding by the rules of a language (BCP 47; Turkish and Azerbaijani
+/// keep dotted and dotless i apart), in canonical composition, so that it does not matter how an umlaut was typed.
+/// Diacritics stay. Bytes that are not UTF-8 become U+FFFD.
+[[nodiscard]] std::string falte(std::string_view text, std::string_view sprache);
+
+/// Whether `gesucht` occurs in `text`, both as falte() makes them; an empty text occurs in every one. It does not occur
+/// where a combining mark follows: a letter with a mark is another letter, whether or not Unicode has it composed.
+[[nodiscard]] bool enthaelt(std::string_view text, std::string_view gesucht);
+
+/// The order in which a file manager of a language shows names: letter case is ignored, digits compare by the number
+/// that they form ("Tour 2" before "Tour 10").
+class Namensordnung {
+  public:
+    /// The order of a language (BCP 47); unknown ones get the order that fits all languages.
+    explicit Namensordnung(std::string_view sprache);
+    Namensordnung(Namensordnung&&) noexcept;
+    Namensordnung& operator=(Namensordnung&&) noexcept;
+    ~Namensordnung();
+
+    /// Bytes that compare (std::string's `<`) as the texts stand in this order; equal for texts that share a place.
+    /// Bytes that are not UTF-8 count as U+FFFD. Any thread.
+    [[nodiscard]] std::string schluessel(std::string_view text) const;
+
+  private:
+    struct Regeln;
+    std::unique_ptr<const Regeln> regeln_;
+};
 
 }  // namespace spurkiste::text
