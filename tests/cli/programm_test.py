@@ -91,7 +91,7 @@ class Programm(unittest.TestCase):
         self.assertIn("Am Morgen", [e.get("spurName") for e in self.json()])
         self.assertIn("Am Abend", [e.get("spurName") for e in self.json("--ohne-cache")])
         self.assertIn("Am Morgen", [e.get("spurName") for e in self.json()])
-        os.utime(pfad)
+        os.utime(pfad, ns=(davor.st_atime_ns, davor.st_mtime_ns + 1_000_000_000))
         self.assertIn("Am Abend", [e.get("spurName") for e in self.json()])
 
     def test_csv_is_read_by_others(self):
@@ -148,12 +148,11 @@ class Programm(unittest.TestCase):
         lauf = rufe("liste", self.ordner, "--format=json", "--ohne-cache", SPURKISTE_RESSOURCEN=leer)
         self.assertIn("Nirgendheim", lauf.stdout)
 
-    def test_name_that_is_not_utf8_is_listed_but_has_no_place_in_json(self):
+    def test_name_that_is_not_utf8_is_shown_with_a_replacement_and_read_each_time(self):
         with open(os.path.join(os.fsencode(self.ordner), b"h\xf6he.gpx"), "w") as datei:
             datei.write(SPUR.format(name="Alt", sport=""))
         lauf = rufe("liste", self.ordner, "--format=json")
-        self.assertEqual((lauf.returncode, len(json.loads(lauf.stdout))), (0, 3))
-        self.assertEqual(lauf.stderr.count("\n"), 1)
+        self.assertEqual((lauf.returncode, len(json.loads(lauf.stdout)), lauf.stderr), (0, 4, ""))
         tabelle = subprocess.run([PROGRAMM, "liste", self.ordner], capture_output=True, env=umgebung(), timeout=60).stdout
         self.assertIn("h\ufffdhe", tabelle.decode())
 
