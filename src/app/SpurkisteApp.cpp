@@ -43,6 +43,11 @@ SpurkisteApp::SpurkisteApp(const std::optional<std::string>& ordner)
 }
 
 SpurkisteApp::~SpurkisteApp() {
+    for (QWidget* fenster : QApplication::topLevelWidgets()) {
+        if (qobject_cast<InhaltsAnsicht*>(fenster) != nullptr) {
+            delete fenster;  // when the loop ended while windows were open: they look at the library
+        }
+    }
     AppSprache::richteEin(nullptr, nullptr);
 }
 

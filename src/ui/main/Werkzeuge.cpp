@@ -118,7 +118,7 @@ void Werkzeuge::oeffneSprachmenue() {
     const QString gewaehlt = QString::fromStdString(einstellungen_.lies(einstellung::kAppLanguage).value_or("system"));
     const auto wahl = [&](const QString& name, const QString& code) {
         connect(menue->fuegeWahlHinzu(name, code == gewaehlt), &QAction::triggered, this,
-                [this, code] { emit spracheGewaehlt(code); });
+                [this, code] { Q_EMIT spracheGewaehlt(code); });
     };
     wahl(text("system"), QStringLiteral("system"));
     menue->addSeparator();

@@ -26,7 +26,7 @@ class Werkzeuge final : public QWidget {
     /// The width of the column under the search field, which keeps to it.
     void richteSpalteAus(int breite);
 
-  signals:
+  Q_SIGNALS:
     void importGewuenscht();
     void ordnerwechselGewuenscht();
     void neuladenGewuenscht();

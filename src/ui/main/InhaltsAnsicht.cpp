@@ -1,0 +1,232 @@
+#include "ui/main/InhaltsAnsicht.h"
+
+#include <QCloseEvent>
+#include <QKeySequence>
+#include <QPainter>
+#include <QShortcut>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "i18n/AppSprache.h"
+#include "ui/detail/KistePapier.h"
+
+namespace spurkiste {
+
+namespace {
+
+constexpr QSize kGroesse(1440, 860);
+constexpr int kLinksMindestens = 720;
+constexpr int kRechtsMindestens = 340;
+constexpr int kRechtsIdeal = 370;
+constexpr int kRechtsHoechstens = 420;
+
+// Keys of the settings that only the window knows.
+constexpr std::string_view kFensterlage = "fensterlage";
+constexpr std::string_view kTeilerlage = "teilerlage";
+constexpr std::string_view kSpaltenbreiten = "spaltenbreiten";
+
+QString q(const std::string& text) {
+    return QString::fromStdString(text);
+}
+
+/// A path as the desktop shows it: bytes that are not UTF-8 become replacement characters.
+QString qPfad(const std::string& pfad) {
+    return QString::fromUtf8(pfad.data(), static_cast<qsizetype>(pfad.size()));
+}
+
+std::string alsText(const QByteArray& bytes) {
+    return bytes.toBase64().toStdString();
+}
+
+QByteArray alsBytes(const std::optional<std::string>& text) {
+    return text ? QByteArray::fromBase64(QByteArray::fromStdString(*text)) : QByteArray();
+}
+
+}  // namespace
+
+InhaltsAnsicht::InhaltsAnsicht(Bibliothek& bibliothek, Einstellungen& einstellungen, const Meldestelle& sprachwechsel)
+    : bibliothek_(bibliothek),
+      einstellungen_(einstellungen),
+      sprachwechsel_(sprachwechsel),
+      texte_(Ansichtstexte::aktuelle()),
+      werkzeuge_(new Werkzeuge(einstellungen, this)),
+      teiler_(new QSplitter(Qt::Horizontal, this)),
+      kopf_(new Kopf),
+      filter_(new Filterleiste([this](const Filterleiste::Aenderung& aenderung) { aendere(aenderung); })),
+      tabelle_(new TabellenAnsicht),
+      leereTabelle_(new Leerbild(Leerbild::Form::zeichen, "map", tabelle_)),
+      leeresDetail_(new Leerbild(Leerbild::Form::kreis, "point.topleft.down.curvedto.point.bottomright.up")),
+      status_(new Statusleiste(this)),
+      auffrischung_([this] { frischeAuf(); }) {
+    setWindowTitle(QStringLiteral("Korvo GPX Library"));
+    setObjectName(QStringLiteral("InhaltsAnsicht"));
+    ordneAn();
+    verbinde(sprachwechsel);
+    belegeTasten();
+    stelleWiederHer();
+    sprichNeu();
+}
+
+void InhaltsAnsicht::ordneAn() {
+    auto* links = new QWidget;
+    links->setMinimumWidth(kLinksMindestens);
+    auto* spalte = new QVBoxLayout(links);
+    spalte->setContentsMargins(14, 12, 0, 12);
+    spalte->setSpacing(12);
+    spalte->addWidget(kopf_);
+    spalte->addWidget(filter_);
+    spalte->addWidget(tabelle_, 1);
+    leeresDetail_->setMinimumWidth(kRechtsMindestens);
+    leeresDetail_->setMaximumWidth(kRechtsHoechstens);
+    teiler_->setHandleWidth(1);
+    teiler_->setChildrenCollapsible(false);
+    teiler_->addWidget(links);
+    teiler_->addWidget(leeresDetail_);
+    teiler_->setStretchFactor(0, 1);
+    teiler_->setStretchFactor(1, 0);
+
+    auto* stapel = new QVBoxLayout(this);
+    stapel->setContentsMargins(0, 0, 0, 0);
+    stapel->setSpacing(0);
+    stapel->addWidget(werkzeuge_);
+    stapel->addWidget(teiler_, 1);
+    stapel->addWidget(status_);
+}
+
+void InhaltsAnsicht::verbinde(const Meldestelle& sprachwechsel) {
+    const auto fordere = [this] { auffrischung_.fordere(); };
+    abos_.push_back(bibliothek_.eintraege().beobachte([this] {
+        eintraegeNeu_ = true;
+        auffrischung_.fordere();
+    }));
+    abos_.push_back(bibliothek_.laedt().beobachte(fordere));
+    abos_.push_back(bibliothek_.hinweis().beobachte(fordere));
+    abos_.push_back(bibliothek_.ordner().beobachte(fordere));
+    abos_.push_back(bibliothek_.ausstehend().beobachte(fordere));
+    abos_.push_back(sprachwechsel.beobachte([this] { sprichNeu(); }));
+
+    connect(&werkzeuge_->suchfeld(), &QLineEdit::textChanged, this, [this](const QString& text) {
+        aendere([suche = text.toStdString()](Ansichtszustand& zustand) { zustand.suche = suche; });
+    });
+    connect(werkzeuge_, &Werkzeuge::neuladenGewuenscht, this, [this] { bibliothek_.lade(); });
+    connect(werkzeuge_, &Werkzeuge::spracheGewaehlt, this, &InhaltsAnsicht::waehleSprache);
+    connect(tabelle_, &TabellenAnsicht::kopfGeklickt, this, [this](Spalte spalte) {
+        aendere([spalte](Ansichtszustand& zustand) { zustand.sortierung.klicke(spalte); });
+    });
+    connect(tabelle_, &TabellenAnsicht::auswahlGeaendert, this, [this](const TabellenAnsicht::Auswahl& auswahl) {
+        zustand_.auswahl = auswahl;
+        auffrischung_.fordere();
+    });
+    connect(teiler_, &QSplitter::splitterMoved, this, [this] { werkzeuge_->richteSpalteAus(leeresDetail_->width()); });
+}
+
+void InhaltsAnsicht::belegeTasten() {
+    const auto taste = [this](const QKeySequence& folge, auto tue) {
+        connect(new QShortcut(folge, this), &QShortcut::activated, this, tue);
+    };
+    taste(QKeySequence::Find, [this] {
+        werkzeuge_->suchfeld().setFocus(Qt::ShortcutFocusReason);
+        werkzeuge_->suchfeld().selectAll();
+    });
+    taste(QKeySequence::Refresh, [this] { bibliothek_.lade(); });
+    taste(QKeySequence::New, [this] { Q_EMIT neuesFensterGewuenscht(); });
+    taste(QKeySequence::Close, [this] { close(); });
+    taste(QKeySequence(Qt::Key_Escape), [this] { werkzeuge_->suchfeld().clear(); });
+}
+
+void InhaltsAnsicht::stelleWiederHer() {
+    resize(kGroesse);
+    teiler_->setSizes({kGroesse.width() - 1 - kRechtsIdeal, kRechtsIdeal});
+    restoreGeometry(alsBytes(einstellungen_.lies(kFensterlage)));
+    teiler_->restoreState(alsBytes(einstellungen_.lies(kTeilerlage)));
+    teiler_->setHandleWidth(1);
+    if (const auto breiten = einstellungen_.lies(kSpaltenbreiten)) {
+        tabelle_->setzeSpaltenbreiten(q(*breiten));
+    }
+}
+
+void InhaltsAnsicht::closeEvent(QCloseEvent* ereignis) {
+    einstellungen_.schreibe(kFensterlage, alsText(saveGeometry()));
+    einstellungen_.schreibe(kTeilerlage, alsText(teiler_->saveState()));
+    einstellungen_.schreibe(kSpaltenbreiten, tabelle_->spaltenbreiten().toStdString());
+    QWidget::closeEvent(ereignis);
+}
+
+void InhaltsAnsicht::paintEvent(QPaintEvent* /*ereignis*/) {
+    QPainter(this).fillRect(rect(), KistePapier::buehne);
+    if (!gezeigt_) {
+        gezeigt_ = true;
+        // The first frame stands before anything is read, however large the library is.
+        QTimer::singleShot(0, this, [this] { bibliothek_.lade(); });
+    }
+}
+
+void InhaltsAnsicht::resizeEvent(QResizeEvent* ereignis) {
+    QWidget::resizeEvent(ereignis);
+    werkzeuge_->richteSpalteAus(leeresDetail_->width());
+    leereTabelle_->setGeometry(tabelle_->koerper());
+}
+
+void InhaltsAnsicht::aendere(const Filterleiste::Aenderung& aenderung) {
+    aenderung(zustand_);
+    auffrischung_.sofort();
+}
+
+void InhaltsAnsicht::waehleSprache(const QString& code) {
+    einstellungen_.schreibe(einstellung::kAppLanguage, code.toStdString());
+    sprachwechsel_.melde();
+}
+
+void InhaltsAnsicht::sprichNeu() {
+    texte_ = Ansichtstexte::aktuelle();
+    zustand_.sportFilter.reset();  // its labels belong to the old language
+    setLocale(QLocale(q(texte_.sprache)));
+    werkzeuge_->kleide();
+    kopf_->kleide();
+    filter_->kleide();
+    status_->kleide();
+    leereTabelle_->kleide();
+    leeresDetail_->kleide();
+    leeresDetail_->zeige(q(AppSprache::text("selectRoute")),
+                         QStringLiteral("Hier erscheinen Skizze, Sportart\nund alle GPX-Details."));
+    QStringList titel;
+    for (const std::string& einer : texte_.spalten) {
+        titel << q(einer);
+    }
+    tabelle_->setzeTitel(titel);
+    auffrischung_.sofort();
+}
+
+void InhaltsAnsicht::frischeAuf() {
+    const auto& eintraege = bibliothek_.eintraege().wert();
+    zustand_.laedt = bibliothek_.laedt().wert();
+    if (std::exchange(eintraegeNeu_, false)) {
+        zustand_.behalteVorhandene(eintraege);
+    }
+    if (werkzeuge_->suchfeld().text().toStdString() != zustand_.suche) {
+        const QSignalBlocker still(werkzeuge_->suchfeld());
+        werkzeuge_->suchfeld().setText(q(zustand_.suche));
+    }
+    const Ansichtsbild bild = berechneAnsichtsbild(eintraege, zustand_, texte_, speicher_);
+    werkzeuge_->zeigeOrdner(qPfad(bibliothek_.ordner().wert()));
+    kopf_->zeige(q(bild.routenText), q(bild.summeText));
+    filter_->zeige(bild, zustand_, texte_);
+    tabelle_->setzeSortierung(zustand_.sortierung);
+    tabelle_->setzeZeilen(bild.zeilen);
+    tabelle_->setzeAuswahl(zustand_.auswahl);
+    leereTabelle_->setVisible(bild.leer.has_value());
+    if (bild.leer) {
+        const auto text = [](std::string_view t) {
+            return QString::fromUtf8(t.data(), static_cast<qsizetype>(t.size()));
+        };
+        leereTabelle_->zeige(text(bild.leer->titel), text(bild.leer->beschreibung));
+        leereTabelle_->setGeometry(tabelle_->koerper());
+    }
+    status_->zeigeZahlen(q(bild.dateienText), q(bild.gesamtText));
+    status_->zeigeLaden(zustand_.laedt, bibliothek_.ausstehend().wert());
+    status_->zeigeHinweis(q(bibliothek_.hinweis().wert().value_or("")));
+    status_->zeigeOrdner(qPfad(bibliothek_.ordner().wert()));
+}
+
+}  // namespace spurkiste
