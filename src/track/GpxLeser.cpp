@@ -17,10 +17,6 @@ namespace spurkiste {
 
 namespace {
 
-/// Names, sport texts and weather texts beyond this are no such thing, and count as absent: a file must not be able
-/// to fill the memory and the cache with one text.
-constexpr std::size_t kLaengsterText = std::size_t{1} << 20U;
-
 /// The elements that mean something somewhere.
 enum class Element : std::uint8_t { anderes, trk, trkseg, trkpt, rte, rtept, metadata, ele, time, name, type, wetter };
 
@@ -108,7 +104,7 @@ class Sammler final : public XmlEmpfaenger {
     }
 
     void text(std::string_view stueck) override {
-        if (text_.size() <= kLaengsterText) {
+        if (text_.size() <= GpxLeser::kLaengsterText) {
             text_.append(stueck);
         }
     }
@@ -211,11 +207,11 @@ class Sammler final : public XmlEmpfaenger {
     }
 
     [[nodiscard]] std::string_view gelesenerText() const {
-        return text_.size() > kLaengsterText ? std::string_view() : getrimmt(text_);
+        return text_.size() > GpxLeser::kLaengsterText ? std::string_view() : getrimmt(text_);
     }
 
     [[nodiscard]] static std::optional<std::string_view> kurzerText(std::optional<std::string_view> text) {
-        return text && text->size() > kLaengsterText ? std::nullopt : text;
+        return text && text->size() > GpxLeser::kLaengsterText ? std::nullopt : text;
     }
 
     void merkeErsten(std::optional<std::string>& ziel) const {
@@ -295,10 +291,13 @@ GpxMetadaten leseAus(const XmlLauf::Quelle& quelle, std::size_t groesse, std::si
     thread_local Werkbank werkbank;
     werkbank.spur.leere();
     werkbank.route.leere();
+    // A recorded point seldom takes more bytes; growing would touch the memory of a large file's points twice.
+    constexpr std::size_t bytesJePunkt = 256;
+    constexpr std::size_t hoechstens = std::size_t{1} << 20U;
+    werkbank.spur.punkte.reserve(std::min(groesse / bytesJePunkt, hoechstens));
     Sammler sammler(werkbank.spur, werkbank.route);
     werkbank.lauf.lies(quelle, groesse, sammler, amStueck);
-    GpxMetadaten eintrag = sammler.ergebnis();
-    return eintrag;
+    return sammler.ergebnis();
 }
 
 }  // namespace

@@ -18,6 +18,10 @@ class GpxLeser {
   public:
     GpxLeser() = delete;
 
+    /// Names, sport texts and weather texts of more bytes are no such thing and count as absent: no file may fill the
+    /// memory and the cache with one text.
+    static constexpr std::size_t kLaengsterText = std::size_t{1} << 20U;
+
     /// Reads the regular file at the absolute path. Never fails on content: a file that is broken, foreign or cannot
     /// be opened gives a record of what could be read, down to zero figures. Nothing only when the file's size or
     /// date cannot be had: it vanished, or it is no regular file. Size and date are those before the first byte, and
