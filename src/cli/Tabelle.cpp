@@ -23,7 +23,7 @@ std::string kuerze(const std::string& text, std::size_t breite) {
     if (text::spalten(text) <= breite) {
         return text;
     }
-    return std::string(text::anfangBis(text, breite - 1)).append(kAuslassung);
+    return std::string(text::trimme(text::anfangBis(text, breite - 1))).append(kAuslassung);
 }
 
 /// Which columns are shown, and how wide.

@@ -45,7 +45,7 @@ TEST(Json, isOneArrayWhateverItHolds) {
     };
     EXPECT_EQ(json({}), "[]\n");
     const std::string zwei = json({voll(), voll()});
-    EXPECT_TRUE(zwei.starts_with("[{\"pfad\":\"/b/a,\\\"b\\\"\\n.gpx\","));
+    EXPECT_TRUE(zwei.starts_with("[{\"pfad\":\"/b/a,\\\"b\\\"\\u000a.gpx\","));
     EXPECT_NE(zwei.find("},\n{"), std::string::npos);
     EXPECT_TRUE(zwei.ends_with("}]\n"));
 }

@@ -27,16 +27,16 @@ TEST(Tabelle, alignsByColumnsAndShortensWhatMayShrink) {
               "Überführung Außerfern  187,3 km  ✓      Bregenz\n"
               "富士山 Ost                850 m  –      Tokyo\n");
     EXPECT_EQ(beispiel().text(34, false),
-              "Name           Länge  Ghost  Ziel\n"
-              "Überführu…  187,3 km  ✓      Breg…\n"
-              "富士山 O…      850 m  –      Tokyo\n");
+              "Name            Länge  Ghost  Ziel\n"
+              "Überführun…  187,3 km  ✓      Bre…\n"
+              "富士山 Ost      850 m  –      Tok…\n");
 }
 
 TEST(Tabelle, dropsColumnsByRankRatherThanWrapping) {
     EXPECT_EQ(beispiel().text(24, false),
-              "Name       Länge  Ziel\n"
-              "Überf…  187,3 km  Bre…\n"
-              "富士…      850 m  Tok…\n");
+              "Name         Länge  Ziel\n"
+              "Überfüh…  187,3 km  Bre…\n"
+              "富士山…      850 m  Tok…\n");
     EXPECT_EQ(beispiel().text(8, false), "Name\nÜberfüh…\n富士山…\n");
 }
 
