@@ -34,7 +34,8 @@ std::int32_t laenge(std::string_view text) {
 /// The character at `stelle`, which moves behind it; negative for bytes that are not UTF-8.
 UChar32 naechstes(std::string_view text, std::int32_t& stelle) {
     UChar32 zeichen = 0;
-    U8_NEXT(text.data(), stelle, laenge(text), zeichen);
+    const char* bytes = text.data();
+    U8_NEXT(bytes, stelle, laenge(text), zeichen);
     return zeichen;
 }
 #pragma GCC diagnostic pop
@@ -109,11 +110,12 @@ std::string_view trimme(std::string_view text) {
         }
         anfang = danach;
     }
+    const char* bytes = text.data();
     std::int32_t schluss = ende;
     while (schluss > anfang) {
         std::int32_t davor = schluss;
         UChar32 zeichen = 0;
-        U8_PREV(text.data(), anfang, davor, zeichen);
+        U8_PREV(bytes, anfang, davor, zeichen);
         if (zeichen < 0 || u_isUWhiteSpace(zeichen) == 0) {
             break;
         }
@@ -190,9 +192,9 @@ std::string einzeilig(std::string_view text) {
             zeichen = ' ';
         }
         std::array<char, U8_MAX_LENGTH> bytes{};
-        std::int32_t anzahl = 0;
-        U8_APPEND_UNSAFE(bytes.data(), anzahl, zeichen);
-        ergebnis.append(bytes.data(), static_cast<std::size_t>(anzahl));
+        std::size_t anzahl = 0;
+        U8_APPEND_UNSAFE(bytes, anzahl, zeichen);
+        ergebnis.append(bytes.data(), anzahl);
     }
     return ergebnis;
 }
@@ -236,7 +238,7 @@ std::u16string utf16(std::string_view text) {
 
 std::string utf8(std::u16string_view text) {
     std::string ergebnis;
-    icu::UnicodeString(false, text.data(), static_cast<std::int32_t>(text.size())).toUTF8String(ergebnis);
+    icu::UnicodeString(UBool{0}, text.data(), static_cast<std::int32_t>(text.size())).toUTF8String(ergebnis);
     return ergebnis;
 }
 
@@ -300,8 +302,8 @@ Namensordnung::Namensordnung(std::string_view sprache) {
     regeln_ = std::make_unique<const Regeln>(Regeln{std::move(vergleich)});
 }
 
-Namensordnung::Namensordnung(Namensordnung&&) noexcept = default;
-Namensordnung& Namensordnung::operator=(Namensordnung&&) noexcept = default;
+Namensordnung::Namensordnung(Namensordnung&& andere) noexcept = default;
+Namensordnung& Namensordnung::operator=(Namensordnung&& andere) noexcept = default;
 Namensordnung::~Namensordnung() = default;
 
 std::string Namensordnung::schluessel(std::string_view text) const {
@@ -310,12 +312,14 @@ std::string Namensordnung::schluessel(std::string_view text) const {
     }
     const std::u16string zeichen = utf16(text);
     const auto schreibe = [&](char* ziel, std::size_t platz) {
+        // NOLINTBEGIN(cppcoreguidelines-pro-type-reinterpret-cast): a sort key is bytes, and so is a string
         const auto bytes =
             regeln_->vergleich->getSortKey(zeichen.data(), static_cast<std::int32_t>(zeichen.size()),
                                            reinterpret_cast<std::uint8_t*>(ziel), static_cast<std::int32_t>(platz));
+        // NOLINTEND(cppcoreguidelines-pro-type-reinterpret-cast)
         return static_cast<std::size_t>(std::max(bytes, 1)) - 1;  // without the closing zero
     };
-    std::array<char, 256> puffer;  // of the usual name, so that the key takes no more memory than it needs
+    std::array<char, 256> puffer{};  // of the usual name, so that the key takes no more memory than it needs
     const auto bytes = schreibe(puffer.data(), puffer.size());
     if (bytes < puffer.size()) {
         return {puffer.data(), bytes};

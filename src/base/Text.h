@@ -64,8 +64,8 @@ class Namensordnung {
   public:
     /// The order of a language (BCP 47); unknown ones get the order that fits all languages.
     explicit Namensordnung(std::string_view sprache);
-    Namensordnung(Namensordnung&&) noexcept;
-    Namensordnung& operator=(Namensordnung&&) noexcept;
+    Namensordnung(Namensordnung&& andere) noexcept;
+    Namensordnung& operator=(Namensordnung&& andere) noexcept;
     ~Namensordnung();
 
     /// Bytes that compare (std::string's `<`) as the texts stand in this order; equal for texts that share a place.
