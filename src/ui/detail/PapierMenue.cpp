@@ -44,7 +44,7 @@ PapierMenue::PapierMenue(QWidget* eltern) : QMenu(eltern) {
 
 QAction* PapierMenue::fuegeWahlHinzu(const QString& text, bool gewaehlt) {
     QString sicher = text;
-    QAction* wahl = addAction(haekchen(*this, gewaehlt), sicher.replace('&', QStringLiteral("&&")));
+    QAction* wahl = addAction(haekchen(*this, gewaehlt), sicher.replace(QLatin1Char('&'), QStringLiteral("&&")));
     wahl->setCheckable(true);
     wahl->setChecked(gewaehlt);
     return wahl;
