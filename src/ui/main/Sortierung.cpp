@@ -6,6 +6,8 @@
 
 namespace spurkiste {
 
+Sortierung::Sortierung() : vergleiche_{{Spalte::datum, true}} {}
+
 Sortierung::Sortierung(std::vector<Vergleich> vergleiche) : vergleiche_(std::move(vergleiche)) {
     for (auto stelle = vergleiche_.begin(); stelle != vergleiche_.end(); ++stelle) {
         assert(istSortierbar(stelle->spalte));

@@ -31,7 +31,7 @@ struct Vergleich {
 class Sortierung {
   public:
     /// The newest first.
-    Sortierung() = default;
+    Sortierung();
     /// Every column is sortable and occurs at most once.
     explicit Sortierung(std::vector<Vergleich> vergleiche);
 
@@ -44,7 +44,7 @@ class Sortierung {
     friend bool operator==(const Sortierung&, const Sortierung&) = default;
 
   private:
-    std::vector<Vergleich> vergleiche_{{Spalte::datum, true}};
+    std::vector<Vergleich> vergleiche_;
 };
 
 }  // namespace spurkiste
