@@ -90,8 +90,7 @@ bool GpxStatistik::istRundkurs(double streckeMeter, const Koordinate& start, con
 }
 
 Skizze GpxStatistik::skizze(std::span<const GpxPunkt> punkte) {
-    constexpr std::size_t ziel = 256;
-    const std::size_t schritt = std::max(punkte.size(), ziel) / ziel;
+    const std::size_t schritt = std::max<std::size_t>(punkte.size() / 256, 1);
     Skizze::Bau bau;
     for (std::size_t von = 0; von < punkte.size();) {
         const std::size_t bis = laufEnde(punkte, von);

@@ -7,11 +7,13 @@
 #include <cstdlib>
 #include <cstring>
 #include <exception>
+#include <iterator>
+#include <memory>
 #include <new>
 #include <string>
 
 // expat declares the limits of its entity bomb protection only to those who know it was built with DTD support.
-#define XML_DTD 1
+#define XML_DTD 1  // NOLINT(cppcoreguidelines-macro-usage)
 #include <expat.h>
 
 #include "base/Text.h"
@@ -28,6 +30,7 @@ namespace {
 constexpr std::size_t kSpeichergrenze = std::size_t{256} << 20U;
 
 // expat hands its allocator no context, so the count belongs to the thread. A parser lives and dies within one call.
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
 thread_local std::size_t vergeben = 0;
 
 /// Stands in front of each block, since a block is given back without its size.
@@ -192,7 +195,7 @@ int XMLCALL fremdeKodierung(void* /*ohne*/, const XML_Char* name, XML_Encoding* 
     if (!tabelle) {
         return XML_STATUS_ERROR;
     }
-    std::copy(tabelle->begin(), tabelle->end(), kodierung->map);
+    std::copy(tabelle->begin(), tabelle->end(), std::begin(kodierung->map));
     kodierung->data = nullptr;
     kodierung->convert = nullptr;
     kodierung->release = nullptr;
@@ -300,15 +303,13 @@ std::optional<std::string_view> XmlAttribute::wert(std::string_view name) const 
 }
 
 std::span<char> XmlLauf::puffer(std::size_t groesse) {
-    if (groesse > pufferGroesse_) {
+    if (groesse > puffer_.size()) {
         // Doubling, so that a folder of ever larger files does not touch fresh memory for each.
-        const std::size_t neu = std::max(groesse, std::min(pufferGroesse_ * 2, kAmStueck));
-        pufferGroesse_ = 0;
-        puffer_.reset();
-        puffer_ = std::make_unique_for_overwrite<char[]>(neu);
-        pufferGroesse_ = neu;
+        const std::size_t neu = std::max(groesse, std::min(puffer_.size() * 2, kAmStueck));
+        puffer_ = {};
+        puffer_.resize(neu);
     }
-    return {puffer_.get(), groesse};
+    return std::span(puffer_).first(groesse);
 }
 
 void XmlLauf::lies(const Quelle& quelle, std::size_t groesse, XmlEmpfaenger& empfaenger, std::size_t amStueck) {

@@ -2,10 +2,10 @@
 
 #include <cstddef>
 #include <functional>
-#include <memory>
 #include <optional>
 #include <span>
 #include <string_view>
+#include <vector>
 
 namespace spurkiste {
 
@@ -62,8 +62,7 @@ class XmlLauf {
   private:
     std::span<char> puffer(std::size_t groesse);
 
-    std::unique_ptr<char[]> puffer_;
-    std::size_t pufferGroesse_ = 0;
+    std::vector<char> puffer_;
 };
 
 }  // namespace spurkiste
