@@ -1,0 +1,94 @@
+// Any bytes as a cache file. What is accepted must be valid JSON in the eyes of a full parser, and must read back equal
+// after it was written.
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include <simdjson.h>
+
+#include "library/Cache.h"
+
+namespace {
+
+using spurkiste::Cache;
+using spurkiste::Eintrag;
+
+/// A folder to write to, for as long as the process runs.
+class Ordner {
+  public:
+    Ordner() : pfad_((std::filesystem::temp_directory_path() / "spurkiste-fuzz-XXXXXX").native()) {
+        if (::mkdtemp(pfad_.data()) == nullptr) {
+            throw std::runtime_error("no temporary folder");
+        }
+    }
+    Ordner(const Ordner&) = delete;
+    Ordner& operator=(const Ordner&) = delete;
+    ~Ordner() {
+        std::error_code egal;
+        std::filesystem::remove_all(pfad_, egal);
+    }
+    [[nodiscard]] const std::string& pfad() const { return pfad_; }
+
+  private:
+    std::string pfad_;
+};
+
+/// The full parser refuses integers beyond 64 bits although they are valid, so it is no judge of texts with such.
+bool hatLangeZahl(std::string_view text) {
+    std::size_t laenge = 0;
+    return std::any_of(text.begin(), text.end(), [&laenge](char zeichen) {
+        laenge = zeichen >= '0' && zeichen <= '9' ? laenge + 1 : 0;
+        return laenge >= 19;
+    });
+}
+
+bool istJson(std::string_view text) {
+    simdjson::dom::parser parser;
+    if (parser.allocate(text.size() + 1, text.size() + 1) != simdjson::SUCCESS) {
+        return false;
+    }
+    const auto fehler = parser.parse(text.data(), text.size()).error();
+    return fehler == simdjson::SUCCESS || (fehler == simdjson::NUMBER_ERROR && hatLangeZahl(text));
+}
+
+void verlange(bool bedingung) {
+    if (!bedingung) {
+        std::abort();
+    }
+}
+
+}  // namespace
+
+// The name is libFuzzer's.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t groesse) {
+    const std::string_view text(reinterpret_cast<const char*>(daten), groesse);
+    const auto cache = Cache::ausJson(text);
+    if (!cache) {
+        return 0;
+    }
+    verlange(istJson(text));
+
+    std::vector<Eintrag> liste;
+    std::unordered_map<std::string, Eintrag> erwartet;  // by the record's own path, which the file's key may contradict
+    for (const auto& [pfad, eintrag] : cache->eintraege) {
+        liste.push_back(eintrag);
+        erwartet.insert_or_assign(eintrag->pfad, eintrag);
+    }
+    static const Ordner ordner;
+    verlange(Cache::schreibeNach(ordner.pfad(), liste));
+    const Cache zurueck = Cache::liesAus(ordner.pfad());
+    verlange(zurueck.eintraege.size() == erwartet.size());
+    for (const auto& [pfad, eintrag] : erwartet) {
+        const auto stelle = zurueck.eintraege.find(pfad);
+        verlange(stelle != zurueck.eintraege.end() && *stelle->second == *eintrag);
+    }
+    return 0;
+}

@@ -1,6 +1,6 @@
 #include "library/JsonStuecke.h"
 
-#include <algorithm>
+#include <array>
 #include <cstring>
 #include <utility>
 
@@ -13,6 +13,29 @@ constexpr std::size_t kPortion = std::size_t{128} * 1024;
 
 bool istLeerraum(char zeichen) {
     return zeichen == ' ' || zeichen == '\n' || zeichen == '\r' || zeichen == '\t';
+}
+
+constexpr int kText = 2;
+
+/// By how much a character outside of strings changes the depth, or kText where a string begins.
+constexpr std::array<int, 256> kSchritte = [] {
+    std::array<int, 256> schritte{};
+    schritte['{'] = schritte['['] = 1;
+    schritte['}'] = schritte[']'] = -1;
+    schritte['"'] = kText;
+    return schritte;
+}();
+
+/// The closing quotation mark of a string from a position inside it, or where to go on when there is more to look at:
+/// an escape at the edge is looked at again, together with what it escapes.
+const char* sucheTextende(const char* stelle, const char* ende) {
+    while (stelle != ende && *stelle != '"') {
+        if (*stelle == '\\' && ende - stelle < 2) {
+            break;
+        }
+        stelle += *stelle == '\\' ? 2 : 1;
+    }
+    return stelle;
 }
 
 }  // namespace
@@ -79,49 +102,34 @@ bool JsonStuecke::amEnde() {
 
 /// Counts brackets of both kinds alike: mixing them up is an error that the reader of the value finds.
 std::optional<std::size_t> JsonStuecke::klammerOderTextLaenge() {
-    std::size_t tiefe = 0;
+    std::ptrdiff_t tiefe = 0;
     bool imText = false;
-    std::size_t laenge = 0;
+    std::ptrdiff_t laenge = 0;
     do {
         const char* const anfang = puffer_.data() + anfang_;
         const char* const ende = puffer_.data() + ende_;
         const char* stelle = anfang + laenge;
         while (stelle != ende) {
             if (imText) {
-                while (stelle != ende && *stelle != '"' && *stelle != '\\') {
-                    ++stelle;
+                stelle = sucheTextende(stelle, ende);
+                if (stelle == ende || *stelle != '"') {
+                    break;
                 }
-                if (stelle == ende || (*stelle == '\\' && stelle + 1 == ende)) {
-                    break;  // an escape at the edge is looked at again, together with what it escapes
-                }
-                if (*stelle == '\\') {
-                    stelle += 2;
+                ++stelle;
+                imText = false;
+            } else {
+                const int schritt = kSchritte[static_cast<unsigned char>(*stelle++)];
+                if (schritt == 0) {
                     continue;
                 }
-                imText = false;
-                ++stelle;
-            } else {
-                switch (*stelle++) {
-                    case '"':
-                        imText = true;
-                        continue;
-                    case '{':
-                    case '[':
-                        ++tiefe;
-                        continue;
-                    case '}':
-                    case ']':
-                        --tiefe;
-                        break;
-                    default:
-                        continue;
-                }
+                imText = schritt == kText;
+                tiefe += imText ? 0 : schritt;
             }
-            if (tiefe == 0) {
+            if (tiefe == 0 && !imText) {
                 return static_cast<std::size_t>(stelle - anfang);
             }
         }
-        laenge = static_cast<std::size_t>(stelle - anfang);
+        laenge = stelle - anfang;
     } while (holeMehr());
     return std::nullopt;
 }

@@ -27,7 +27,7 @@ bool istUtf8(std::string_view text) {
 /// Takes the values of one record and notes what was wrong with them.
 struct Ausgabe {
     std::string& ziel;
-    GpxMetadatenJson::Fremdbytes fremdbytes;
+    GpxMetadatenJson::Fremdbytes fremdbytes = GpxMetadatenJson::Fremdbytes::lehneAb;
     bool utf8 = true;
     bool endlich = true;
 
@@ -51,8 +51,8 @@ struct Ausgabe {
     }
 
     void schreibe(double wert) {
-        std::array<char, kZahl> platz;
-        ziel.append(platz.data(), setzeZahl(platz.data(), wert));
+        zahl::Puffer puffer{};
+        ziel.append(zahlText(wert, puffer));
     }
 
     void schreibe(std::int64_t wert) { ziel.append(std::to_string(wert)); }
@@ -63,11 +63,12 @@ struct Ausgabe {
     void schreibe(const Koordinate& wert) {
         constexpr std::string_view vorn = R"({"breite":)";
         constexpr std::string_view mitte = R"(,"laenge":)";
-        std::array<char, vorn.size() + mitte.size() + 2 * kZahl + 1> platz;
-        char* stelle = std::copy(vorn.begin(), vorn.end(), platz.data());
-        stelle = setzeZahl(stelle, wert.breite);
-        stelle = std::copy(mitte.begin(), mitte.end(), stelle);
-        stelle = setzeZahl(stelle, wert.laenge);
+        zahl::Puffer puffer{};
+        std::array<char, vorn.size() + mitte.size() + 2 * puffer.size() + 1> platz{};
+        char* stelle = kopiere(vorn, platz.data());
+        stelle = kopiere(zahlText(wert.breite, puffer), stelle);
+        stelle = kopiere(mitte, stelle);
+        stelle = kopiere(zahlText(wert.laenge, puffer), stelle);
         *stelle++ = '}';
         ziel.append(platz.data(), stelle);
     }
@@ -90,18 +91,15 @@ struct Ausgabe {
     void schreibe(const GpxWetter& wert) { schreibeObjekt(wert); }
 
   private:
-    static constexpr std::size_t kZahl = std::tuple_size_v<zahl::Puffer>;
+    static char* kopiere(std::string_view text, char* nach) { return std::copy(text.begin(), text.end(), nach); }
 
-    /// Puts a number where kZahl bytes are free and returns its end.
-    char* setzeZahl(char* stelle, double wert) {
+    std::string_view zahlText(double wert, zahl::Puffer& puffer) {
         if (!std::isfinite(wert)) {
             endlich = false;
-            return stelle;
+            return {};
         }
-        zahl::Puffer puffer;
         // The digits of minus zero alone are an integer and would lose their sign when they are read.
-        const std::string_view text = wert == 0.0 && std::signbit(wert) ? "-0.0" : zahl::schreibe(wert, puffer);
-        return std::copy(text.begin(), text.end(), stelle);
+        return wert == 0.0 && std::signbit(wert) ? "-0.0" : zahl::schreibe(wert, puffer);
     }
 };
 
@@ -148,9 +146,9 @@ bool lies(dom::element json, std::optional<Wert>& wert) {
 template <class Typ>
 struct Feld {
     std::string_view name;
-    bool pflicht;
-    bool (*lies)(dom::element, Typ&);
-    void (*schreibe)(Ausgabe&, std::string_view name, const Typ&);
+    bool pflicht = false;
+    bool (*lies)(dom::element, Typ&) = nullptr;
+    void (*schreibe)(Ausgabe&, std::string_view name, const Typ&) = nullptr;
 };
 
 /// The members of a type's object, in order.

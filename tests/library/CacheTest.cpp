@@ -1,0 +1,230 @@
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <limits>
+#include <memory>
+#include <span>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "base/Dateien.h"
+#include "hilfe/BeispielEintrag.h"
+#include "hilfe/TempOrdner.h"
+#include "library/Cache.h"
+#include "library/JsonStuecke.h"
+#include "track/GpxMetadatenJson.h"
+
+namespace spurkiste {
+namespace {
+
+namespace fs = std::filesystem;
+
+Eintrag teile(GpxMetadaten eintrag) {
+    return std::make_shared<const GpxMetadaten>(std::move(eintrag));
+}
+
+std::string recordJson(const std::string& pfad) {
+    std::string json;
+    EXPECT_EQ(GpxMetadatenJson::haengeAn(json, vollerEintrag(pfad)), GpxMetadatenJson::Ergebnis::geschrieben);
+    return json;
+}
+
+TEST(Cache, ReadsBackWhatWasWrittenTheLastOfEachPath) {
+    const TempOrdner ordner;
+    std::vector<Eintrag> liste;
+    const auto fuegeHinzu = [&](const std::string& name) -> GpxMetadaten& {
+        auto eintrag = std::make_shared<GpxMetadaten>(vollerEintrag(ordner.in(name)));
+        eintrag->punkte = static_cast<std::int64_t>(liste.size());
+        liste.push_back(eintrag);
+        return *eintrag;
+    };
+    // Files with such names are read every time; the others must be cached all the same, first and last in the list.
+    fuegeHinzu("\xe4.gpx");
+    for (int i = 0; i < 300; ++i) {
+        fuegeHinzu("Tour " + std::to_string(i % 250) + " \"Ö\\\n{\u2028.gpx");
+    }
+    Skizze::Bau gross;  // many times the portion in which the file is written and read
+    gross.beginneLinie();
+    for (int i = 0; i < 40000; ++i) {
+        gross.haengeAn({i / 7.0, -i / 3.0});
+    }
+    fuegeHinzu("lang.gpx").skizze = std::move(gross).fertig();
+    fuegeHinzu("b\xff.gpx");
+
+    ASSERT_TRUE(Cache::schreibeNach(ordner.pfad(), liste));
+    const Cache gelesen = Cache::liesAus(ordner.pfad());
+    EXPECT_EQ(gelesen.eintraege.size(), 251u);
+    for (const Eintrag& erwartet : std::span(liste).subspan(51, 251)) {  // the last of every path
+        ASSERT_EQ(gelesen.eintraege.count(erwartet->pfad), 1u) << erwartet->pfad;
+        EXPECT_EQ(*gelesen.eintraege.at(erwartet->pfad), *erwartet);
+    }
+
+    ASSERT_TRUE(Cache::schreibeNach(ordner.pfad(), {}));
+    EXPECT_EQ(ordner.lies(Cache::kDateiname), R"({"version":3,"eintraege":{}})");
+}
+
+TEST(Cache, TakesOnlyWholeAndValidTexts) {
+    const std::string a = R"("/a":)" + recordJson("/a");
+    const std::string b = R"("/b":)" + recordJson("/b");
+    const std::vector<std::pair<std::string, int>> faelle = {
+        // text, number of records or -1 when it must not be read
+        {R"({"version":3,"eintraege":{}})", 0},
+        {R"({"version":3,"eintraege":{)" + a + "," + b + "}}", 2},
+        {" {\r\n\"eintraege\"\t: {" + a + " ,\n" + b + " } , \"version\" : 3 } \n", 2},
+        {R"({"x":[{"y":"}\"]"}],"version":3,"z":null,"eintraege":{)" + a + R"(},"version2":"4"})", 1},
+        {R"({"\u0076ersion":3,"eintraege":{"\/a":)" + recordJson("/a") + "}}", 1},
+        {R"({"version":2,"eintraege":{)" + a + "}}", 1},
+        {R"({"version":"x","version":3,"eintraege":{}})", -1},
+        {R"({"version":2,"version":3,"eintraege":{)" + a + R"(},"eintraege":{)" + b + "," + b + "}}", 1},
+        {"", -1},
+        {" ", -1},
+        {"null", -1},
+        {"[]", -1},
+        {"{}", -1},
+        {"\xef\xbb\xbf{\"version\":3,\"eintraege\":{}}", -1},
+        {R"({"version":3})", -1},
+        {R"({"eintraege":{}})", -1},
+        {R"({"version":3.0,"eintraege":{}})", -1},
+        {R"({"version":"3","eintraege":{}})", -1},
+        {R"({"version":null,"eintraege":{}})", -1},
+        {R"({"version":99999999999999999999,"eintraege":{}})", -1},
+        {R"({"version":3,"eintraege":null})", -1},
+        {R"({"version":3,"eintraege":[]})", -1},
+        {R"({"version":3,"eintraege":{"/a":null}})", -1},
+        {R"({"version":3,"eintraege":{"/a":{}}})", -1},
+        {R"({"version":3,"eintraege":{"/a"}})", -1},
+        {R"({"version":3,"eintraege":{)" + a + "," + R"("/c":{"pfad":"/c"}}})", -1},
+        {R"({"version":3,"eintraege":{)" + a + R"(,"/a":null}})", -1},
+        {R"({"version":3,"eintraege":{)" + a + ",}}", -1},
+        {R"({"version":3,"eintraege":{,)" + a + "}}", -1},
+        {R"({"version":3,"eintraege":{)" + a + " " + b + "}}", -1},
+        {R"({"version":3,"eintraege":{)" + a + "}", -1},
+        {R"({"version":3,"eintraege":{)" + a, -1},
+        {R"({"version":3,"eintraege":{)" + a.substr(0, a.size() - 1), -1},
+        {R"({"version":3,"eintraege":{}},)", -1},
+        {R"({"version":3,"eintraege":{}}})", -1},
+        {R"({"version":3,"eintraege":{}} {})", -1},
+        {std::string("{\"version\":3,\"eintraege\":{}}\0", 29), -1},
+        {R"({"version":3,"eintraege":{},"x":[1,]})", -1},
+        {R"({"version":3,"eintraege":{},"x":[}})", -1},
+        {R"({"version":3,"eintraege":{},"x":"\ud8"})", -1},
+        {R"({"version":3,"eintraege":{},"x":})", -1},
+        {R"({"version":3,"eintraege":{},x:1})", -1},
+        {R"({"version":3,"eintraege":{},"x"1})", -1},
+        {R"({"version":3,"eintraege":{},"x":1 2})", -1},
+        {R"({"version":3,"eintraege":{},"x":tru})", -1},
+        {"{\"version\":3,\"eintraege\":{},\"\xff\":1}", -1},
+        {R"({"version":3,"eintraege":{},"x":)" + std::string(1000000, '[') + std::string(1000000, ']') + "}", -1},
+        {R"({"version":3,"eintraege":{},"x":)" + std::string(1000000, '['), -1},
+    };
+    for (const auto& [text, anzahl] : faelle) {
+        const auto cache = Cache::ausJson(text);
+        EXPECT_EQ(cache ? static_cast<int>(cache->eintraege.size()) : -1, anzahl) << text.substr(0, 200);
+    }
+}
+
+TEST(Cache, IsEmptyWhenTheFileIsOfNoUse) {
+    const TempOrdner ordner;
+    EXPECT_TRUE(Cache::liesAus(ordner.pfad()).eintraege.empty());
+    EXPECT_TRUE(Cache::liesAus("/nirgends").eintraege.empty());
+    const std::string eintraege = R"(,"eintraege":{"/a":)" + recordJson("/a") + "}}";
+    for (const auto& [version, anzahl] : {std::pair("2", 0u), std::pair("3", 1u), std::pair("4", 0u)}) {
+        ordner.schreibe(Cache::kDateiname, R"({"version":)" + std::string(version) + eintraege);
+        const Cache cache = Cache::liesAus(ordner.pfad());
+        EXPECT_EQ(cache.eintraege.size(), anzahl) << version;
+        EXPECT_EQ(cache.version, Cache::kVersion);
+    }
+    fs::remove(ordner.in(Cache::kDateiname));
+    fs::create_directory(ordner.in(Cache::kDateiname));
+    EXPECT_TRUE(Cache::liesAus(ordner.pfad()).eintraege.empty());
+}
+
+TEST(Cache, MatchesBySizeAndDateOfTheFile) {
+    const TempOrdner ordner;
+    GpxMetadaten eintrag = vollerEintrag(ordner.schreibe("a.gpx", "12345"));
+    eintrag.dateiGroesse = 5;
+    eintrag.dateiDatum = dateien::angaben(eintrag.pfad)->geaendert;
+    const fs::file_time_type datum = fs::last_write_time(eintrag.pfad);
+    Cache cache;
+    cache.eintraege[eintrag.pfad] = teile(eintrag);
+
+    using std::chrono::milliseconds;
+    for (const auto& [verschiebung, passt] : {std::pair(0, true), std::pair(500, true), std::pair(-500, true),
+                                              std::pair(999, true), std::pair(1000, false), std::pair(-1000, false)}) {
+        fs::last_write_time(eintrag.pfad, datum + milliseconds(verschiebung));
+        EXPECT_EQ(cache.passend(eintrag.pfad) == cache.eintraege.at(eintrag.pfad), passt) << verschiebung;
+    }
+    fs::last_write_time(eintrag.pfad, datum);
+    EXPECT_TRUE(cache.passend(eintrag.pfad));
+    EXPECT_FALSE(cache.passend(ordner.in("b.gpx")));
+
+    cache.eintraege[ordner.in("b.gpx")] = teile(eintrag);
+    fs::copy_file(eintrag.pfad, ordner.in("b.gpx"));
+    fs::last_write_time(ordner.in("b.gpx"), datum);
+    EXPECT_FALSE(cache.passend(ordner.in("b.gpx"))) << "the record is another file's";
+
+    ordner.schreibe("a.gpx", "123456");
+    fs::last_write_time(eintrag.pfad, datum);
+    EXPECT_FALSE(cache.passend(eintrag.pfad)) << "another size";
+    fs::remove(eintrag.pfad);
+    EXPECT_FALSE(cache.passend(eintrag.pfad)) << "the file is gone";
+    fs::create_directory(eintrag.pfad);
+    EXPECT_FALSE(cache.passend(eintrag.pfad)) << "a folder is no file";
+}
+
+TEST(Cache, KeepsTheOldFileWhenTheNewOneCannotBeWritten) {
+    const TempOrdner ordner;
+    ordner.schreibe(Cache::kDateiname, "old");
+    GpxMetadaten kaputt = vollerEintrag("/b");
+    kaputt.anstiegMeter = std::numeric_limits<double>::quiet_NaN();
+    const std::vector<Eintrag> liste = {teile(vollerEintrag("/a")), teile(kaputt)};
+    EXPECT_FALSE(Cache::schreibeNach(ordner.pfad(), liste));
+    EXPECT_EQ(ordner.lies(Cache::kDateiname), "old");
+    EXPECT_THAT(dateien::liste(ordner.pfad()), testing::ElementsAre(Cache::kDateiname)) << "nothing may be left over";
+
+    const std::span gute(liste.data(), 1);
+    for (const std::string& ort : {ordner.in("nirgends"), ordner.in(Cache::kDateiname), std::string("/proc")}) {
+        EXPECT_FALSE(Cache::schreibeNach(ort, gute)) << ort;
+    }
+    fs::create_directories(ordner.in("x") + "/" + std::string(Cache::kDateiname) + "/y");
+    EXPECT_FALSE(Cache::schreibeNach(ordner.in("x"), gute)) << "a folder is in the way";
+    EXPECT_EQ(dateien::liste(ordner.in("x")).size(), 1u);
+}
+
+TEST(JsonStuecke, CutAlikeHoweverTheTextArrives) {
+    const std::string text = R"( {"a\"}\\":[1,{"b":"]"}],"c" :-1.5e3 , "\\":true} 12)";
+    for (std::size_t portion = 1; portion <= text.size(); ++portion) {
+        std::string_view rest = text;
+        JsonStuecke stuecke(
+            [&](std::span<char> puffer) {
+                const std::size_t anzahl = rest.copy(puffer.data(), std::min(portion, puffer.size()));
+                rest.remove_prefix(anzahl);
+                return anzahl;
+            },
+            8);
+        std::string gesehen;
+        const auto wert = [&] { gesehen += "<" + std::string(stuecke.wert().value_or("-")) + ">"; };
+        EXPECT_FALSE(stuecke.nimm('['));
+        EXPECT_TRUE(stuecke.nimm('{'));
+        for (int i = 0; i < 3; ++i) {
+            wert();
+            EXPECT_TRUE(stuecke.nimm(':'));
+            wert();
+            EXPECT_EQ(stuecke.nimm(','), i < 2);
+        }
+        wert();
+        EXPECT_TRUE(stuecke.nimm('}'));
+        EXPECT_FALSE(stuecke.amEnde());
+        wert();
+        EXPECT_TRUE(stuecke.amEnde());
+        wert();
+        EXPECT_EQ(gesehen, R"(<"a\"}\\"><[1,{"b":"]"}]><"c"><-1.5e3><"\\"><true><-><12><->)") << portion;
+    }
+}
+
+}  // namespace
+}  // namespace spurkiste
