@@ -54,7 +54,8 @@ class Erzeuger {
     std::unordered_set<std::string> namen_;
 };
 
-/// The bytes of one pretty-printed recording with heart rates, of about `bytes` bytes (within a third).
+/// The bytes of one pretty-printed recording with heart rates, of about `bytes` bytes: half of them to half as many
+/// again.
 [[nodiscard]] std::string erzeugeSpur(std::uint64_t saat, std::size_t bytes);
 
 /// Records as the reader would make them of such a library, without any file: for measuring what works on records.
