@@ -149,6 +149,10 @@ TEST(GpxLeserTest, ZeitenZaehlenNachIhrerStelle) {
         EXPECT_DOUBLE_EQ(eintrag.dauerSekunden, fall.dauer) << testing::PrintToString(fall.zeiten);
         EXPECT_EQ(eintrag.hatZeitstempel, fall.dauer > 0);
     }
+    const std::string zeit = "<time>" + std::string(acht) + "</time>";
+    const auto datum = [](const std::string& inneres) { return GpxLeser::ausInhalt(gpx(inneres)).datum; };
+    EXPECT_EQ(datum(punkt("1", "2", zeit + "<extensions><time>x</time></extensions>")), um(acht));
+    EXPECT_EQ(datum("<trkpt>" + zeit + "</trkpt>" + punkt("1", "2")), std::nullopt) << "of a point that is none";
     for (const std::string_view gleich : {"2023-05-01T08:00:00", " \n2023-05-01T08:00:00Z\t", "2023-05-01T08:00:00.0",
                                           "\u20282023-05-01T10:00:00+02:00\u00A0"}) {
         EXPECT_EQ(um(gleich), um(acht)) << gleich;

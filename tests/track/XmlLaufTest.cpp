@@ -93,7 +93,7 @@ TEST(XmlLaufTest, LiestJedeKodierungDerWildnis) {
         bom + inhalt,
         bom + leer + deklariert("UTF-8", inhalt),
         leer + deklariert("utf-8", inhalt),
-        std::string(5000, '\n') + deklariert("ISO-8859-1", latin),
+        std::string(5100, '\n') + deklariert("utf8", inhalt),
         bom + deklariert("windows-1252", inhalt),
         deklariert("utf8", inhalt),
         deklariert("UTF-16", inhalt),
@@ -144,6 +144,22 @@ TEST(XmlLaufTest, MeldetNamenUndTextWieGeschrieben) {
     for (const auto& [xml, zeile] : faelle) {
         EXPECT_EQ(lies(xml), zeile) << xml;
         EXPECT_EQ(lies(xml, 3), zeile) << xml;
+    }
+}
+
+TEST(XmlLaufTest, NimmtVonEinerWachsendenDateiNichtMehrAlsGesagt) {
+    for (const std::size_t groesse : {std::size_t{0}, std::size_t{10}, std::size_t{5000}, std::size_t{1'000'000}}) {
+        for (const std::size_t amStueck : {std::size_t{100}, XmlLauf::kAmStueck}) {
+            std::size_t genommen = 0;
+            const auto endlos = [&](std::span<char> puffer) {
+                std::fill(puffer.begin(), puffer.end(), ' ');
+                genommen += puffer.size();
+                return puffer.size();
+            };
+            Mitschrift mitschrift;
+            XmlLauf().lies(endlos, groesse, mitschrift, amStueck);
+            EXPECT_EQ(genommen, groesse);
+        }
     }
 }
 
