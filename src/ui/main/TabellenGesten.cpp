@@ -1,0 +1,245 @@
+// What the user does with the table: mouse, keyboard, dragging rows out.
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QDateTime>
+#include <QDrag>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <QToolTip>
+#include <algorithm>
+#include <cstddef>
+#include <utility>
+
+#include "ui/main/TabellenAnsicht.h"
+
+namespace spurkiste {
+
+bool TabellenAnsicht::viewportEvent(QEvent* ereignis) {
+    switch (ereignis->type()) {
+        case QEvent::MouseMove:
+            ueberfahre(static_cast<QMouseEvent*>(ereignis)->position().toPoint());
+            break;
+        case QEvent::Leave:
+            maus_.reset();
+            ueberfahre({-1, -1});
+            break;
+        case QEvent::ToolTip: {
+            const auto& hilfe = static_cast<QHelpEvent&>(*ereignis);
+            const QModelIndex index = indexAt(hilfe.pos());
+            QToolTip::showText(hilfe.globalPos(), kurzhilfe(index), viewport(), visualRect(index));
+            return true;
+        }
+        default:
+            break;
+    }
+    return QTableView::viewportEvent(ereignis);
+}
+
+QString TabellenAnsicht::kurzhilfe(const QModelIndex& index) const {
+    if (!index.isValid()) {
+        return {};
+    }
+    const QString hilfe = index.data(Qt::ToolTipRole).toString();
+    const Spalte spalte = kSpalten[static_cast<std::size_t>(index.column())];
+    const bool kurz = zeichner_->idealbreite(modell_->zeile(index.row()), spalte) > columnWidth(index.column());
+    return hilfe.isEmpty() && kurz ? index.data(Qt::DisplayRole).toString() : hilfe;
+}
+
+void TabellenAnsicht::ueberfahre(const QPoint& wo) {
+    const bool drin = viewport()->rect().contains(wo);
+    if (drin) {
+        maus_ = wo;
+    }
+    const int reihe = drin ? reiheBei(wo.y()) : -1;
+    if (reihe != ueberfahren_) {
+        for (const int betroffen : {std::exchange(ueberfahren_, reihe), reihe}) {
+            viewport()->update(reihenRechteck(betroffen));
+        }
+    }
+}
+
+QRect TabellenAnsicht::kapselRechteck(int reihe) const {
+    const int spalte = static_cast<int>(Spalte::sport);
+    const QRect zeile = reihenRechteck(reihe);
+    const QRect zelle(columnViewportPosition(spalte), zeile.top(), columnWidth(spalte), zeile.height());
+    return zeichner_->kapsel(zelle, modell_->zeile(reihe)).toAlignedRect();
+}
+
+/// The row whose capsule the left mouse button was pressed on, or -1.
+int TabellenAnsicht::kapselReihe(const QMouseEvent& ereignis) const {
+    if (ereignis.button() != Qt::LeftButton || ereignis.modifiers() != Qt::NoModifier) {
+        return -1;
+    }
+    const QPoint wo = ereignis.position().toPoint();
+    const int reihe = reiheBei(wo.y());
+    return reihe >= 0 && kapselRechteck(reihe).contains(wo) ? reihe : -1;
+}
+
+void TabellenAnsicht::bitteUmSportmenue(int reihe) {
+    const QRect kapsel = kapselRechteck(reihe);
+    Q_EMIT sportmenueGewuenscht(modell_->zeile(reihe).eintrag()->pfad,
+                                {viewport()->mapToGlobal(kapsel.topLeft()), kapsel.size()});
+}
+
+void TabellenAnsicht::mousePressEvent(QMouseEvent* ereignis) {
+    zeigeTastatur(false);
+    // A capsule is a button: pressing it neither selects its row nor begins a drag.
+    const int reihe = kapselReihe(*ereignis);
+    kapselGedrueckt_ = reihe >= 0;
+    if (kapselGedrueckt_) {
+        bitteUmSportmenue(reihe);
+    } else {
+        QTableView::mousePressEvent(ereignis);
+    }
+}
+
+void TabellenAnsicht::mouseMoveEvent(QMouseEvent* ereignis) {
+    if (!kapselGedrueckt_ || ereignis->buttons() == Qt::NoButton) {
+        QTableView::mouseMoveEvent(ereignis);
+    }
+}
+
+void TabellenAnsicht::mouseReleaseEvent(QMouseEvent* ereignis) {
+    if (!std::exchange(kapselGedrueckt_, false)) {
+        QTableView::mouseReleaseEvent(ereignis);
+    }
+}
+
+void TabellenAnsicht::mouseDoubleClickEvent(QMouseEvent* ereignis) {
+    const int reihe = reiheBei(ereignis->position().toPoint().y());
+    kapselGedrueckt_ = kapselReihe(*ereignis) >= 0;
+    if (kapselGedrueckt_) {
+        return;
+    }
+    QTableView::mouseDoubleClickEvent(ereignis);
+    if (reihe >= 0 && ereignis->button() == Qt::LeftButton && ereignis->modifiers() == Qt::NoModifier) {
+        Q_EMIT zeileGeoeffnet(modell_->zeile(reihe).eintrag()->pfad);
+    }
+}
+
+void TabellenAnsicht::contextMenuEvent(QContextMenuEvent* ereignis) {
+    QPoint wo = ereignis->globalPos();
+    if (ereignis->reason() == QContextMenuEvent::Keyboard && currentIndex().isValid()) {
+        scrollTo(currentIndex());
+        const QRect zeile = reihenRechteck(currentIndex().row());
+        wo = viewport()->mapToGlobal(QPoint(ZellenZeichner::rand(Spalte::name).links, zeile.center().y()));
+    }
+    Q_EMIT kontextmenueGewuenscht(wo);
+}
+
+void TabellenAnsicht::keyPressEvent(QKeyEvent* ereignis) {
+    zeigeTastatur(true);
+    const bool ohne = (ereignis->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    const QModelIndex hier = currentIndex();
+    const bool sucht = !gesucht_.isEmpty() &&
+                       QDateTime::currentMSecsSinceEpoch() - letzterBuchstabe_ <= QApplication::keyboardInputInterval();
+    switch (ohne && hier.isValid() ? ereignis->key() : 0) {
+        case Qt::Key_Space:
+            if (sucht) {
+                break;  // a blank within the name that is being typed
+            }
+            [[fallthrough]];
+        case Qt::Key_F4:
+            scrollTo(hier);
+            return bitteUmSportmenue(hier.row());
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+        case Qt::Key_F2:
+            if (auswahl().size() == 1 && auswahl_->istGewaehlt(modell_->zeile(hier.row()))) {
+                Q_EMIT zeileGeoeffnet(modell_->zeile(hier.row()).eintrag()->pfad);
+            }
+            return;
+        default:
+            break;
+    }
+    QTableView::keyPressEvent(ereignis);
+}
+
+void TabellenAnsicht::keyboardSearch(const QString& suche) {
+    const qint64 jetzt = QDateTime::currentMSecsSinceEpoch();
+    const bool weiter = jetzt - letzterBuchstabe_ <= QApplication::keyboardInputInterval();
+    letzterBuchstabe_ = jetzt;
+    gesucht_ = weiter ? gesucht_ + suche : suche;
+    const int anzahl = modell_->rowCount();
+    // More letters may still mean this row; the first letter means the next one.
+    const int anfang = currentIndex().row() + (weiter && currentIndex().isValid() ? 0 : 1);
+    for (int schritt = 0; schritt < anzahl; ++schritt) {
+        const int reihe = (anfang + schritt) % anzahl;
+        if (QStringView(modell_->zeile(reihe).text(Spalte::name)).startsWith(gesucht_, Qt::CaseInsensitive)) {
+            setCurrentIndex(modell_->index(reihe, 0));
+            return;
+        }
+    }
+}
+
+QModelIndex TabellenAnsicht::moveCursor(CursorAction bewegung, Qt::KeyboardModifiers /*tasten*/) {
+    const int letzte = modell_->rowCount() - 1;
+    const int hier = currentIndex().row();
+    const int seite = std::max(1, viewport()->height() / ZellenZeichner::kZeilenhoehe - 1);
+    const auto zu = [&](int reihe) { return modell_->index(std::clamp(reihe, 0, std::max(0, letzte)), 0); };
+    switch (bewegung) {
+        case MoveUp:
+        case MovePrevious:
+            return zu(hier - 1);
+        case MoveDown:
+        case MoveNext:
+            return zu(hier + 1);
+        case MovePageUp:
+            return zu(hier - seite);
+        case MovePageDown:
+            return zu(hier + seite);
+        case MoveHome:
+            return zu(0);
+        case MoveEnd:
+            return zu(letzte);
+        case MoveLeft:
+        case MoveRight: {
+            // The row is what is selected, so these only show its other end.
+            QScrollBar& balken = *horizontalScrollBar();
+            balken.setValue(balken.value() + (bewegung == MoveLeft ? -1 : 1) * balken.singleStep());
+            return currentIndex();
+        }
+    }
+    return {};
+}
+
+void TabellenAnsicht::zeigeTastatur(bool tastatur) {
+    tastatur_ = tastatur;
+    rahmen_->setzeFokus(hasFocus() && tastatur_);
+}
+
+void TabellenAnsicht::focusInEvent(QFocusEvent* ereignis) {
+    QTableView::focusInEvent(ereignis);
+    const Qt::FocusReason grund = ereignis->reason();
+    const bool taste =
+        grund == Qt::TabFocusReason || grund == Qt::BacktabFocusReason || grund == Qt::ShortcutFocusReason;
+    zeigeTastatur(taste || (tastatur_ && grund != Qt::MouseFocusReason));
+}
+
+void TabellenAnsicht::focusOutEvent(QFocusEvent* ereignis) {
+    QTableView::focusOutEvent(ereignis);
+    zeigeTastatur(tastatur_);
+}
+
+void TabellenAnsicht::startDrag(Qt::DropActions aktionen) {
+    QModelIndexList gezogene;
+    for (int reihe = 0; reihe < modell_->rowCount(); ++reihe) {
+        if (auswahl_->istGewaehlt(modell_->zeile(reihe))) {
+            gezogene.push_back(modell_->index(reihe, 0));
+        }
+    }
+    if (gezogene.isEmpty()) {
+        return;
+    }
+    auto* zug = new QDrag(this);
+    zug->setMimeData(modell_->mimeData(gezogene));
+    const QModelIndex gezeigt = gezogene.contains(currentIndex()) ? currentIndex() : gezogene.front();
+    zug->setPixmap(
+        zeichner_->zugbild(modell_->zeile(gezeigt.row()), static_cast<int>(gezogene.size()), devicePixelRatioF()));
+    zug->exec(aktionen, Qt::CopyAction);
+}
+
+}  // namespace spurkiste

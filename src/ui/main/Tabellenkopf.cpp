@@ -1,0 +1,204 @@
+#include "ui/main/Tabellenkopf.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QTransform>
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+
+#include "ui/detail/KistePapier.h"
+#include "ui/detail/Papier.h"
+#include "ui/detail/Schrift.h"
+#include "ui/detail/Symbole.h"
+#include "ui/main/TabellenModell.h"
+#include "ui/main/ZellenZeichner.h"
+
+namespace spurkiste {
+
+namespace {
+
+// Logical pixels.
+constexpr double kSchrift = 11.0;
+constexpr double kMarke = 13.0;          // the box of the sort mark
+constexpr double kMarkeSichtbar = 10.0;  // from its left edge to where the mark ends
+
+QFont schrift() {
+    return Schrift::mach(kSchrift, QFont::DemiBold);
+}
+
+std::u16string_view sicht(const QString& text) {
+    return {reinterpret_cast<const char16_t*>(text.utf16()), static_cast<std::size_t>(text.size())};
+}
+
+}  // namespace
+
+Tabellenkopf::Tabellenkopf(QWidget* eltern) : QHeaderView(Qt::Horizontal, eltern), satz_(schrift(), kSchrift) {
+    setFixedHeight(kHoehe);
+    setSectionsClickable(true);
+    setSectionsMovable(false);
+    setHighlightSections(false);
+    setSectionResizeMode(QHeaderView::Interactive);
+    setMinimumSectionSize(*std::min_element(Spaltenbreiten::kMindestens.begin(), Spaltenbreiten::kMindestens.end()));
+    setFocusPolicy(Qt::TabFocus);
+    viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
+    connect(this, &QHeaderView::sectionResized, this,
+            [this](int spalte, int /*vorher*/, int breite) { folgeDemZug(spalte, breite); });
+}
+
+void Tabellenkopf::setzeSortierung(const std::optional<Vergleich>& vergleich) {
+    sortierung_ = vergleich;
+    viewport()->update();
+}
+
+void Tabellenkopf::setzeBreiten(const Spaltenbreiten& breiten) {
+    breiten_ = breiten;
+    wendeAn();
+}
+
+void Tabellenkopf::passeAn(int platz) {
+    if (platz_ != platz) {
+        platz_ = platz;
+        wendeAn();
+    }
+}
+
+void Tabellenkopf::kleide() {
+    satz_ = Schriftsatz(schrift(), kSchrift);
+    viewport()->update();
+}
+
+void Tabellenkopf::folgeDemZug(int spalte, int breite) {
+    if (wendetAn_ || platz_ == 0) {
+        return;
+    }
+    // Counted from the beginning of the pull, so that pulling back gives the other columns what was taken from them.
+    breiten_.ziehe(kSpalten[static_cast<std::size_t>(spalte)], breite, vorDemZug_.value_or(angewandt_), platz_);
+    wendeAn();
+}
+
+void Tabellenkopf::wendeAn() {
+    if (platz_ == 0 || count() != static_cast<int>(kSpalten.size())) {
+        return;
+    }
+    angewandt_ = breiten_.verteile(platz_);
+    wendetAn_ = true;
+    for (int spalte = 0; spalte < count(); ++spalte) {
+        resizeSection(spalte, angewandt_[static_cast<std::size_t>(spalte)]);
+    }
+    wendetAn_ = false;
+}
+
+void Tabellenkopf::mousePressEvent(QMouseEvent* ereignis) {
+    vorDemZug_ = angewandt_;
+    QHeaderView::mousePressEvent(ereignis);
+}
+
+void Tabellenkopf::mouseReleaseEvent(QMouseEvent* ereignis) {
+    QHeaderView::mouseReleaseEvent(ereignis);
+    vorDemZug_.reset();
+}
+
+void Tabellenkopf::keyPressEvent(QKeyEvent* ereignis) {
+    switch (ereignis->key()) {
+        case Qt::Key_Left:
+            return waehle(gewaehlt_ - 1);
+        case Qt::Key_Right:
+            return waehle(gewaehlt_ + 1);
+        case Qt::Key_Home:
+            return waehle(0);
+        case Qt::Key_End:
+            return waehle(count() - 1);
+        case Qt::Key_Space:
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            Q_EMIT sectionClicked(gewaehlt_);
+            return;
+        default:
+            QHeaderView::keyPressEvent(ereignis);
+    }
+}
+
+void Tabellenkopf::waehle(int spalte) {
+    gewaehlt_ = std::clamp(spalte, 0, std::max(0, count() - 1));
+    // For a screen reader the header is one control; it says which column it is on.
+    setAccessibleName(model() == nullptr ? QString() : model()->headerData(gewaehlt_, Qt::Horizontal).toString());
+    viewport()->update();
+    Q_EMIT spalteGewaehlt(gewaehlt_);
+}
+
+void Tabellenkopf::focusInEvent(QFocusEvent* ereignis) {
+    QHeaderView::focusInEvent(ereignis);
+    waehle(gewaehlt_);
+}
+
+void Tabellenkopf::focusOutEvent(QFocusEvent* ereignis) {
+    QHeaderView::focusOutEvent(ereignis);
+    viewport()->update();
+}
+
+void Tabellenkopf::paintEvent(QPaintEvent* /*ereignis*/) {
+    QPainter maler(viewport());
+    const QRect flaeche = viewport()->rect();
+    maler.fillRect(flaeche, KistePapier::karte);
+    maler.fillRect(QRect(flaeche.left(), flaeche.bottom(), flaeche.width(), 1),
+                   KistePapier::mitDeckkraft(KistePapier::linie, 0.78));
+    for (int stelle = 0; stelle < std::min(count(), static_cast<int>(kSpalten.size())); ++stelle) {
+        const QRect zelle(sectionViewportPosition(stelle), 0, sectionSize(stelle), flaeche.height());
+        if (!zelle.intersects(flaeche)) {
+            continue;
+        }
+        zeichneTitel(maler, zelle, kSpalten[static_cast<std::size_t>(stelle)]);
+        if (hasFocus() && stelle == gewaehlt_) {
+            papier::form(maler, QRectF(zelle).adjusted(2, 4, -2, -5), 6, Qt::transparent,
+                         KistePapier::mitDeckkraft(KistePapier::gold, 0.72), 1.5);
+        }
+    }
+}
+
+void Tabellenkopf::zeichneTitel(QPainter& maler, const QRectF& zelle, Spalte spalte) {
+    const QString titel = model()->headerData(static_cast<int>(spalte), Qt::Horizontal).toString();
+    const Qt::Alignment seite = ausrichtung(spalte);
+    const auto [links, rechts] = ZellenZeichner::rand(spalte);
+    // The title of the sport stands over the texts of the capsules' rows, not over their edges.
+    const int vorn = spalte == Spalte::sport ? links + 3 : links;
+    // A little low: between two pixels the baseline takes the lower one.
+    constexpr double kTiefer = 0.15;
+    QRectF kasten = zelle.adjusted(vorn, kTiefer, -rechts, kTiefer);
+    const bool sortiert = sortierung_ && sortierung_->spalte == spalte;
+    maler.setPen(sortiert ? KistePapier::tinte : KistePapier::tinteLeise);
+    if (!sortiert) {
+        satz_.zeichne(maler, kasten, seite, sicht(titel));
+        return;
+    }
+    // The mark may stand in the padding: a title gives way to it only when there is no other room.
+    double marke = 0.0;
+    if ((seite & Qt::AlignRight) != 0) {
+        kasten.setLeft(zelle.left() + kMarkeSichtbar);
+        const double breite = std::min(satz_.breite(sicht(titel)), kasten.width());
+        marke = kasten.right() - breite - kMarke;
+    } else {
+        kasten.setRight(zelle.right() - kMarkeSichtbar);
+        const double breite = std::min(satz_.breite(sicht(titel)), kasten.width());
+        if ((seite & Qt::AlignHCenter) != 0) {
+            kasten.setLeft(zelle.left() + (zelle.width() - breite - kMarkeSichtbar) / 2);
+            kasten.setWidth(breite);
+        }
+        marke = kasten.left() + breite + 1;
+    }
+    satz_.zeichne(maler, kasten, seite, sicht(titel));
+    zeichneMarke(maler, QRectF(marke, zelle.top(), kMarke, zelle.height()), sortierung_->absteigend);
+}
+
+void Tabellenkopf::zeichneMarke(QPainter& maler, const QRectF& kasten, bool absteigend) {
+    const double verhaeltnis = maler.device()->devicePixelRatioF();
+    const auto rund = [&](double wert) { return std::round(wert * verhaeltnis) / verhaeltnis; };
+    const QPixmap& bild = bilder_.hole({absteigend ? "ab" : "auf", kMarke, 0, verhaeltnis}, [&] {
+        const QPixmap winkel = Symbole::bild("chevron.down", kMarke, KistePapier::goldDunkel, verhaeltnis);
+        return absteigend ? winkel : winkel.transformed(QTransform::fromScale(1, -1));
+    });
+    maler.drawPixmap(QPointF(rund(kasten.left()), rund(kasten.center().y() - kMarke / 2)), bild);
+}
+
+}  // namespace spurkiste
