@@ -22,9 +22,12 @@ void Schild::setzeFarbe(const QColor& farbe) {
 }
 
 QSize Schild::sizeHint() const {
-    const QFontMetricsF mass(font());
-    return {static_cast<int>(std::ceil(mass.horizontalAdvance(text()) - font().letterSpacing())),
-            static_cast<int>(std::ceil(mass.height()))};
+    // Lato's own line is as high as its size, too tight between lines of different sizes.
+    constexpr double zeilenhoehe = 1.2;
+    constexpr double punkteProZoll = 72.0;
+    const double groesse = font().pointSizeF() * logicalDpiY() / punkteProZoll;
+    return {static_cast<int>(std::ceil(QFontMetricsF(font()).horizontalAdvance(text()) - font().letterSpacing())),
+            static_cast<int>(std::ceil(zeilenhoehe * groesse))};
 }
 
 QSize Schild::minimumSizeHint() const {

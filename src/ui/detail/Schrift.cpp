@@ -30,7 +30,7 @@ QString cjkFamilie() {
 QFont Schrift::mach(double groesse, QFont::Weight staerke, double sperrung) {
     constexpr double punkteProZoll = 72.0;
     QFont schrift;
-    schrift.setFamilies({QStringLiteral("Lato"), cjkFamilie(), QStringLiteral("DejaVu Sans")});
+    schrift.setFamilies({QStringLiteral("Lato"), QStringLiteral("DejaVu Sans"), cjkFamilie()});
     // Only point sizes take fractions; the screen's logical resolution turns them back into the pixels meant here.
     const QScreen* schirm = QGuiApplication::primaryScreen();
     const double aufloesung = schirm == nullptr ? 96.0 : schirm->logicalDotsPerInchY();

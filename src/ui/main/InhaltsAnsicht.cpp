@@ -35,6 +35,21 @@ QString qPfad(const std::string& pfad) {
     return QString::fromUtf8(pfad.data(), static_cast<qsizetype>(pfad.size()));
 }
 
+/// The left half of the window: it paints the shadow that the table's card casts on it.
+class TabellenGrund final : public QWidget {
+  public:
+    explicit TabellenGrund(const QWidget& karte) : karte_(karte) {}
+
+  protected:
+    void paintEvent(QPaintEvent* /*ereignis*/) override {
+        QPainter maler(this);
+        Kartenrahmen::zeichneSchatten(maler, karte_.geometry());
+    }
+
+  private:
+    const QWidget& karte_;
+};
+
 std::string alsText(const QByteArray& bytes) {
     return bytes.toBase64().toStdString();
 }
@@ -55,7 +70,7 @@ InhaltsAnsicht::InhaltsAnsicht(Bibliothek& bibliothek, Einstellungen& einstellun
       kopf_(new Kopf),
       filter_(new Filterleiste([this](const Filterleiste::Aenderung& aenderung) { aendere(aenderung); })),
       tabelle_(new TabellenAnsicht),
-      leereTabelle_(new Leerbild(Leerbild::Form::zeichen, "map", tabelle_)),
+      leereTabelle_(new Leerbild(Leerbild::Form::zeichen, "map")),
       leeresDetail_(new Leerbild(Leerbild::Form::kreis, "point.topleft.down.curvedto.point.bottomright.up")),
       status_(new Statusleiste(this)),
       auffrischung_([this] { frischeAuf(); }) {
@@ -66,10 +81,11 @@ InhaltsAnsicht::InhaltsAnsicht(Bibliothek& bibliothek, Einstellungen& einstellun
     belegeTasten();
     stelleWiederHer();
     sprichNeu();
+    tabelle_->setFocus();
 }
 
 void InhaltsAnsicht::ordneAn() {
-    auto* links = new QWidget;
+    auto* links = new TabellenGrund(*tabelle_);
     links->setMinimumWidth(kLinksMindestens);
     auto* spalte = new QVBoxLayout(links);
     spalte->setContentsMargins(14, 12, 0, 12);
@@ -77,6 +93,8 @@ void InhaltsAnsicht::ordneAn() {
     spalte->addWidget(kopf_);
     spalte->addWidget(filter_);
     spalte->addWidget(tabelle_, 1);
+    leereTabelle_->setParent(links);  // above the table, not inside: a screen reader looks for cells there
+    leereTabelle_->hide();
     leeresDetail_->setMinimumWidth(kRechtsMindestens);
     leeresDetail_->setMaximumWidth(kRechtsHoechstens);
     teiler_->setHandleWidth(1);
@@ -118,7 +136,8 @@ void InhaltsAnsicht::verbinde(const Meldestelle& sprachwechsel) {
         zustand_.auswahl = auswahl;
         auffrischung_.fordere();
     });
-    connect(teiler_, &QSplitter::splitterMoved, this, [this] { werkzeuge_->richteSpalteAus(leeresDetail_->width()); });
+    leeresDetail_->installEventFilter(this);
+    tabelle_->viewport()->installEventFilter(this);
 }
 
 void InhaltsAnsicht::belegeTasten() {
@@ -162,10 +181,19 @@ void InhaltsAnsicht::paintEvent(QPaintEvent* /*ereignis*/) {
     }
 }
 
-void InhaltsAnsicht::resizeEvent(QResizeEvent* ereignis) {
-    QWidget::resizeEvent(ereignis);
-    werkzeuge_->richteSpalteAus(leeresDetail_->width());
-    leereTabelle_->setGeometry(tabelle_->koerper());
+bool InhaltsAnsicht::eventFilter(QObject* quelle, QEvent* ereignis) {
+    if (ereignis->type() == QEvent::Resize) {
+        if (quelle == leeresDetail_) {
+            werkzeuge_->richteSpalteAus(leeresDetail_->width());
+        } else {
+            legeLeereTabelle();
+        }
+    }
+    return QWidget::eventFilter(quelle, ereignis);
+}
+
+void InhaltsAnsicht::legeLeereTabelle() {
+    leereTabelle_->setGeometry(tabelle_->koerper().translated(tabelle_->pos()));
 }
 
 void InhaltsAnsicht::aendere(const Filterleiste::Aenderung& aenderung) {
@@ -186,6 +214,7 @@ void InhaltsAnsicht::sprichNeu() {
     kopf_->kleide();
     filter_->kleide();
     status_->kleide();
+    tabelle_->kleide();
     leereTabelle_->kleide();
     leeresDetail_->kleide();
     leeresDetail_->zeige(q(AppSprache::text("selectRoute")),
@@ -221,7 +250,8 @@ void InhaltsAnsicht::frischeAuf() {
             return QString::fromUtf8(t.data(), static_cast<qsizetype>(t.size()));
         };
         leereTabelle_->zeige(text(bild.leer->titel), text(bild.leer->beschreibung));
-        leereTabelle_->setGeometry(tabelle_->koerper());
+        legeLeereTabelle();
+        leereTabelle_->raise();
     }
     status_->zeigeZahlen(q(bild.dateienText), q(bild.gesamtText));
     status_->zeigeLaden(zustand_.laedt, bibliothek_.ausstehend().wert());

@@ -35,7 +35,7 @@ class InhaltsAnsicht final : public QWidget {
   protected:
     void paintEvent(QPaintEvent* ereignis) override;
     void closeEvent(QCloseEvent* ereignis) override;
-    void resizeEvent(QResizeEvent* ereignis) override;
+    bool eventFilter(QObject* quelle, QEvent* ereignis) override;
 
   private:
     void ordneAn();
@@ -43,6 +43,7 @@ class InhaltsAnsicht final : public QWidget {
     void belegeTasten();
     void stelleWiederHer();
     void frischeAuf();
+    void legeLeereTabelle();
     void aendere(const Filterleiste::Aenderung& aenderung);
     void waehleSprache(const QString& code);
     void sprichNeu();

@@ -72,7 +72,7 @@ Werkzeuge::Werkzeuge(const Einstellungen& einstellungen, QWidget* eltern)
     connect(sprache_, &Knopf::clicked, this, &Werkzeuge::oeffneSprachmenue);
 
     auto* zeile = new QHBoxLayout(this);
-    zeile->setContentsMargins(kRand, 0, kRand - kRing, 1);
+    zeile->setContentsMargins(kRand, 0, kRand - kRing, 0);
     zeile->setSpacing(0);
     zeile->addWidget(titel_);
     zeile->addSpacing(kAbstand);
@@ -83,7 +83,7 @@ Werkzeuge::Werkzeuge(const Einstellungen& einstellungen, QWidget* eltern)
         zeile->addSpacing(2 - 2 * kRing);
         zeile->addWidget(knopf);
     }
-    constexpr int bisZumSuchfeld = 21;
+    constexpr int bisZumSuchfeld = 11;
     zeile->addSpacing(bisZumSuchfeld - 2 * kRing);
     zeile->addWidget(suchfeld_);
     kleide();
