@@ -38,8 +38,8 @@ class GpxMetadatenJson {
     /// Reads JSON values one after the other and keeps the memory for that. One thread at a time.
     ///
     /// Every function takes one whole value and checks it strictly, ignored parts included: syntax, UTF-8, no halves
-    /// of surrogate pairs in what is kept, at most 1024 levels of nesting, all numbers in a double's range. The value
-    /// must be followed by kPolster readable bytes of any content; they save a copy.
+    /// of surrogate pairs, at most 1024 levels of nesting, all numbers in a double's range. The value must be followed
+    /// by kPolster readable bytes of any content; they save a copy.
     class Leser {
       public:
         static constexpr std::size_t kPolster = 64;
