@@ -14,8 +14,10 @@ std::string_view Ansichtstexte::sportAnzeige(const GpxMetadaten& eintrag,
     if (eintrag.nenntSport()) {
         return *eintrag.sportRoh;
     }
-    const auto vorschlag = eintrag.sportVorschlag();
-    return vorschlag ? std::string_view(sportarten[static_cast<std::size_t>(*vorschlag)]) : kStrich;
+    if (const auto vorschlag = eintrag.sportVorschlag()) {
+        return sportarten[static_cast<std::size_t>(*vorschlag)];
+    }
+    return kStrich;
 }
 
 Ansichtstexte Ansichtstexte::aktuelle() {

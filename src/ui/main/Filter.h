@@ -21,9 +21,9 @@ enum class LaengenFilter : std::uint8_t { alle, kurz, mittel, lang };
 /// One case of such a filter: its label, the same in every language, and its test.
 template <typename Filter>
 struct Filterfall {
-    Filter wert;
+    Filter wert{};
     std::string_view name;
-    bool (*passt)(const GpxMetadaten& eintrag);
+    bool (*passt)(const GpxMetadaten& eintrag) = nullptr;
 };
 
 /// Of each filter all cases, in the order in which they are offered. The first lets everything through.

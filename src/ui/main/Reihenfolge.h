@@ -51,9 +51,6 @@ class Reihenfolge {
     /// new.
     void folge(const std::vector<Stelle>& umzug, const Bestand& bestand);
 
-    /// Says that nothing is as it was.
-    void vergiss() { gueltig_ = false; }
-
   private:
     bool gueltig_ = false;
     Sortierung sortierung_;

@@ -108,11 +108,7 @@ void Zeilenspeicher::ersetzeAb(std::size_t ab, bool neueSprache, const std::vect
 
     adressen_.resize(eintraege.size());
     std::transform(eintraege.begin(), eintraege.end(), adressen_.begin(), [](const auto& e) { return e.get(); });
-    if (neueSprache) {
-        reihenfolge_.vergiss();
-    } else {
-        reihenfolge_.folge(umzug, bestand());
-    }
+    reihenfolge_.folge(umzug, bestand());
 }
 
 const std::vector<Reihenfolge::Stelle>& Zeilenspeicher::reihenfolge(const Sortierung& sortierung) {
