@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <limits>
 
 namespace spurkiste {
 
@@ -18,6 +19,9 @@ constexpr std::size_t kProFach = 4;
 // The toolkit knows whole pixels only, so texts are shaped at twice their size and the glyphs' places halved. That
 // holds as long as hinting leaves the widths alone; upwards it may, for crisp lines.
 constexpr double kVergroesserung = 2.0;
+
+// Far more pairs than the names of a library have; beyond three quarters of it they are collected anew.
+constexpr std::size_t kPaare = 1U << 13U;
 
 constexpr double kSpielraum = 0.01;  // for sums of fractions
 
@@ -32,25 +36,29 @@ QFont vergroessert(QFont schrift, double groesse) {
     return schrift;
 }
 
+/// Characters of scripts that do not join and of which none stands over another: what a pair of them does, it does in
+/// every text.
+bool istEinfach(char16_t zeichen) {
+    const auto zwischen = [zeichen](char16_t von, char16_t bis) { return zeichen >= von && zeichen <= bis; };
+    constexpr char16_t kWeicherTrennstrich = 0x00ad;
+    return zwischen(u' ', u'~') || (zwischen(0x00a0, 0x017f) && zeichen != kWeicherTrennstrich) ||
+           zwischen(0x0391, 0x03c9) || zwischen(0x0400, 0x045f) || zwischen(0x2013, 0x2014) ||
+           zwischen(0x2018, 0x201e) || zeichen == u'…';
+}
+
 }  // namespace
 
 Schriftsatz::Schriftsatz(const QFont& schrift, double groesse)
-    : gross_(vergroessert(schrift, groesse)), groesse_(groesse), gemerkt_(kFaecher * kProFach) {
+    : gross_(vergroessert(schrift, groesse)), groesse_(groesse), gemerkt_(kFaecher * kProFach), paare_(kPaare) {
     const QFontMetricsF mass(gross_);
     oberlaenge_ = mass.ascent() / kVergroesserung;
     unterlaenge_ = mass.descent() / kVergroesserung;
 
-    const QRawFont roh = verkleinert(QRawFont::fromFont(gross_));
-    int anzahl = static_cast<int>(glyphen_.size());
-    roh.glyphIndexesForChars(reinterpret_cast<const QChar*>(kZahlzeichen.data()), anzahl, glyphen_.data(), &anzahl);
-    for (auto& reihe : schritte_) {
-        reihe.fill(kUnbekannt);
-    }
-    zahl_.setRawFont(roh);
+    schlicht_.setRawFont(verkleinert(QRawFont::fromFont(gross_)));
 }
 
 double Schriftsatz::breite(std::u16string_view text) {
-    return setzeZahl(text) ? zahlBreite_ : hole(text).ganz.breite;
+    return setzeSchlicht(text, std::numeric_limits<double>::infinity()) ? breite_ : hole(text).ganz.breite;
 }
 
 void Schriftsatz::zeichne(QPainter& maler, const QRectF& kasten, Qt::Alignment ausrichtung, std::u16string_view text) {
@@ -64,9 +72,9 @@ void Schriftsatz::zeichne(QPainter& maler, const QRectF& kasten, Qt::Alignment a
         }
         return kasten.left() + ((ausrichtung & Qt::AlignHCenter) != 0 ? rest / 2 : 0.0);
     };
-    if (setzeZahl(text) && zahlBreite_ <= kasten.width() + kSpielraum) {
-        zahl_.setRawData(zahlGlyphen_.data(), zahlPunkte_.data(), static_cast<int>(text.size()));
-        maler.drawGlyphRun({links(zahlBreite_), grundlinie}, zahl_);
+    if (setzeSchlicht(text, std::max(0.0, kasten.width()))) {
+        schlicht_.setRawData(glyphen_.data(), punkte_.data(), anzahl_);
+        maler.drawGlyphRun({links(breite_), grundlinie}, schlicht_);
         return;
     }
     const Satz& satz = passend(hole(text), kasten.width());
@@ -143,52 +151,105 @@ const Schriftsatz::Satz& Schriftsatz::passend(Gemerkt& gemerkt, double platz) {
     return gemerkt.gekuerzt;
 }
 
-bool Schriftsatz::setzeZahl(std::u16string_view text) {
-    if (text.empty() || text.size() > kLaengsteZahl) {
-        return false;
-    }
+/// Puts a text together from pairs, with an ellipsis where it gets too long. False when it cannot be done that way.
+bool Schriftsatz::setzeSchlicht(std::u16string_view text, double platz) {
     double x = 0.0;
-    std::size_t zeichen = kZahlzeichen.find(text.front());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const std::size_t naechstes = i + 1 < text.size() ? kZahlzeichen.find(text[i + 1]) : kZahlzeichen.size();
-        if (zeichen == std::u16string_view::npos || naechstes == std::u16string_view::npos) {
+    std::size_t anzahl = 0;
+    std::size_t gelesen = 0;
+    const auto naechstes = [&] { return gelesen < text.size() ? text[gelesen] : u'\0'; };
+    while (gelesen < text.size() && x <= platz + kSpielraum) {
+        char16_t zeichen = text[gelesen++];
+        if (!istEinfach(zeichen) || anzahl == kLaengster) {
             return false;
         }
-        const double weite = schritt(zeichen, naechstes);
-        if (std::isnan(weite)) {
+        Paar hier = paar(zeichen, naechstes());
+        while (hier.verbindung != 0) {
+            zeichen = hier.verbindung;
+            ++gelesen;
+            hier = paar(zeichen, naechstes());
+        }
+        if (std::isnan(hier.schritt)) {
             return false;
         }
-        zahlGlyphen_[i] = glyphen_[zeichen];
-        zahlPunkte_[i] = {x, 0.0};
-        x += weite;
-        zeichen = naechstes;
+        zeichen_[anzahl] = zeichen;
+        glyphen_[anzahl] = hier.glyphe;
+        punkte_[anzahl] = {x, 0.0};
+        x += hier.schritt;
+        ++anzahl;
     }
-    zahlBreite_ = x;
+    if (x > platz + kSpielraum) {
+        constexpr char16_t kPunkte = u'…';
+        const Paar punkte = paar(kPunkte, u'\0');
+        double stelle = 0.0;
+        do {
+            --anzahl;
+            stelle = anzahl == 0 ? 0.0 : punkte_[anzahl - 1].x() + paar(zeichen_[anzahl - 1], kPunkte).schritt;
+        } while (anzahl > 0 && stelle + punkte.schritt > platz);
+        x = stelle + punkte.schritt;
+        if (std::isnan(x)) {
+            return false;
+        }
+        glyphen_[anzahl] = punkte.glyphe;
+        punkte_[anzahl] = {stelle, 0.0};
+        ++anzahl;
+    }
+    anzahl_ = static_cast<int>(anzahl);
+    breite_ = x;
     return true;
 }
 
-/// How far after one character the next one stands (or the text ends), kerning included; NaN where the font does
-/// anything but put the two glyphs side by side.
-double Schriftsatz::schritt(std::size_t zeichen, std::size_t naechstes) {
-    double& weite = schritte_[zeichen][naechstes];
-    if (weite == kUnbekannt) {
-        const bool letztes = naechstes == kZahlzeichen.size();
-        QString paar(sicht(kZahlzeichen.substr(zeichen, 1)));
-        QList<quint32> erwartet{glyphen_[zeichen]};
-        if (!letztes) {
-            paar += QChar(kZahlzeichen[naechstes]);
-            erwartet += glyphen_[naechstes];
+Schriftsatz::Paar Schriftsatz::paar(char16_t zeichen, char16_t naechstes) {
+    const std::uint32_t schluessel = (std::uint32_t{zeichen} << 16U) | naechstes;
+    std::size_t platz = (schluessel * 0x9e3779b1U) >> 19U;
+    static_assert(kPaare == 1U << (32U - 19U));
+    while (paare_[platz].schluessel != schluessel) {
+        if (paare_[platz].schluessel == 0) {
+            if (++paarAnzahl_ > kPaare / 4 * 3) {
+                std::fill(paare_.begin(), paare_.end(), Paar());
+                paarAnzahl_ = 1;
+            }
+            return paare_[platz] = miss(zeichen, naechstes);
         }
-        const Satz satz = setze(paar);
-        const bool schlicht = satz.laeufe.size() == 1 && satz.laeufe.front().glyphIndexes() == erwartet &&
-                              satz.laeufe.front().rawFont() == zahl_.rawFont();
-        if (!schlicht) {
-            weite = std::numeric_limits<double>::quiet_NaN();
-        } else {
-            weite = letztes ? satz.breite : satz.laeufe.front().positions().back().x();
-        }
+        platz = (platz + 1) % kPaare;
     }
-    return weite;
+    return paare_[platz];
+}
+
+Schriftsatz::Paar Schriftsatz::miss(char16_t zeichen, char16_t naechstes) {
+    Paar paar{(std::uint32_t{zeichen} << 16U) | naechstes, 0, std::numeric_limits<double>::quiet_NaN(), 0};
+    const bool letztes = naechstes == u'\0';
+    if (!letztes && !istEinfach(naechstes)) {
+        return paar;
+    }
+    const QRawFont& roh = schlicht_.rawFont();
+    const auto glypheVon = [&](char16_t c) { return roh.glyphIndexesForString(QString(QChar(c))).value(0); };
+    const bool verbunden = zeichen >= kErsteVerbindung;
+    const Verbindung hier =
+        verbunden ? verbindungen_[zeichen - kErsteVerbindung] : Verbindung{QString(QChar(zeichen)), glypheVon(zeichen)};
+    const QString text = letztes ? hier.text : hier.text + QChar(naechstes);
+    const QList<quint32> erwartet =
+        letztes ? QList<quint32>{hier.glyphe} : QList<quint32>{hier.glyphe, glypheVon(naechstes)};
+    const Satz satz = setze(text);
+    if (satz.laeufe.size() != 1 || satz.laeufe.front().rawFont() != roh) {
+        return paar;
+    }
+    const QList<quint32> glyphen = satz.laeufe.front().glyphIndexes();
+    const QList<QPointF> punkte = satz.laeufe.front().positions();
+    const bool aufDerLinie =
+        punkte.front().x() == 0.0 &&
+        std::all_of(punkte.begin(), punkte.end(), [](const QPointF& punkt) { return std::abs(punkt.y()) < 1e-3; });
+    if (!letztes && glyphen.size() == 1 && aufDerLinie) {
+        const auto bekannt = std::find_if(verbindungen_.begin(), verbindungen_.end(),
+                                          [&](const Verbindung& verbindung) { return verbindung.text == text; });
+        paar.verbindung = static_cast<char16_t>(kErsteVerbindung + (bekannt - verbindungen_.begin()));
+        if (bekannt == verbindungen_.end()) {
+            verbindungen_.push_back({text, glyphen.front()});
+        }
+    } else if (glyphen == erwartet && aufDerLinie) {
+        paar.glyphe = hier.glyphe;
+        paar.schritt = letztes ? satz.breite : punkte.back().x();
+    }
+    return paar;
 }
 
 }  // namespace spurkiste

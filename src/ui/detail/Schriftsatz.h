@@ -9,7 +9,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,9 +16,10 @@
 namespace spurkiste {
 
 /// Sets single lines in one font, again and again: what a list paints while it scrolls. Shaping a text costs some
-/// twenty allocations, painting its glyphs none, so the latest texts are kept as glyphs; figures, of which hardly two
-/// are alike, are put together from single glyphs and never shaped. Sizes are exact: the toolkit itself rounds those
-/// of its fonts to whole pixels. Bound to the GUI thread.
+/// forty allocations, so it is avoided. Most texts consist of characters that the font puts side by side, or joins to
+/// ligatures; they are put together from what is known of each two of them, which costs nothing once that is known. The
+/// others (fonts that stand in, scripts that join) are shaped, and the latest of them are kept as glyphs.
+/// Sizes are exact: the toolkit itself rounds those of its fonts to whole pixels. Bound to the GUI thread.
 class Schriftsatz {
   public:
     /// Families and weight are those of `schrift`, the size is `groesse` logical pixels, halves included.
@@ -50,8 +50,24 @@ class Schriftsatz {
     [[nodiscard]] QRawFont verkleinert(const QRawFont& gross);
     [[nodiscard]] Gemerkt& hole(std::u16string_view text);
     [[nodiscard]] const Satz& passend(Gemerkt& gemerkt, double platz);
-    [[nodiscard]] bool setzeZahl(std::u16string_view text);
-    [[nodiscard]] double schritt(std::size_t zeichen, std::size_t naechstes);
+    [[nodiscard]] bool setzeSchlicht(std::u16string_view text, double platz);
+
+    /// What follows from a character or ligature and the character behind it.
+    struct Paar {
+        std::uint32_t schluessel = 0;  // both; 0: none
+        quint32 glyphe = 0;            // of the first
+        double schritt = 0.0;          // to where the next one stands; NaN where the font does anything else
+        char16_t verbindung = 0;       // the ligature that the two become
+    };
+    [[nodiscard]] Paar paar(char16_t zeichen, char16_t naechstes);
+    [[nodiscard]] Paar miss(char16_t zeichen, char16_t naechstes);
+
+    /// A ligature; it goes by a number above those of the characters that are put together.
+    struct Verbindung {
+        QString text;
+        quint32 glyphe;
+    };
+    static constexpr char16_t kErsteVerbindung = 0xe000;
 
     /// A font that a text was shaped with, and the one to paint with.
     struct Schriftpaar {
@@ -68,16 +84,18 @@ class Schriftsatz {
     std::vector<Gemerkt> gemerkt_;
     std::uint64_t uhr_ = 0;
 
-    // Figures: the glyphs of their characters, how far apart each two of them stand, and the one that is being drawn.
-    static constexpr std::u16string_view kZahlzeichen = u"0123456789 ,.:-–km";
-    static constexpr std::size_t kLaengsteZahl = 24;
-    static constexpr double kUnbekannt = std::numeric_limits<double>::infinity();
-    std::array<quint32, kZahlzeichen.size()> glyphen_{};
-    std::array<std::array<double, kZahlzeichen.size() + 1>, kZahlzeichen.size()> schritte_{};
-    std::array<quint32, kLaengsteZahl> zahlGlyphen_{};
-    std::array<QPointF, kLaengsteZahl> zahlPunkte_{};
-    double zahlBreite_ = 0.0;
-    QGlyphRun zahl_;
+    std::vector<Paar> paare_;  // a hash table with open addressing
+    std::size_t paarAnzahl_ = 0;
+    std::vector<Verbindung> verbindungen_;
+
+    // The plain text that was put together last.
+    static constexpr std::size_t kLaengster = 256;
+    std::array<char16_t, kLaengster> zeichen_{};
+    std::array<quint32, kLaengster> glyphen_{};
+    std::array<QPointF, kLaengster> punkte_{};
+    int anzahl_ = 0;
+    double breite_ = 0.0;
+    QGlyphRun schlicht_;
 };
 
 }  // namespace spurkiste

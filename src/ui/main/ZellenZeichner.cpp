@@ -41,20 +41,10 @@ const QPen& stift(Schriftfarbe farbe) {
     }
 }
 
-/// The font of the ghost column: the tick of the fonts for Chinese and Japanese, which would be asked before, is large
-/// and thin.
-QFont hakenschrift() {
-    QFont schrift = Schrift::mach(kSchrift);
-    schrift.setFamilies({QStringLiteral("Lato"), QStringLiteral("DejaVu Sans")});
-    return schrift;
-}
-
 }  // namespace
 
 ZellenZeichner::ZellenZeichner()
-    : satz_(Schrift::mach(kSchrift), kSchrift),
-      namenssatz_(Schrift::mach(kSchrift, QFont::Medium), kSchrift),
-      hakensatz_(hakenschrift(), kSchrift) {}
+    : satz_(Schrift::mach(kSchrift), kSchrift), namenssatz_(Schrift::mach(kSchrift, QFont::Medium), kSchrift) {}
 
 ZellenZeichner::Rand ZellenZeichner::rand(Spalte spalte) {
     switch (spalte) {
@@ -103,18 +93,7 @@ void ZellenZeichner::zeichneZelle(QPainter& maler, const QRect& zelle, const Zei
         kasten.setLeft(kasten.left() + kSymbol + kSymbolAbstand);
     }
     maler.setPen(stift(zeile.farbe(spalte)));
-    satz(spalte).zeichne(maler, kasten, ausrichtung(spalte), zeile.text(spalte));
-}
-
-Schriftsatz& ZellenZeichner::satz(Spalte spalte) {
-    switch (spalte) {
-        case Spalte::name:
-            return namenssatz_;
-        case Spalte::ghost:
-            return hakensatz_;
-        default:
-            return satz_;
-    }
+    (spalte == Spalte::name ? namenssatz_ : satz_).zeichne(maler, kasten, ausrichtung(spalte), zeile.text(spalte));
 }
 
 QRectF ZellenZeichner::kapsel(const QRect& zelle, const Zeile& zeile) {
@@ -153,8 +132,10 @@ double ZellenZeichner::idealbreite(const Zeile& zeile, Spalte spalte) {
         constexpr double kBeliebig = 1e6;
         return links + kapsel_.breite(kapselInhalt(zeile), kBeliebig) + rechts;
     }
-    const int vorn = spalte == Spalte::name ? kSymbol + kSymbolAbstand : 0;
-    return links + vorn + satz(spalte).breite(zeile.text(spalte)) + rechts;
+    if (spalte == Spalte::name) {
+        return links + kSymbol + kSymbolAbstand + namenssatz_.breite(zeile.text(spalte)) + rechts;
+    }
+    return links + satz_.breite(zeile.text(spalte)) + rechts;
 }
 
 }  // namespace spurkiste

@@ -57,11 +57,8 @@ class ZellenZeichner {
   private:
     void zeichneZelle(QPainter& maler, const QRect& zelle, const Zeile& zeile, Spalte spalte);
 
-    [[nodiscard]] Schriftsatz& satz(Spalte spalte);
-
     Schriftsatz satz_;
     Schriftsatz namenssatz_;
-    Schriftsatz hakensatz_;
     SportKapsel kapsel_;
     Bildvorrat bilder_;
 };
