@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <cstdio>
 #include <exception>
+#include <string>
 #include <string_view>
 #include <variant>
 #include <vector>
@@ -8,31 +9,44 @@
 #include "app/SpurkisteApp.h"
 #include "app/Startaufruf.h"
 
-int main(int anzahl, char** argumente) {
-    using spurkiste::Startaufruf;
+namespace {
+
+using spurkiste::Startaufruf;
+
+void schreibe(std::FILE* strom, const std::string& text) {
+    (void)std::fputs(text.c_str(), strom);
+}
+
+int fuehreAus(int& anzahl, char** argumente) {
     constexpr int falscherAufruf = 2;
     const std::vector<std::string_view> worte(argumente + (anzahl > 0 ? 1 : 0), argumente + anzahl);
     const auto gelesen = Startaufruf::lies(worte);
     if (const auto* fehler = std::get_if<Startaufruf::Fehler>(&gelesen)) {
-        std::fprintf(stderr, "%s\n", fehler->text.c_str());
+        schreibe(stderr, fehler->text + "\n");
         return falscherAufruf;
     }
     const auto& aufruf = std::get<Startaufruf>(gelesen);
     if (aufruf.befehl != Startaufruf::Befehl::fenster) {  // answered without a display
-        std::fputs(
-            (aufruf.befehl == Startaufruf::Befehl::hilfe ? Startaufruf::hilfe() : Startaufruf::version()).c_str(),
-            stdout);
+        schreibe(stdout, aufruf.befehl == Startaufruf::Befehl::hilfe ? Startaufruf::hilfe() : Startaufruf::version());
         return 0;
     }
     QApplication::setApplicationName(QStringLiteral("spurkiste"));
     QApplication::setDesktopFileName(QStringLiteral("spurkiste"));
-    QApplication programm(anzahl, argumente);
+    const QApplication programm(anzahl, argumente);
+    spurkiste::SpurkisteApp app(aufruf.ordner);
+    app.oeffneFenster();
+    return QApplication::exec();
+}
+
+}  // namespace
+
+int main(int anzahl, char** argumente) {
     try {
-        spurkiste::SpurkisteApp app(aufruf.ordner);
-        app.oeffneFenster();
-        return QApplication::exec();
+        return fuehreAus(anzahl, argumente);
     } catch (const std::exception& fehler) {
-        std::fprintf(stderr, "spurkiste: %s\n", fehler.what());
+        (void)std::fputs("spurkiste: ", stderr);
+        (void)std::fputs(fehler.what(), stderr);
+        (void)std::fputs("\n", stderr);
         return 1;
     }
 }

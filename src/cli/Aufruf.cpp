@@ -78,13 +78,11 @@ class Leser {
                 rest_ = rest_.subspan(1);
             }
             setze(name, wert);
-        } else if (wert) {
-            fehler_ = "Unbekannte Option „" + std::string(argument) + "“ (mehr mit --help)";
-        } else if (name == "--ohne-cache") {
+        } else if (argument == "--ohne-cache") {
             aufruf_.ohneCache = true;
-        } else if (name == "--help" || name == "-h") {
+        } else if (argument == "--help" || argument == "-h") {
             sofort_ = Aufruf::Befehl::hilfe;
-        } else if (name == "--version") {
+        } else if (argument == "--version") {
             sofort_ = Aufruf::Befehl::version;
         } else {
             fehler_ = "Unbekannte Option „" + std::string(argument) + "“ (mehr mit --help)";

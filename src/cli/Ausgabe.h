@@ -7,10 +7,8 @@
 #include "library/Bibliothek.h"
 #include "ui/main/Ansichtstexte.h"
 
-namespace spurkiste {
-
 /// The forms in which records are written out. Each hands its text to the sink in pieces. Main thread.
-namespace ausgabe {
+namespace spurkiste::ausgabe {
 
 using Senke = std::function<void(std::string_view)>;
 
@@ -27,6 +25,4 @@ void alsCsv(const Bibliothek::Eintraege& eintraege, const Senke& senke);
 void alsTabelle(const Bibliothek::Eintraege& eintraege, const Ansichtstexte& texte, std::optional<std::size_t> breite,
                 bool farben, const Senke& senke);
 
-}  // namespace ausgabe
-
-}  // namespace spurkiste
+}  // namespace spurkiste::ausgabe

@@ -22,11 +22,11 @@ std::string zweistellig(unsigned zahl) {
 /// "2024-09-21T06:15:00Z"; fractions of a second are cut. Instants come from files with four-digit years or from the
 /// file system, so the year needs no sign.
 std::string iso8601(Zeitpunkt zeit) {
-    using namespace std::chrono;
-    const sys_seconds instant{seconds{zeit.alsUnix()}};
-    const auto tag = floor<days>(instant);
-    const year_month_day datum{tag};
-    const hh_mm_ss uhr{instant - tag};
+    using std::chrono::days;
+    const std::chrono::sys_seconds instant{std::chrono::seconds{zeit.alsUnix()}};
+    const auto tag = std::chrono::floor<days>(instant);
+    const std::chrono::year_month_day datum{tag};
+    const std::chrono::hh_mm_ss uhr{instant - tag};
     const std::string jahr = std::to_string(static_cast<int>(datum.year()));
     const auto zahl = [](auto dauer) { return zweistellig(static_cast<unsigned>(dauer.count())); };
     return std::string(jahr.size() < 4 ? 4 - jahr.size() : 0, '0') + jahr + "-" +
@@ -57,8 +57,8 @@ class Csvzeile {
         nimm(zahl::schreibe(zahl, puffer));
     }
     void nimm(std::int64_t zahl) { nimm(std::to_string(zahl)); }
-    void nimm(bool wahr) { nimm(std::string_view(wahr ? "true" : "false")); }
-    void nimm(const std::string& text) { nimm(std::string_view(text)); }
+    void nimm(bool wahr) { nimm(std::string_view{wahr ? "true" : "false"}); }
+    void nimm(const std::string& text) { nimm(std::string_view{text}); }
     void nimm(Zeitpunkt zeit) { nimm(iso8601(zeit)); }
     template <typename T>
     void nimm(const std::optional<T>& wert) {

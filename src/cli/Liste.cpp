@@ -3,9 +3,9 @@
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
-#include <cstring>
 #include <optional>
 #include <string>
+#include <system_error>
 
 #include "base/ArbeiterPool.h"
 #include "base/Hauptschlange.h"
@@ -112,7 +112,7 @@ int liste(const Aufruf& aufruf) {
     }
     gibAus(aufruf, bibliothek.eintraege().wert());
     if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
-        schreibe(stderr, std::string("Ausgabe nicht geschrieben: ") + std::strerror(errno) + "\n");
+        schreibe(stderr, "Ausgabe nicht geschrieben: " + std::generic_category().message(errno) + "\n");
         return 1;
     }
     return 0;

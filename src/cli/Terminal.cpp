@@ -14,6 +14,7 @@ bool istTerminal(Strom strom) {
 
 std::optional<std::size_t> breite(Strom strom) {
     winsize groesse{};
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): the system call is declared so
     if (!istTerminal(strom) || ::ioctl(static_cast<int>(strom), TIOCGWINSZ, &groesse) != 0 || groesse.ws_col == 0) {
         return std::nullopt;
     }

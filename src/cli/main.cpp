@@ -1,5 +1,9 @@
 #include <clocale>
+#include <cstddef>
 #include <cstdio>
+#include <exception>
+#include <span>
+#include <string>
 #include <string_view>
 #include <variant>
 #include <vector>
@@ -7,27 +11,47 @@
 #include "cli/Aufruf.h"
 #include "cli/Liste.h"
 
-int main(int anzahl, char** argumente) {
-    using spurkiste::Aufruf;
+namespace {
+
+using spurkiste::Aufruf;
+
+void schreibe(std::FILE* strom, const std::string& text) {
+    (void)std::fputs(text.c_str(), strom);  // a stream that takes nothing is found out when it is flushed
+}
+
+int fuehreAus(std::span<char*> argumente) {
     constexpr int falscherAufruf = 2;
-    std::setlocale(LC_MESSAGES,
-                   "");  // the system's error descriptions in the user's language; numbers stay as they are
-    const std::vector<std::string_view> worte(argumente + (anzahl > 0 ? 1 : 0), argumente + anzahl);
+    const std::vector<std::string_view> worte(argumente.begin() + (argumente.empty() ? 0 : 1), argumente.end());
     const auto gelesen = Aufruf::lies(worte);
     if (const auto* fehler = std::get_if<Aufruf::Fehler>(&gelesen)) {
-        std::fprintf(stderr, "%s\n", fehler->text.c_str());
+        schreibe(stderr, fehler->text + "\n");
         return falscherAufruf;
     }
     const auto& aufruf = std::get<Aufruf>(gelesen);
     switch (aufruf.befehl) {
         case Aufruf::Befehl::hilfe:
-            std::fputs(Aufruf::hilfe().c_str(), stdout);
+            schreibe(stdout, Aufruf::hilfe());
             break;
         case Aufruf::Befehl::version:
-            std::fputs(Aufruf::version().c_str(), stdout);
+            schreibe(stdout, Aufruf::version());
             break;
         case Aufruf::Befehl::liste:
             return spurkiste::liste(aufruf);
     }
     return std::fflush(stdout) == 0 ? 0 : 1;
+}
+
+}  // namespace
+
+int main(int anzahl, char** argumente) {
+    // The system's error descriptions in the user's language; numbers stay as they are. No other thread runs yet.
+    std::setlocale(LC_MESSAGES, "");  // NOLINT(concurrency-mt-unsafe)
+    try {
+        return fuehreAus({argumente, static_cast<std::size_t>(anzahl)});
+    } catch (const std::exception& fehler) {
+        (void)std::fputs("spurkiste-cli: ", stderr);
+        (void)std::fputs(fehler.what(), stderr);
+        (void)std::fputs("\n", stderr);
+        return 1;
+    }
 }

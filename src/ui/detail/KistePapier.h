@@ -10,9 +10,12 @@ namespace spurkiste {
 /// The fixed palette of the application: warm paper, ink, gold, and a colour family per group of sports. All colours
 /// are opaque sRGB. A view takes its colours from here and from nowhere else. Any thread.
 class KistePapier {
+    static consteval ushort teil(double wert) {
+        // NOLINTNEXTLINE(bugprone-incorrect-roundings): lround is not there at compile time; nothing is negative
+        return static_cast<ushort>(wert * 0xffff + 0.5);
+    }
     /// An opaque colour from components of 0 to 1, kept with 16 bits each.
     static consteval QColor farbe(double rot, double gruen, double blau) {
-        const auto teil = [](double wert) { return static_cast<ushort>(wert * 0xffff + 0.5); };
         return QColor(QColor::Rgb, 0xffff, teil(rot), teil(gruen), teil(blau));
     }
 
@@ -60,8 +63,6 @@ inline constexpr QColor KistePapier::violett = farbe(0.576, 0.22, 0.835);
 inline constexpr QColor KistePapier::rot = farbe(0.78, 0.145, 0.145);
 inline constexpr QColor KistePapier::blau = farbe(0.129, 0.396, 0.729);
 inline constexpr QColor KistePapier::cyan = farbe(0.063, 0.502, 0.616);
-inline constexpr QColor KistePapier::auswahlband =
-    QColor(QColor::Rgb, static_cast<ushort>(0.32 * 0xffff + 0.5), static_cast<ushort>(0.57 * 0xffff + 0.5),
-           static_cast<ushort>(0.81 * 0xffff + 0.5), static_cast<ushort>(0.96 * 0xffff + 0.5));
+inline constexpr QColor KistePapier::auswahlband = QColor(QColor::Rgb, teil(0.32), teil(0.57), teil(0.81), teil(0.96));
 
 }  // namespace spurkiste
