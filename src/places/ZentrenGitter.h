@@ -23,8 +23,8 @@ class ZentrenGitter {
     static constexpr std::uint32_t kKeine = std::numeric_limits<std::uint32_t>::max();
 
     /// `reichweite` is how far a search sees, with the sphere's radius as the unit: 0.00002 to 1, good to a
-    /// ten-millionth. Room is reserved for `hoechstens` numbers; as much of it as numbers come is used.
-    ZentrenGitter(double reichweite, std::size_t hoechstens);
+    /// ten-millionth. Room is reserved for `erwartet` numbers; as much of it as numbers come is used.
+    ZentrenGitter(double reichweite, std::size_t erwartet);
 
     /// Enters the point with that number, or moves it.
     void setze(std::uint32_t nummer, const Raumpunkt& ort);
