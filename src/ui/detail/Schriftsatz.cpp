@@ -7,13 +7,14 @@
 #include <cmath>
 #include <functional>
 #include <limits>
+#include <optional>
 
 namespace spurkiste {
 
 namespace {
 
 // A text may stand in one of a few places, which its hash names: no list of ages to keep, no memory to move.
-constexpr std::size_t kFaecher = 512;
+constexpr std::size_t kFaecher = 128;
 constexpr std::size_t kProFach = 4;
 
 // The toolkit knows whole pixels only, so texts are shaped at twice their size and the glyphs' places halved. That
@@ -21,7 +22,7 @@ constexpr std::size_t kProFach = 4;
 constexpr double kVergroesserung = 2.0;
 
 // Far more pairs than the names of a library have; beyond three quarters of it they are collected anew.
-constexpr std::size_t kPaare = 1U << 13U;
+constexpr std::size_t kPaare = 1U << 12U;
 
 constexpr double kSpielraum = 0.01;  // for sums of fractions
 
@@ -153,29 +154,47 @@ const Schriftsatz::Satz& Schriftsatz::passend(Gemerkt& gemerkt, double platz) {
 
 /// Puts a text together from pairs, with an ellipsis where it gets too long. False when it cannot be done that way.
 bool Schriftsatz::setzeSchlicht(std::u16string_view text, double platz) {
+    std::size_t gelesen = 0;
+    // Reads a character, or as many as become a ligature; zero at the end.
+    const auto lies = [&]() -> std::optional<char16_t> {
+        if (gelesen == text.size()) {
+            return u'\0';
+        }
+        char16_t zeichen = text[gelesen++];
+        if (!istEinfach(zeichen)) {
+            return std::nullopt;
+        }
+        while (gelesen < text.size() && istEinfach(text[gelesen])) {
+            const char16_t verbindung = paar(zeichen, text[gelesen]).verbindung;
+            if (verbindung == 0) {
+                break;
+            }
+            zeichen = verbindung;
+            ++gelesen;
+        }
+        return zeichen;
+    };
     double x = 0.0;
     std::size_t anzahl = 0;
-    std::size_t gelesen = 0;
-    const auto naechstes = [&] { return gelesen < text.size() ? text[gelesen] : u'\0'; };
-    while (gelesen < text.size() && x <= platz + kSpielraum) {
-        char16_t zeichen = text[gelesen++];
-        if (!istEinfach(zeichen) || anzahl == kLaengster) {
+    std::optional<char16_t> zeichen = lies();
+    while (zeichen && *zeichen != 0 && x <= platz + kSpielraum) {
+        const std::optional<char16_t> naechstes = lies();
+        if (!naechstes || anzahl == kLaengster) {
             return false;
         }
-        Paar hier = paar(zeichen, naechstes());
-        while (hier.verbindung != 0) {
-            zeichen = hier.verbindung;
-            ++gelesen;
-            hier = paar(zeichen, naechstes());
-        }
+        const Paar hier = paar(*zeichen, *naechstes);
         if (std::isnan(hier.schritt)) {
             return false;
         }
-        zeichen_[anzahl] = zeichen;
+        zeichen_[anzahl] = *zeichen;
         glyphen_[anzahl] = hier.glyphe;
         punkte_[anzahl] = {x, 0.0};
         x += hier.schritt;
         ++anzahl;
+        zeichen = naechstes;
+    }
+    if (!zeichen) {
+        return false;
     }
     if (x > platz + kSpielraum) {
         constexpr char16_t kPunkte = u'…';
@@ -200,8 +219,8 @@ bool Schriftsatz::setzeSchlicht(std::u16string_view text, double platz) {
 
 Schriftsatz::Paar Schriftsatz::paar(char16_t zeichen, char16_t naechstes) {
     const std::uint32_t schluessel = (std::uint32_t{zeichen} << 16U) | naechstes;
-    std::size_t platz = (schluessel * 0x9e3779b1U) >> 19U;
-    static_assert(kPaare == 1U << (32U - 19U));
+    std::size_t platz = (schluessel * 0x9e3779b1U) >> 20U;
+    static_assert(kPaare == 1U << (32U - 20U));
     while (paare_[platz].schluessel != schluessel) {
         if (paare_[platz].schluessel == 0) {
             if (++paarAnzahl_ > kPaare / 4 * 3) {
@@ -217,18 +236,21 @@ Schriftsatz::Paar Schriftsatz::paar(char16_t zeichen, char16_t naechstes) {
 
 Schriftsatz::Paar Schriftsatz::miss(char16_t zeichen, char16_t naechstes) {
     Paar paar{(std::uint32_t{zeichen} << 16U) | naechstes, 0, std::numeric_limits<double>::quiet_NaN(), 0};
-    const bool letztes = naechstes == u'\0';
-    if (!letztes && !istEinfach(naechstes)) {
-        return paar;
-    }
     const QRawFont& roh = schlicht_.rawFont();
-    const auto glypheVon = [&](char16_t c) { return roh.glyphIndexesForString(QString(QChar(c))).value(0); };
-    const bool verbunden = zeichen >= kErsteVerbindung;
-    const Verbindung hier =
-        verbunden ? verbindungen_[zeichen - kErsteVerbindung] : Verbindung{QString(QChar(zeichen)), glypheVon(zeichen)};
-    const QString text = letztes ? hier.text : hier.text + QChar(naechstes);
-    const QList<quint32> erwartet =
-        letztes ? QList<quint32>{hier.glyphe} : QList<quint32>{hier.glyphe, glypheVon(naechstes)};
+    const auto stueck = [&](char16_t c) {
+        return c >= kErsteVerbindung
+                   ? verbindungen_[c - kErsteVerbindung]
+                   : Verbindung{QString(QChar(c)), roh.glyphIndexesForString(QString(QChar(c))).value(0)};
+    };
+    const bool letztes = naechstes == u'\0';
+    const Verbindung hier = stueck(zeichen);
+    QString text = hier.text;
+    QList<quint32> erwartet{hier.glyphe};
+    if (!letztes) {
+        const Verbindung dort = stueck(naechstes);
+        text += dort.text;
+        erwartet += dort.glyphe;
+    }
     const Satz satz = setze(text);
     if (satz.laeufe.size() != 1 || satz.laeufe.front().rawFont() != roh) {
         return paar;

@@ -52,7 +52,7 @@ class Schriftsatz {
     [[nodiscard]] const Satz& passend(Gemerkt& gemerkt, double platz);
     [[nodiscard]] bool setzeSchlicht(std::u16string_view text, double platz);
 
-    /// What follows from a character or ligature and the character behind it.
+    /// What follows from a character or ligature and the one behind it.
     struct Paar {
         std::uint32_t schluessel = 0;  // both; 0: none
         quint32 glyphe = 0;            // of the first
