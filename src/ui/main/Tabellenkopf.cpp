@@ -58,7 +58,7 @@ void Tabellenkopf::setzeBreiten(const Spaltenbreiten& breiten) {
 }
 
 void Tabellenkopf::passeAn(int platz) {
-    if (platz_ != platz) {
+    if (platz_ != platz || angewandt_.front() == 0) {
         platz_ = platz;
         wendeAn();
     }
