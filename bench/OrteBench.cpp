@@ -1,12 +1,11 @@
 // Place names and labels: loading the real place file, searching where it is densest, labelling whole libraries.
 
+#include <algorithm>
+#include <array>
 #include <chrono>
 #include <cmath>
-#include <cstdint>
-#include <cstdio>
 #include <fstream>
 #include <map>
-#include <numbers>
 #include <optional>
 #include <random>
 #include <string>
@@ -29,8 +28,8 @@ using Punkte = std::vector<std::optional<Koordinate>>;
 /// Loads the shared gazetteer once in a process of its own, so that every measured load pays for fresh memory as the
 /// program does, and returns the seconds; negative when there is no place file.
 double ladezeit() {
-    int rohr[2] = {-1, -1};
-    if (::pipe(rohr) != 0) {
+    std::array<int, 2> rohr{-1, -1};
+    if (::pipe(rohr.data()) != 0) {
         return -1.0;
     }
     const pid_t kind = ::fork();
@@ -137,7 +136,8 @@ Punkte lauterVerschiedene(std::size_t anzahl) {
     Punkte punkte(anzahl);
     for (std::size_t i = 0; i < anzahl; ++i) {
         const double weite = 310.0 / kMeterJeGrad;
-        punkte[i] = Koordinate{static_cast<double>(i / seite) * weite, static_cast<double>(i % seite) * weite};
+        const std::size_t zeile = i / seite;
+        punkte[i] = Koordinate{static_cast<double>(zeile) * weite, static_cast<double>(i % seite) * weite};
     }
     std::shuffle(punkte.begin(), punkte.end(), std::mt19937_64(1));  // NOLINT(cert-msc*)
     return punkte;
@@ -151,7 +151,7 @@ Punkte haufen(std::size_t anzahl) {
     Punkte punkte(anzahl);
     for (std::size_t i = 0; i < anzahl; ++i) {
         const double breite = -16.8 + rauschen(zufall);
-        const double laengen[] = {180.0, 0.0, -180.0, 400.0 / kMeterJeGrad};
+        const std::array<double, 4> laengen{180.0, 0.0, -180.0, 400.0 / kMeterJeGrad};
         punkte[i] = Koordinate{breite, laengen[i % 4]};
     }
     return punkte;

@@ -27,15 +27,20 @@ std::optional<std::string> nameVon(const Gruppe& gruppe, const Ortsbuch& buch) {
 std::vector<std::optional<std::string>> OrtsEtiketten::berechne(std::span<const std::optional<Koordinate>> punkte,
                                                                 const Ortsbuch& buch) {
     const Gruppierung gruppierung = Gruppierung::aus(punkte);
-    std::vector<std::optional<std::string>> namen;
-    namen.reserve(gruppierung.gruppen.size());
-    for (const Gruppe& gruppe : gruppierung.gruppen) {
-        namen.push_back(nameVon(gruppe, buch));
-    }
     std::vector<std::optional<std::string>> etiketten;
     etiketten.reserve(punkte.size());
+    // The points that founded a group come in the order of the groups; the others copy from theirs.
+    std::vector<std::size_t> gruender;
+    gruender.reserve(gruppierung.gruppen.size());
     for (const std::uint32_t nummer : gruppierung.gruppeZuPunkt) {
-        etiketten.push_back(nummer == Gruppierung::kKeine ? std::nullopt : namen[nummer]);
+        if (nummer == Gruppierung::kKeine) {
+            etiketten.emplace_back();
+        } else if (nummer < gruender.size()) {
+            etiketten.push_back(etiketten[gruender[nummer]]);
+        } else {
+            gruender.push_back(etiketten.size());
+            etiketten.push_back(nameVon(gruppierung.gruppen[nummer], buch));
+        }
     }
     return etiketten;
 }

@@ -15,7 +15,7 @@ namespace {
 std::optional<std::int32_t> liesZehnmillionstel(std::string_view text) {
     const bool negativ = text.starts_with('-');
     text.remove_prefix(negativ ? 1 : 0);
-    if (text.empty() || text.size() > 11 || text.front() == '.' || text.back() == '.') {
+    if (text.empty() || text.size() > 11 || text.front() == '.') {
         return std::nullopt;
     }
     std::int64_t wert = 0;

@@ -72,9 +72,9 @@ class Ortsbuch::Suche {
           kosinus_(std::cos(bogenmass(punkt.breite))),
           sinusJeGrad_(std::sin(bogenmass(punkt.breite)) * bogenmass(1.0)),
           maxMeter_(maxMeter),
-          // The bound holds where neighbours in number are neighbours on the earth: away from the ends of the rows,
-          // which run on into each other. A degree from the poles all cosines are positive.
-          filtert_(std::fabs(punkt.breite) <= 89.0 && mitte.spalte >= Zelle::kUmkreis &&
+          // The bound holds where neighbours in number are neighbours on the earth: not at the ends of the rows, which
+          // run on into each other, and not where cosines are negative.
+          filtert_(std::fabs(punkt.breite) <= 90.0 && mitte.spalte >= Zelle::kUmkreis &&
                    mitte.spalte < Zelle::kSpalten - Zelle::kUmkreis),
           ueberSuedrand_(punkt.breite + 90.0 - static_cast<double>(mitte.zeile) * Zelle::kGrad),
           grenze_(filtert_ ? grenzeFuer(maxMeter) : std::numeric_limits<double>::infinity()) {}
@@ -103,7 +103,7 @@ class Ortsbuch::Suche {
     }
 
     void pruefe(const Ort& ort) {
-        if (!(schranke(ort) > grenze_) || ort.breite == kInGenau) {
+        if ((!(schranke(ort) > grenze_) || ort.breite == kInGenau) && name() != ort.name) {
             pruefeGenau(buch_.lage(ort), ort.zelle, ort.name);
         }
     }
@@ -263,7 +263,7 @@ void Ortsbuch::ordneNachZellen() {
     }
     for (std::size_t fach = 0; fach < kFaecher; ++fach) {
         std::sort(orte_.begin() + fach_[fach], orte_.begin() + fach_[fach + 1],
-                  [](const Ort& a, const Ort& b) { return a.rang() < b.rang(); });
+                  [](const Ort& a, const Ort& b) { return a.zelle < b.zelle; });
     }
 }
 

@@ -49,8 +49,6 @@ class Ortsbuch {
         std::int32_t laenge;  ///< or, with kInGenau, the index into genau_
         std::uint32_t zelle;
         std::uint32_t name;  ///< where the name begins in namen_; tells the order in the file as well
-
-        [[nodiscard]] std::uint64_t rang() const { return std::uint64_t{zelle} << 32U | name; }
     };
     static constexpr std::int32_t kInGenau = std::numeric_limits<std::int32_t>::min();
     /// A place outside the grid of the earth (latitude 95, longitude 1000), found by looking at each.
@@ -70,7 +68,7 @@ class Ortsbuch {
     [[nodiscard]] std::size_t ersterAb(std::int64_t zelle) const;
 
     std::string namen_;                 ///< every name with a line feed behind it
-    std::vector<Ort> orte_;             ///< by cell, within a cell in file order
+    std::vector<Ort> orte_;             ///< by cell
     std::vector<Koordinate> genau_;     ///< of the places whose figures have more decimals
     std::vector<std::uint32_t> fach_;   ///< where each compartment of cells begins in orte_; the last one is the end
     std::vector<Aussenseiter> aussen_;  ///< in file order; empty in any sane place file

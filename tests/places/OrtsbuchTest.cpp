@@ -45,12 +45,14 @@ TEST(Ortsbuch, LiestBrauchbareZeilenUndUebergehtAndere) {
         {"A\t 47.37\t8.54\n", 0, std::nullopt},
         {"A\t47,37\t8.54\n", 0, std::nullopt},
         {"A\t47.37N\t8.54\n", 0, std::nullopt},
-        {"A\t47.3.7\t8.54\n", 0, std::nullopt},
+        {"A\t4.7.37\t8.54\n", 0, std::nullopt},
         {"A\t-\t8.54\n", 0, std::nullopt},
         {"A\t--47.37\t8.54\n", 0, std::nullopt},
         {"A\t.\t8.54\n", 0, std::nullopt},
         {"A\tnan\t8.54\nA\t47.37\tinf\nA\t1e999\t8.54\n", 0, std::nullopt},
         {"A\t1e300\t8.54\nA\t47.37\t-1e300\n", 0, std::nullopt},
+        {"A\t1e17\t8.54\nA\t47.37\t9.3e17\n", 0, std::nullopt},
+        {"A\t47.37000000\t8.540000000\n", 1, "A"},
         {"A\t+4737e-2\t085.4e-1\n", 1, "A"},
         {"A\t47.37000000000000000001\t8.539999999999\n", 1, "A"},
         {"A\t47.\t8.\nB\t.5\t-.5\n", 2, std::nullopt},
@@ -67,10 +69,13 @@ TEST(Ortsbuch, LiestBrauchbareZeilenUndUebergehtAndere) {
 
 TEST(Ortsbuch, NimmtDieGrenzeMitUndBeiGleichstandDenErsten) {
     // A and B lie alike far east and west of the point, in cells side by side; a and b in the same cell and spot.
-    const Ortsbuch buch("B\t0.05\t10.0625\nA\t0.05\t9.9375\nb\t20\t20\na\t20\t20\n");
+    const Ortsbuch buch(
+        "B\t0.05\t10.0625\nA\t0.05\t9.9375\nb\t20\t20\na\t20\t20\n"
+        "N\t0.0625\t30\nS\t-0.0625\t30\n");
     const Koordinate mitte{0.05, 10.0};
     ASSERT_EQ(entfernung(mitte, {0.05, 10.0625}), entfernung(mitte, {0.05, 9.9375}));
     EXPECT_EQ(buch.naechster(mitte, 15000), "A") << "the western cell is visited first";
+    EXPECT_EQ(buch.naechster({0, 30}, 15000), "S") << "and the southern one, though it is not in the point's own row";
     EXPECT_EQ(buch.naechster({20.01, 20.01}, 15000), "b") << "the order in the file";
 
     const double genau = entfernung({20.01, 20.01}, {20, 20});
@@ -148,7 +153,7 @@ TEST(Ortsbuch, FindetUeberallDasselbeWieDieSchlichteSuche) {
         {"ties in the north", {66.0, 25.0}, 0.4, 2},
         {"row and column 0", {-90.0, -180.0}, 0.4, 3},
         {"the 180th degree in the west", {-16.8, -180.0}, 0.5, 4},
-        {"the 180th degree in the east", {64.5, 180.0}, 0.5, 4},
+        {"the 180th degree in the east", {-16.8, 180.0}, 0.5, 4},
         {"north pole", {90.0, 0.0}, 0.6, 4},
         {"near the north pole", {89.0, 100.0}, 0.4, 4},
         {"near the south pole", {-88.9, -60.0}, 0.4, 4},
