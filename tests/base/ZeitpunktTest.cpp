@@ -48,9 +48,9 @@ TEST(ZeitpunktTest, LiestDieBeidenFormen) {
         ASSERT_TRUE(gelesen.has_value()) << text;
         EXPECT_EQ(gelesen->sekunden, sekunden) << text;
     }
-    const auto lang = Zeitpunkt::ausIso8601("2024-05-01T00:00:00." + std::string(100000, '3') + "Z");
+    const auto lang = Zeitpunkt::ausIso8601("2024-05-01T00:00:00." + std::string(100000, '9') + "Z");
     ASSERT_TRUE(lang.has_value());
-    EXPECT_NEAR(lang->sekunden, k2024 + 1.0 / 3.0, 1e-6);
+    EXPECT_NEAR(lang->sekunden, k2024 + 1.0, 1e-6);
 }
 
 TEST(ZeitpunktTest, LiestSonstNichts) {

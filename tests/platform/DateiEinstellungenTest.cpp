@@ -50,6 +50,10 @@ TEST(DateiEinstellungenTest, ZweiProgrammeVerlierenNichtsVoneinander) {
     EXPECT_EQ(spaeter.lies("b"), "2");
     EXPECT_EQ(spaeter.lies("c"), "3");
     EXPECT_EQ(eines.lies("b"), "2");
+
+    anderes.schreibe("a", "spaeter");
+    eines.schreibe("c", "4");
+    EXPECT_EQ(DateiEinstellungen(ordner.in("e.conf")).lies("a"), "spaeter") << "what was written long ago is not again";
 }
 
 TEST(DateiEinstellungenTest, WasNichtGeschriebenWerdenKannGiltFuerDiesenLauf) {
