@@ -8,13 +8,16 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "base/Ausfuehrer.h"
 #include "base/Veroeffentlicht.h"
 #include "platform/Einstellungen.h"
+#include "platform/Papierkorb.h"
 #include "platform/Systemumgebung.h"
 #include "track/GpxMetadaten.h"
+#include "track/GpxSportart.h"
 
 namespace spurkiste {
 
@@ -31,6 +34,12 @@ class Bibliothek {
         Ausfuehrer& hauptfaden;  ///< runs tasks on the main thread
         Ausfuehrer& arbeiter;    ///< runs tasks anywhere, several at once
         bool mitCache = true;    ///< false: the cache file is neither read nor written
+        /// Runs tasks away from the main thread, one after the other in the order in which they came, and at its end
+        /// runs those that still wait: what writes into the user's files. Null: `arbeiter` does it.
+        Ausfuehrer* schreiber = nullptr;
+        /// The same for the copies of an import, except that waiting tasks may be dropped. Null: `arbeiter` does it.
+        Ausfuehrer* kopierer = nullptr;
+        Papierkorb* papierkorb = nullptr;  ///< null: nothing can be moved to the trash, which a notice then says
     };
 
     /// The records in library order: while a load runs the cached ones, then the others as they were read; afterwards
@@ -56,6 +65,26 @@ class Bibliothek {
     /// Reads the folder anew: unchanged files from the cache at once, all others on the workers, one change of
     /// `eintraege` each; at the end the list is sorted, labelled and cached. Failures end in `hinweis`.
     void lade(Fertig fertig = {});
+
+    /// Copies files, absolute paths of any kind of file, into the folder, one after the other and away from the main
+    /// thread, and reads the copies. What has not the extension "gpx" or lies directly in the folder already is passed
+    /// over; a name that is taken gets a number. Failed copies end in `hinweis`.
+    void importiere(const std::vector<std::string>& pfade, Fertig fertig = {});
+
+    /// Renames the record's file to what the user typed, cleaned. Returns the new path; nothing when no file was
+    /// moved, because the name says nothing new or, with a notice, because it cannot be had.
+    std::optional<std::string> benenneUm(const GpxMetadaten& eintrag, std::string_view neuerName);
+
+    /// Moves the files of the records with these paths to the trash; their records go when the trash has them.
+    /// Failures end in `hinweis`.
+    void inPapierkorb(const std::unordered_set<std::string>& kennungen);
+
+    /// Writes the sport into the record's file, reads it back and replaces the record. Changes are carried out in the
+    /// order in which they were asked for. Failures end in `hinweis`, a success clears it.
+    void setzeSportart(GpxSportart art, const GpxMetadaten& eintrag, Fertig fertig = {});
+
+    /// Makes another folder, an absolute path, the library, remembers it in the settings, and starts to load it.
+    void wechsleOrdner(const std::string& ordner);
 
     [[nodiscard]] const Veroeffentlicht<Eintraege>& eintraege() const { return eintraege_; }
     /// True while at least one run of reading is active.

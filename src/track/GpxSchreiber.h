@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstddef>
+#include <stdexcept>
+#include <string>
+
+#include "track/GpxSportart.h"
+
+namespace spurkiste {
+
+/// Why a sport type could not be put into a GPX file.
+enum class GpxSchreibfehler {
+    keineSpur,                 ///< the root element has neither a track nor a route
+    nichtLesbar,               ///< the file is no XML document, or cannot be read at all
+    nachSchreibenNichtLesbar,  ///< written, but reading it back gave no record
+};
+
+/// The error's one-line description for the user. Any thread.
+[[nodiscard]] std::string beschreibung(GpxSchreibfehler fehler);
+
+/// A GpxSchreibfehler on its way to the caller; what() is its description.
+class GpxSchreibausnahme final : public std::runtime_error {
+  public:
+    explicit GpxSchreibausnahme(GpxSchreibfehler fehler) : std::runtime_error(beschreibung(fehler)), fehler_(fehler) {}
+
+    [[nodiscard]] GpxSchreibfehler fehler() const { return fehler_; }
+
+  private:
+    GpxSchreibfehler fehler_;
+};
+
+/// Writes the one thing into GPX files that this program ever changes in them: the sport type.
+class GpxSchreiber {
+  public:
+    GpxSchreiber() = delete;
+
+    /// Puts the sport's raw value into the <type> of every track and route that is a child of the root element, and
+    /// returns how many those were. All other bytes of the file stay as they are. The file is replaced as a whole or
+    /// not at all, keeps its permissions, and gets a new date. When another program changes it meanwhile, the work
+    /// begins again on the new bytes, three times at most.
+    /// Throws GpxSchreibausnahme (keineSpur, nichtLesbar) or std::system_error when the file cannot be written; the
+    /// file is then untouched. Any thread, one call per file at a time.
+    static std::size_t setzeSportart(GpxSportart art, const std::string& pfad);
+};
+
+}  // namespace spurkiste
