@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <iterator>
 #include <span>
 #include <utility>
 #include <vector>
@@ -121,6 +122,9 @@ class Sammler final : public XmlEmpfaenger {
 
     /// The record's fields that come from the content.
     [[nodiscard]] GpxMetadaten ergebnis() const;
+
+    /// The points that the record is about: those of the tracks, without any those of the routes.
+    [[nodiscard]] const Punktliste& punkte() const { return spur_.punkte.empty() ? route_ : spur_; }
 
   private:
     /// What an element start does, by local name.
@@ -255,7 +259,7 @@ std::optional<std::string> ortBei(const Koordinate& punkt) {
 }
 
 GpxMetadaten Sammler::ergebnis() const {
-    const Punktliste& liste = spur_.punkte.empty() ? route_ : spur_;
+    const Punktliste& liste = punkte();
     const std::span<const GpxPunkt> punkte = liste.punkte;
     GpxMetadaten eintrag;
     eintrag.spurName = spurName_ ? spurName_ : metaName_;
@@ -287,7 +291,9 @@ struct Werkbank {
     Punktliste route;
 };
 
-GpxMetadaten leseAus(const XmlLauf::Quelle& quelle, std::size_t groesse, std::size_t amStueck) {
+/// Reads a document and returns what `nimm` takes from the Sammler that has heard it.
+template <typename Nimm>
+auto leseAus(const XmlLauf::Quelle& quelle, std::size_t groesse, std::size_t amStueck, Nimm nimm) {
     thread_local Werkbank werkbank;
     werkbank.spur.leere();
     werkbank.route.leere();
@@ -297,6 +303,10 @@ GpxMetadaten leseAus(const XmlLauf::Quelle& quelle, std::size_t groesse, std::si
     werkbank.spur.punkte.reserve(std::min(groesse / bytesJePunkt, hoechstens));
     Sammler sammler(werkbank.spur, werkbank.route);
     werkbank.lauf.lies(quelle, groesse, sammler, amStueck);
+    return nimm(sammler);
+}
+
+GpxMetadaten nimmErgebnis(const Sammler& sammler) {
     return sammler.ergebnis();
 }
 
@@ -310,7 +320,7 @@ std::optional<GpxMetadaten> GpxLeser::lese(const std::string& pfad) {
     GpxMetadaten eintrag;
     if (auto leser = dateien::Leser::oeffne(pfad)) {
         const auto quelle = [&](std::span<char> puffer) { return leser->lies(puffer); };
-        eintrag = leseAus(quelle, static_cast<std::size_t>(angaben->groesse), XmlLauf::kAmStueck);
+        eintrag = leseAus(quelle, static_cast<std::size_t>(angaben->groesse), XmlLauf::kAmStueck, nimmErgebnis);
     }
     eintrag.pfad = pfad;
     eintrag.dateiName = dateien::ohneEndung(dateien::letzterTeil(pfad));
@@ -326,7 +336,23 @@ GpxMetadaten GpxLeser::ausInhalt(std::string_view inhalt, std::size_t amStueck) 
         rest.remove_prefix(anzahl);
         return anzahl;
     };
-    return leseAus(quelle, inhalt.size(), amStueck);
+    return leseAus(quelle, inhalt.size(), amStueck, nimmErgebnis);
+}
+
+std::vector<Koordinate> GpxLeser::orte(const std::string& pfad) {
+    auto leser = dateien::Leser::oeffne(pfad);
+    if (!leser) {
+        return {};
+    }
+    const auto quelle = [&](std::span<char> puffer) { return leser->lies(puffer); };
+    return leseAus(quelle, leser->groesse(), XmlLauf::kAmStueck, [](const Sammler& sammler) {
+        const auto& punkte = sammler.punkte().punkte;
+        std::vector<Koordinate> orte;
+        orte.reserve(punkte.size());
+        std::transform(punkte.begin(), punkte.end(), std::back_inserter(orte),
+                       [](const GpxPunkt& punkt) { return punkt.ort; });
+        return orte;
+    });
 }
 
 std::optional<Zeitpunkt> GpxLeser::datumAus(std::string_view text) {

@@ -4,8 +4,10 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/Zeitpunkt.h"
+#include "geo/Koordinate.h"
 #include "track/GpxMetadaten.h"
 #include "track/XmlLauf.h"
 
@@ -32,6 +34,10 @@ class GpxLeser {
     /// `pfad`, `dateiName`, `dateiDatum`, `dateiGroesse`. The result does not depend on `amStueck`, the size from
     /// which on the bytes are parsed in pieces.
     [[nodiscard]] static GpxMetadaten ausInhalt(std::string_view inhalt, std::size_t amStueck = XmlLauf::kAmStueck);
+
+    /// The coordinates of all points that the record of this file would count, in order. Empty when there are none or
+    /// the file cannot be read.
+    [[nodiscard]] static std::vector<Koordinate> orte(const std::string& pfad);
 
     /// A point's time: an ISO 8601 timestamp as Zeitpunkt::ausIso8601() reads it, with white space around it allowed
     /// and taken as UTC when it has no zone. Nothing for any other text.

@@ -5,12 +5,6 @@
 
 namespace spurkiste {
 
-namespace {
-
-constexpr qint64 kBildMs = 16;
-
-}  // namespace
-
 Auffrischung::Auffrischung(std::function<void()> tue, QObject* eltern) : QObject(eltern), tue_(std::move(tue)) {
     wecker_.setSingleShot(true);
     wecker_.setTimerType(Qt::PreciseTimer);
@@ -19,15 +13,16 @@ Auffrischung::Auffrischung(std::function<void()> tue, QObject* eltern) : QObject
 
 void Auffrischung::fordere() {
     if (!wecker_.isActive()) {
-        const qint64 vergangen = seitLetzter_.isValid() ? seitLetzter_.elapsed() : kBildMs;
-        wecker_.start(static_cast<int>(std::clamp<qint64>(kBildMs - vergangen, 0, kBildMs)));
+        const qint64 vergangen = seitLetzter_.isValid() ? seitLetzter_.elapsed() : pauseMs_;
+        wecker_.start(static_cast<int>(std::clamp<qint64>(pauseMs_ - vergangen, 0, pauseMs_)));
     }
 }
 
 void Auffrischung::sofort() {
     wecker_.stop();
-    tue_();
     seitLetzter_.start();
+    tue_();
+    pauseMs_ = std::max(kBildMs, seitLetzter_.restart());
 }
 
 }  // namespace spurkiste

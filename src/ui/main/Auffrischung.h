@@ -8,7 +8,8 @@
 namespace spurkiste {
 
 /// Turns many requests for a refresh into few refreshes: those of one turn of the event loop become one, and two
-/// refreshes are at least one frame apart, so that a flood of changes leaves the loop free to answer.
+/// refreshes are at least one frame apart, and as far as the last one took: a flood of changes leaves half of the
+/// loop's time to the user, however large the library is.
 class Auffrischung final : public QObject {
     Q_OBJECT
 
@@ -22,9 +23,12 @@ class Auffrischung final : public QObject {
     void sofort();
 
   private:
+    static constexpr qint64 kBildMs = 16;  ///< a frame
+
     std::function<void()> tue_;
     QTimer wecker_;
     QElapsedTimer seitLetzter_;
+    qint64 pauseMs_ = kBildMs;  ///< from the end of the last refresh to the next that was asked for
 };
 
 }  // namespace spurkiste

@@ -1,0 +1,52 @@
+#include "cli/Dateiauswahl.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <latch>
+#include <system_error>
+#include <utility>
+
+#include "base/ArbeiterPool.h"
+#include "base/Dateien.h"
+#include "base/Text.h"
+
+namespace spurkiste::dateiauswahl {
+
+std::vector<std::string> imOrdner(const std::string& ordner) {
+    std::vector<std::string> pfade;
+    for (const std::string& name : dateien::liste(ordner)) {
+        if (text::klein(dateien::endung(name)) == "gpx") {
+            pfade.push_back((ordner.ends_with('/') ? ordner : ordner + "/") + name);
+        }
+    }
+    std::sort(pfade.begin(), pfade.end());
+    return pfade;
+}
+
+std::vector<std::string> sammle(const std::vector<std::string>& worte) {
+    std::vector<std::string> pfade;
+    for (const std::string& wort : worte) {
+        std::error_code fehlt;
+        if (std::filesystem::is_directory(wort, fehlt)) {
+            std::vector<std::string> darin = imOrdner(wort);
+            std::move(darin.begin(), darin.end(), std::back_inserter(pfade));
+        } else {
+            pfade.push_back(wort);
+        }
+    }
+    return pfade;
+}
+
+void fuerAlle(std::size_t anzahl, const std::function<void(std::size_t)>& tue) {
+    std::latch offen(static_cast<std::ptrdiff_t>(anzahl));
+    ArbeiterPool arbeiter;
+    for (std::size_t i = 0; i < anzahl; ++i) {
+        arbeiter.fuehreAus([&tue, &offen, i] {
+            tue(i);
+            offen.count_down();
+        });
+    }
+    offen.wait();
+}
+
+}  // namespace spurkiste::dateiauswahl

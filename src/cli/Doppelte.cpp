@@ -1,0 +1,111 @@
+#include "cli/Doppelte.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <cstdio>
+#include <map>
+#include <system_error>
+#include <utility>
+
+#include "cli/Dateiauswahl.h"
+#include "track/GpxLeser.h"
+
+namespace spurkiste {
+
+namespace {
+
+/// Stands for a list of coordinates; two different lists may share one, so it only finds candidates.
+struct Fingerabdruck {
+    std::size_t punkte = 0;
+    std::uint64_t wert = 0;
+
+    friend auto operator<=>(const Fingerabdruck&, const Fingerabdruck&) = default;
+};
+
+Fingerabdruck fingerabdruck(const std::vector<Koordinate>& orte) {
+    // FNV-1a over whole numbers instead of bytes, http://www.isthe.com/chongo/tech/comp/fnv/
+    std::uint64_t wert = 0xcbf29ce484222325U;
+    const auto nimm = [&wert](double zahl) {
+        wert = (wert ^ std::bit_cast<std::uint64_t>(zahl + 0.0)) * 0x100000001b3U;  // + 0.0 makes -0 and 0 one
+    };
+    for (const Koordinate& ort : orte) {
+        nimm(ort.breite);
+        nimm(ort.laenge);
+    }
+    return {orte.size(), wert};
+}
+
+/// Parts candidates into those that really are the same.
+std::vector<std::vector<std::string>> teileAuf(const std::vector<std::string>& kandidaten) {
+    std::vector<std::pair<std::vector<Koordinate>, std::vector<std::string>>> arten;
+    for (const std::string& pfad : kandidaten) {
+        std::vector<Koordinate> orte = GpxLeser::orte(pfad);
+        const auto gleiche =
+            std::find_if(arten.begin(), arten.end(), [&](const auto& art) { return art.first == orte; });
+        if (gleiche != arten.end()) {
+            gleiche->second.push_back(pfad);
+        } else {
+            arten.push_back({std::move(orte), {pfad}});
+        }
+    }
+    std::vector<std::vector<std::string>> gruppen;
+    for (auto& [orte, pfade] : arten) {
+        if (pfade.size() > 1 && !orte.empty()) {  // a file that vanished meanwhile has no points any more
+            gruppen.push_back(std::move(pfade));
+        }
+    }
+    return gruppen;
+}
+
+}  // namespace
+
+std::vector<std::vector<std::string>> findeDoppelte(const std::vector<std::string>& pfade) {
+    std::vector<Fingerabdruck> abdruecke(pfade.size());
+    dateiauswahl::fuerAlle(pfade.size(),
+                           [&](std::size_t i) { abdruecke[i] = fingerabdruck(GpxLeser::orte(pfade[i])); });
+    std::map<Fingerabdruck, std::vector<std::size_t>> nachAbdruck;
+    for (std::size_t i = 0; i < pfade.size(); ++i) {
+        if (abdruecke[i].punkte > 0) {
+            nachAbdruck[abdruecke[i]].push_back(i);
+        }
+    }
+    std::vector<std::pair<std::size_t, std::vector<std::string>>> gefunden;  // with the place of the first file
+    for (const auto& [abdruck, stellen] : nachAbdruck) {
+        std::vector<std::string> kandidaten;
+        std::transform(stellen.begin(), stellen.end(), std::back_inserter(kandidaten),
+                       [&](std::size_t i) { return pfade[i]; });
+        if (kandidaten.size() > 1) {
+            for (auto& gruppe : teileAuf(kandidaten)) {
+                gefunden.emplace_back(stellen.front(), std::move(gruppe));
+            }
+        }
+    }
+    std::stable_sort(gefunden.begin(), gefunden.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::vector<std::vector<std::string>> gruppen;
+    std::transform(gefunden.begin(), gefunden.end(), std::back_inserter(gruppen),
+                   [](auto& paar) { return std::move(paar.second); });
+    return gruppen;
+}
+
+int doppelte(const std::string& ordner) {
+    std::vector<std::vector<std::string>> gruppen;
+    try {
+        gruppen = findeDoppelte(dateiauswahl::imOrdner(ordner));
+    } catch (const std::system_error& fehler) {
+        (void)std::fputs(("Ordner nicht lesbar: " + fehler.code().message() + "\n").c_str(), stderr);
+        return 1;
+    }
+    bool erste = true;
+    for (const auto& gruppe : gruppen) {
+        if (!std::exchange(erste, false)) {
+            (void)std::fputs("\n", stdout);
+        }
+        for (const std::string& pfad : gruppe) {
+            (void)std::fputs((pfad + "\n").c_str(), stdout);
+        }
+    }
+    return std::fflush(stdout) == 0 ? 0 : 1;
+}
+
+}  // namespace spurkiste

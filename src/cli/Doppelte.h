@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace spurkiste {
+
+/// Files whose tracks are the same: the same coordinates in the same order, whatever else their bytes say. Files
+/// without points are the same as nothing. Groups in the order of their first file, the files of a group in the order
+/// given. Files are only read, on several threads.
+[[nodiscard]] std::vector<std::vector<std::string>> findeDoppelte(const std::vector<std::string>& pfade);
+
+/// The command `doppelte ORDNER`: one line per file, an empty line between groups. Returns the exit status: 0, also
+/// when there are none, and 1 after a notice on stderr. Main thread.
+[[nodiscard]] int doppelte(const std::string& ordner);
+
+}  // namespace spurkiste
