@@ -5,9 +5,14 @@ namespace spurkiste {
 std::variant<Startaufruf, Startaufruf::Fehler> Startaufruf::lies(std::span<const std::string_view> argumente) {
     constexpr std::string_view ordner = "--ordner";
     Startaufruf aufruf;
+    bool nurNochDateien = false;
     for (std::size_t i = 0; i < argumente.size(); ++i) {
         const std::string_view argument = argumente[i];
-        if (argument == "--help" || argument == "-h") {
+        if (!argument.empty() && (nurNochDateien || !argument.starts_with('-'))) {
+            aufruf.dateien.emplace_back(argument);
+        } else if (argument == "--") {
+            nurNochDateien = true;
+        } else if (argument == "--help" || argument == "-h") {
             aufruf.befehl = Befehl::hilfe;
         } else if (argument == "--version") {
             aufruf.befehl = Befehl::version;
@@ -29,6 +34,8 @@ std::string Startaufruf::hilfe() {
 
   spurkiste                  öffnet die Bibliothek, die zuletzt gewählt war
   spurkiste --ordner DIR     öffnet DIR, nur für dieses Mal
+  spurkiste DATEI.gpx ...    zeigt Dateien der Bibliothek und importiert andere; ist die Bibliothek schon offen,
+                             dann in ihrem Fenster
   spurkiste --help           diese Hilfe
   spurkiste --version        die Version
 

@@ -15,11 +15,16 @@ TEST(Startaufruf, readsEveryRightCall) {
         Argumente argumente;
         Befehl befehl;
         std::optional<std::string> ordner;
+        std::vector<std::string> dateien = {};
     };
     const std::vector<Fall> faelle = {
-        {{}, Befehl::fenster, std::nullopt},      {{"--ordner", "a b"}, Befehl::fenster, "a b"},
-        {{"--ordner=/x"}, Befehl::fenster, "/x"}, {{"--ordner", "/x", "--version"}, Befehl::version, "/x"},
+        {{}, Befehl::fenster, std::nullopt},
+        {{"--ordner", "a b"}, Befehl::fenster, "a b"},
+        {{"--ordner=/x"}, Befehl::fenster, "/x"},
+        {{"--ordner", "/x", "--version"}, Befehl::version, "/x"},
         {{"-h"}, Befehl::hilfe, std::nullopt},
+        {{"a.gpx", "--ordner", "/x", "b c.gpx"}, Befehl::fenster, "/x", {"a.gpx", "b c.gpx"}},
+        {{"--", "--help", "-"}, Befehl::fenster, std::nullopt, {"--help", "-"}},
     };
     for (const Fall& fall : faelle) {
         const auto ergebnis = Startaufruf::lies(fall.argumente);
@@ -27,6 +32,7 @@ TEST(Startaufruf, readsEveryRightCall) {
         ASSERT_NE(aufruf, nullptr) << std::get<Startaufruf::Fehler>(ergebnis).text;
         EXPECT_EQ(aufruf->befehl, fall.befehl);
         EXPECT_EQ(aufruf->ordner, fall.ordner);
+        EXPECT_EQ(aufruf->dateien, fall.dateien);
     }
 }
 
