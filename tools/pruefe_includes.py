@@ -39,7 +39,7 @@ BIBLIOTHEKEN = [
     ("Qt", r"Q[A-Z]|Qt", ["platform/qt/", "ui/", "app/"]),
     ("GIO", r"(gio|glib|gobject)(/|\.h|-)", ["platform/"]),
     # The rest of the system interface; everybody else asks base/ or platform/.
-    ("POSIX", r"(sys/\w+|dirent|fcntl|unistd|termios|poll|signal|pwd|langinfo)\.h$", ["base/", "platform/", "cli/"]),
+    ("POSIX", r"(sys/\w+|linux/\w+|dirent|fcntl|unistd|termios|poll|signal|pwd|langinfo)\.h$", ["base/", "platform/", "cli/"]),
     ("C++", r"[a-z_0-9]+$", [""]),
 ]
 

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -102,8 +103,14 @@ class Bibliothek {
 
   private:
     struct Lauf;
+    struct Import;
+    struct Sportwechsel;
 
     [[nodiscard]] std::string standardOrdner() const;
+    void kopiereNaechste();
+    void landeKopie(Import& import, const std::string& ziel, const std::string& fehler);
+    void landeSportwechsel(const std::shared_ptr<Sportwechsel>& wechsel, Eintrag neuer, const std::string& fehler);
+    void entferne(const std::vector<std::string>& pfade);
     void parseUndHaengeAn(const std::vector<std::string>& dateien, std::int64_t generation, Fertig fertig);
     void lande(Lauf& lauf, Eintrag ergebnis);
     void schliesseAb();
@@ -120,6 +127,8 @@ class Bibliothek {
     std::int64_t generation_ = 0;
     std::int64_t ladeLaeufe_ = 0;
     std::unordered_map<std::string_view, std::size_t> stelleVon_;  // position in eintraege_ by the record's own path
+    std::deque<std::shared_ptr<Import>> importe_;                  // those with files to copy; one copy at a time
+    std::vector<std::shared_ptr<Sportwechsel>> wechsel_;           // those whose file is being written
     std::shared_ptr<const bool> lebt_;                             // what is still under way holds it weakly
 };
 

@@ -1,0 +1,204 @@
+// What the library does to files that it already has, and the change of its folder.
+
+#include <algorithm>
+#include <cassert>
+#include <cerrno>
+#include <exception>
+#include <limits>
+#include <new>
+#include <system_error>
+#include <utility>
+
+#include "base/Dateien.h"
+#include "base/Dateiumzug.h"
+#include "base/Text.h"
+#include "library/Bibliothek.h"
+#include "track/GpxLeser.h"
+#include "track/GpxSchreiber.h"
+
+namespace spurkiste {
+
+/// One call of setzeSportart(). Bound to the main thread.
+struct Bibliothek::Sportwechsel {
+    std::string pfad;  ///< where the file is now: it may be renamed before the result lands
+    std::int64_t generation;
+    Fertig fertig;
+};
+
+namespace {
+
+constexpr std::string_view kPunktGpx = ".gpx";
+
+/// The file's name, without extension, that the typed text asks for; nothing when it names nothing new.
+std::optional<std::string> bereinigt(std::string_view getippt, const std::string& bisher) {
+    std::string name(text::trimme(getippt));
+    if (name.size() >= kPunktGpx.size() && text::klein(name.substr(name.size() - kPunktGpx.size())) == kPunktGpx) {
+        name.resize(name.size() - kPunktGpx.size());
+    }
+    if (name.empty() || name == bisher) {
+        return std::nullopt;
+    }
+    std::replace_if(
+        name.begin(), name.end(), [](char c) { return c == '/' || c == ':'; }, '-');
+    return name == bisher ? std::nullopt : std::optional(std::move(name));
+}
+
+std::string beschreibung(const std::exception& fehler) {
+    const auto* systemfehler = dynamic_cast<const std::system_error*>(&fehler);
+    return systemfehler != nullptr ? systemfehler->code().message() : fehler.what();
+}
+
+/// What became of one write: the record of the written file, or why there is none.
+struct Ausgang {
+    Eintrag eintrag;
+    std::string fehler;
+};
+
+Ausgang schreibeUndLies(GpxSportart art, const std::string& pfad) {
+    try {
+        (void)GpxSchreiber::setzeSportart(art, pfad);
+        if (auto gelesen = GpxLeser::lese(pfad)) {
+            return {std::make_shared<const GpxMetadaten>(std::move(*gelesen)), {}};
+        }
+        throw GpxSchreibausnahme(GpxSchreibfehler::nachSchreibenNichtLesbar);
+    } catch (const std::bad_alloc&) {
+        return {nullptr, std::generic_category().message(ENOMEM)};
+    } catch (const std::exception& fehler) {
+        return {nullptr, beschreibung(fehler)};
+    }
+}
+
+}  // namespace
+
+std::optional<std::string> Bibliothek::benenneUm(const GpxMetadaten& eintrag, std::string_view neuerName) {
+    const auto name = bereinigt(neuerName, eintrag.dateiName);
+    if (!name) {
+        return std::nullopt;
+    }
+    const std::string alt = eintrag.pfad;  // the record may go with the list that it is changed in
+    const std::string neu =
+        alt.substr(0, alt.size() - dateien::letzterTeil(alt).size()).append(*name).append(kPunktGpx);
+    if (text::klein(neu) != text::klein(alt) && dateien::gibtEs(neu)) {
+        hinweis_.setze("Es gibt schon eine Datei „" + *name + ".gpx“");
+        return std::nullopt;
+    }
+    try {
+        dateien::verschiebe(alt, neu);
+    } catch (const std::system_error& fehler) {
+        hinweis_.setze("Umbenennen fehlgeschlagen: " + fehler.code().message());
+        return std::nullopt;
+    }
+    for (const auto& wechsel : wechsel_) {
+        if (wechsel->pfad == alt) {
+            wechsel->pfad = neu;
+        }
+    }
+    Eintraege liste = eintraege_.wert();
+    const auto stelle = std::find_if(liste.begin(), liste.end(), [&](const Eintrag& e) { return e->pfad == alt; });
+    if (stelle != liste.end()) {
+        auto umgezogen = std::make_shared<GpxMetadaten>(**stelle);
+        umgezogen->pfad = neu;
+        *stelle = umgezogen;
+        auto umbenannt = std::make_shared<GpxMetadaten>(*umgezogen);
+        umbenannt->dateiName = *name;
+        const auto nummer = static_cast<std::size_t>(stelle - liste.begin());
+        setzeEintraege(liste);
+        liste[nummer] = std::move(umbenannt);
+        setzeEintraege(std::move(liste));
+    }
+    speichereCache();
+    return neu;
+}
+
+void Bibliothek::inPapierkorb(const std::unordered_set<std::string>& kennungen) {
+    std::vector<std::string> pfade;
+    for (const Eintrag& eintrag : eintraege_.wert()) {
+        if (kennungen.count(eintrag->pfad) != 0) {
+            pfade.push_back(eintrag->pfad);
+        }
+    }
+    if (pfade.empty()) {
+        return;
+    }
+    const std::string praefix = "Papierkorb fehlgeschlagen: ";
+    if (anschluesse_.papierkorb == nullptr) {
+        hinweis_.setze(praefix + std::generic_category().message(ENOTSUP));
+        return;
+    }
+    anschluesse_.papierkorb->verschiebe(std::move(pfade),
+                                        [this, lebt = std::weak_ptr(lebt_), hauptfaden = &anschluesse_.hauptfaden,
+                                         praefix](const Papierkorb::Ergebnis& ergebnis) {
+                                            hauptfaden->fuehreAus([this, lebt, praefix, ergebnis] {
+                                                if (lebt.expired()) {
+                                                    return;
+                                                }
+                                                if (!ergebnis.verschoben.empty()) {
+                                                    entferne(ergebnis.verschoben);
+                                                    speichereCache();
+                                                }
+                                                if (ergebnis.fehler) {
+                                                    hinweis_.setze(praefix + *ergebnis.fehler);
+                                                }
+                                            });
+                                        });
+}
+
+void Bibliothek::entferne(const std::vector<std::string>& pfade) {
+    const std::unordered_set<std::string_view> weg(pfade.begin(), pfade.end());
+    Eintraege liste = eintraege_.wert();
+    liste.erase(std::remove_if(liste.begin(), liste.end(), [&](const Eintrag& e) { return weg.count(e->pfad) != 0; }),
+                liste.end());
+    setzeEintraege(std::move(liste));
+}
+
+void Bibliothek::setzeSportart(GpxSportart art, const GpxMetadaten& eintrag, Fertig fertig) {
+    const auto wechsel = std::make_shared<Sportwechsel>(Sportwechsel{eintrag.pfad, generation_, std::move(fertig)});
+    wechsel_.push_back(wechsel);
+    Ausfuehrer& schreiber = anschluesse_.schreiber != nullptr ? *anschluesse_.schreiber : anschluesse_.arbeiter;
+    schreiber.fuehreAus(
+        [this, lebt = std::weak_ptr(lebt_), wechsel, hauptfaden = &anschluesse_.hauptfaden, art, pfad = eintrag.pfad] {
+            hauptfaden->fuehreAus([this, lebt, wechsel, ausgang = schreibeUndLies(art, pfad)] {
+                if (!lebt.expired()) {
+                    landeSportwechsel(wechsel, ausgang.eintrag, ausgang.fehler);
+                }
+            });
+        });
+}
+
+void Bibliothek::landeSportwechsel(const std::shared_ptr<Sportwechsel>& wechsel, Eintrag neuer,
+                                   const std::string& fehler) {
+    wechsel_.erase(std::find(wechsel_.begin(), wechsel_.end(), wechsel));
+    if (wechsel->generation == generation_) {
+        if (neuer == nullptr) {
+            hinweis_.setze("Sportart nicht gespeichert: " + fehler);
+        } else {
+            if (neuer->pfad != wechsel->pfad) {
+                auto umbenannt = std::make_shared<GpxMetadaten>(*neuer);
+                umbenannt->pfad = wechsel->pfad;
+                umbenannt->dateiName = dateien::ohneEndung(dateien::letzterTeil(wechsel->pfad));
+                neuer = std::move(umbenannt);
+            }
+            fuegeEin(std::move(neuer));
+            schliesseAb();
+            hinweis_.setze(std::nullopt);
+        }
+    }
+    if (wechsel->fertig) {
+        wechsel->fertig();
+    }
+}
+
+void Bibliothek::wechsleOrdner(const std::string& ordner) {
+    assert(generation_ < std::numeric_limits<std::int64_t>::max());
+    ++generation_;
+    ordner_.setze(dateien::absolut(ordner));
+    anschluesse_.einstellungen.schreibe(einstellung::kBibliothekOrdner, ordner_.wert());
+    setzeEintraege({});
+    anschluesse_.hauptfaden.fuehreAus([this, lebt = std::weak_ptr(lebt_)] {
+        if (!lebt.expired()) {
+            lade();
+        }
+    });
+}
+
+}  // namespace spurkiste
