@@ -51,11 +51,31 @@ SpurkisteApp::~SpurkisteApp() {
     AppSprache::richteEin(nullptr, nullptr);
 }
 
-void SpurkisteApp::oeffneFenster() {
+InhaltsAnsicht& SpurkisteApp::oeffneFenster() {
     auto* fenster = new InhaltsAnsicht(*bibliothek_, einstellungen_, sprachwechsel_);
     fenster->setAttribute(Qt::WA_DeleteOnClose);
     QObject::connect(fenster, &InhaltsAnsicht::neuesFensterGewuenscht, qApp, [this] { oeffneFenster(); });
     fenster->show();
+    return *fenster;
+}
+
+void SpurkisteApp::oeffneDateien(const std::vector<std::string>& pfade, const std::string& marke) {
+    auto* fenster = qobject_cast<InhaltsAnsicht*>(QApplication::activeWindow());
+    for (QWidget* anderes : QApplication::topLevelWidgets()) {
+        if (fenster == nullptr && !anderes->isHidden()) {
+            fenster = qobject_cast<InhaltsAnsicht*>(anderes);
+        }
+    }
+    if (fenster == nullptr) {
+        fenster = &oeffneFenster();
+    }
+    if (!marke.empty()) {
+        qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(marke));  // the toolkit takes it from here
+    }
+    fenster->setWindowState(fenster->windowState() & ~Qt::WindowMinimized);
+    fenster->raise();
+    fenster->activateWindow();
+    fenster->oeffneDateien(pfade);
 }
 
 }  // namespace spurkiste

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "base/ArbeiterPool.h"
 #include "base/Meldestelle.h"
@@ -12,6 +13,8 @@
 #include "platform/qt/QtAusfuehrer.h"
 
 namespace spurkiste {
+
+class InhaltsAnsicht;
 
 /// The application: owns what there is once per run, the library before all, and opens the windows on it. GUI thread.
 class SpurkisteApp {
@@ -23,8 +26,12 @@ class SpurkisteApp {
     SpurkisteApp& operator=(const SpurkisteApp&) = delete;
     ~SpurkisteApp();
 
+    /// Shows files of the library and imports others, in the window that is used now, which comes to the front; opens
+    /// one when there is none. `marke` is the desktop's permission for that; empty when it gave none.
+    void oeffneDateien(const std::vector<std::string>& pfade, const std::string& marke);
+
     /// Opens one more window; it starts a load once its first frame stands. Deletes itself when it is closed.
-    void oeffneFenster();
+    InhaltsAnsicht& oeffneFenster();
 
   private:
     DateiEinstellungen einstellungen_;

@@ -1,13 +1,19 @@
 #include <QApplication>
+#include <algorithm>
 #include <cstdio>
 #include <exception>
+#include <iterator>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
 #include <vector>
 
+#include "app/Einzelinstanz.h"
 #include "app/SpurkisteApp.h"
 #include "app/Startaufruf.h"
+#include "base/Dateien.h"
+#include "ui/main/InhaltsAnsicht.h"
 
 namespace {
 
@@ -33,8 +39,21 @@ int fuehreAus(int& anzahl, char** argumente) {
     QApplication::setApplicationName(QStringLiteral("spurkiste"));
     QApplication::setDesktopFileName(QStringLiteral("spurkiste"));
     const QApplication programm(anzahl, argumente);
-    spurkiste::SpurkisteApp app(aufruf.ordner);
-    app.oeffneFenster();
+    std::vector<std::string> dateien;
+    std::transform(aufruf.dateien.begin(), aufruf.dateien.end(), std::back_inserter(dateien),
+                   [](const std::string& datei) { return spurkiste::dateien::absolut(datei); });
+    std::optional<std::string> ordner;
+    if (aufruf.ordner) {
+        ordner = spurkiste::dateien::absolut(*aufruf.ordner);
+    }
+    spurkiste::Einzelinstanz instanz(ordner);
+    if (instanz.gibWeiter({qEnvironmentVariable("XDG_ACTIVATION_TOKEN").toStdString(), dateien})) {
+        return 0;
+    }
+    spurkiste::SpurkisteApp app(ordner);
+    QObject::connect(&instanz, &spurkiste::Einzelinstanz::gerufen, &instanz,
+                     [&app](const auto& nachricht) { app.oeffneDateien(nachricht.dateien, nachricht.marke); });
+    app.oeffneFenster().oeffneDateien(dateien);
     return QApplication::exec();
 }
 

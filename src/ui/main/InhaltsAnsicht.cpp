@@ -177,7 +177,7 @@ void InhaltsAnsicht::paintEvent(QPaintEvent* /*ereignis*/) {
     if (!gezeigt_) {
         gezeigt_ = true;
         // The first frame stands before anything is read, however large the library is.
-        QTimer::singleShot(0, this, [this] { bibliothek_.lade(); });
+        QTimer::singleShot(0, this, &InhaltsAnsicht::ladeErstmals);
     }
 }
 

@@ -3,6 +3,8 @@
 #include <QSplitter>
 #include <QWidget>
 #include <functional>
+#include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "base/Meldestelle.h"
@@ -28,6 +30,10 @@ class InhaltsAnsicht final : public QWidget {
     /// `sprachwechsel` is told when the language changes, by whichever window. Everything must outlive the window.
     InhaltsAnsicht(Bibliothek& bibliothek, Einstellungen& einstellungen, const Meldestelle& sprachwechsel);
 
+    /// Selects and shows those of the files, absolute paths, that lie in the library's folder, and imports the others
+    /// one by one; folders and what does not exist are passed over. Waits for the window's first load.
+    void oeffneDateien(const std::vector<std::string>& pfade);
+
   Q_SIGNALS:
     /// The user asked for one more window.
     void neuesFensterGewuenscht();
@@ -47,6 +53,8 @@ class InhaltsAnsicht final : public QWidget {
     void aendere(const Filterleiste::Aenderung& aenderung);
     void waehleSprache(const QString& code);
     void sprichNeu();
+    void ladeErstmals();
+    void zeigeInDerListe(const std::unordered_set<std::string>& pfade);
 
     Bibliothek& bibliothek_;
     Einstellungen& einstellungen_;
@@ -54,8 +62,10 @@ class InhaltsAnsicht final : public QWidget {
     Ansichtstexte texte_;
     Ansichtszustand zustand_;
     Zeilenspeicher speicher_;
-    bool eintraegeNeu_ = false;  ///< the records changed since the last refresh
-    bool gezeigt_ = false;       ///< the first frame has been painted
+    bool eintraegeNeu_ = false;         ///< the records changed since the last refresh
+    bool gezeigt_ = false;              ///< the first frame has been painted
+    bool geladen_ = false;              ///< the window's first load is over
+    std::vector<std::string> wartend_;  ///< files to open after it
 
     Werkzeuge* werkzeuge_;
     QSplitter* teiler_;

@@ -84,6 +84,23 @@ void TabellenAnsicht::setzeSortierung(const Sortierung& sortierung) {
     modell_->setzeSortierung(erster);
 }
 
+int TabellenAnsicht::reiheVon(const std::string& pfad) const {
+    for (int reihe = 0; reihe < modell_->liste().anzahl(); ++reihe) {
+        if (modell_->zeile(reihe).eintrag()->pfad == pfad) {
+            return reihe;
+        }
+    }
+    return -1;
+}
+
+void TabellenAnsicht::rolleZu(const std::string& pfad) {
+    if (const int reihe = reiheVon(pfad); reihe >= 0) {
+        const QModelIndex index = modell_->index(reihe, 0);
+        selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+        scrollTo(index);
+    }
+}
+
 void TabellenAnsicht::kleide() {
     zeichner_ = std::make_unique<ZellenZeichner>();
     kopf_->kleide();
