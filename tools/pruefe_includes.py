@@ -27,7 +27,7 @@ DARUNTER = {
 }
 
 # The bodies behind the platform's interfaces are chosen by the programs alone.
-KOERPER = ("platform/qt/", "platform/posix/")
+KOERPER = ("platform/qt/", "platform/posix/", "platform/gio/")
 PROGRAMME = ("cli", "app")
 
 # Third-party headers and the files (or folders, with a closing slash) that may see them. All of ui/ but the Qt-free
@@ -37,9 +37,13 @@ BIBLIOTHEKEN = [
     ("expat", r"expat\w*\.h$", ["track/XmlLauf.cpp"]),
     ("simdjson", r"simdjson", ["i18n/Sprachtabelle.cpp", "track/GpxMetadatenJson.cpp", "library/Cache.cpp"]),
     ("Qt", r"Q[A-Z]|Qt", ["platform/qt/", "ui/", "app/"]),
-    ("GIO", r"(gio|glib|gobject)(/|\.h|-)", ["platform/"]),
+    ("GIO", r"(gio|glib|gobject)(/|\.h|-)", ["platform/gio/"]),
     # The rest of the system interface; everybody else asks base/ or platform/.
-    ("POSIX", r"(sys/\w+|linux/\w+|dirent|fcntl|unistd|termios|poll|signal|pwd|langinfo)\.h$", ["base/", "platform/", "cli/"]),
+    (
+        "POSIX",
+        r"(sys/\w+|linux/\w+|dirent|fcntl|unistd|termios|poll|signal|pwd|langinfo)\.h$",
+        ["base/", "platform/", "cli/"],
+    ),
     ("C++", r"[a-z_0-9]+$", [""]),
 ]
 
@@ -130,7 +134,9 @@ PROBEN = [
     ("library/Cache.h", '"ui/main/Formate.h"', False),
     ("platform/qt/Dinge.h", "<QString>", True),
     ("platform/Dinge.h", "<QString>", False),
-    ("platform/Dinge.h", "<gio/gio.h>", True),
+    ("platform/Dinge.h", "<gio/gio.h>", False),
+    ("platform/gio/Dinge.h", "<gio/gio.h>", True),
+    ("library/Cache.cpp", '"platform/gio/Dinge.h"', False),
     ("ui/main/Formate.cpp", '"library/Cache.h"', True),
     ("ui/main/Formate.h", "<QtWidgets/QWidget>", False),
     ("ui/main/Formate.cpp", '"ui/main/Fenster.h"', False),

@@ -34,7 +34,10 @@ SpurkisteApp::SpurkisteApp(const std::optional<std::string>& ordner)
     QApplication::setStyle(QStringLiteral("Fusion"));
     QApplication::setPalette(palette());
     QApplication::setFont(Schrift::mach(12.5));
-    const Bibliothek::Anschluesse anschluesse{einstellungen_, &altbestand_, umgebung_, hauptfaden_, arbeiter_};
+    Bibliothek::Anschluesse anschluesse{einstellungen_, &altbestand_, umgebung_, hauptfaden_, arbeiter_};
+    anschluesse.schreiber = &schreiber_;
+    anschluesse.kopierer = &kopierer_;
+    anschluesse.papierkorb = &papierkorb_;
     if (ordner) {
         bibliothek_.emplace(anschluesse, *ordner);
     } else {

@@ -8,6 +8,7 @@
 #include "base/ArbeiterPool.h"
 #include "base/Meldestelle.h"
 #include "library/Bibliothek.h"
+#include "platform/gio/GioPapierkorb.h"
 #include "platform/posix/DateiEinstellungen.h"
 #include "platform/posix/PosixSystemumgebung.h"
 #include "platform/qt/QtAusfuehrer.h"
@@ -37,8 +38,11 @@ class SpurkisteApp {
     DateiEinstellungen einstellungen_;
     DateiEinstellungen altbestand_;
     PosixSystemumgebung umgebung_;
-    QtAusfuehrer hauptfaden_;
-    ArbeiterPool arbeiter_;  // ends before the main thread's queue that it posts to
+    QtAusfuehrer hauptfaden_;  // outlives those that post to it
+    ArbeiterPool arbeiter_;
+    ArbeiterPool kopierer_{1};
+    ArbeiterPool schreiber_{1, ArbeiterPool::AmEnde::kommtDran};  // whatever the user has asked for is done
+    GioPapierkorb papierkorb_{schreiber_};                        // after what is still to be written
     Meldestelle sprachwechsel_;
     std::optional<Bibliothek> bibliothek_;
 };

@@ -6,7 +6,7 @@
 
 namespace spurkiste {
 
-ArbeiterPool::ArbeiterPool(unsigned arbeiter) {
+ArbeiterPool::ArbeiterPool(unsigned arbeiter, AmEnde amEnde) : amEnde_(amEnde) {
     const unsigned anzahl = std::max(1U, arbeiter == 0 ? std::thread::hardware_concurrency() : arbeiter);
     faeden_.reserve(anzahl);
     for (unsigned i = 0; i < anzahl; ++i) {
@@ -22,7 +22,7 @@ ArbeiterPool::ArbeiterPool(unsigned arbeiter) {
 }
 
 ArbeiterPool::~ArbeiterPool() {
-    schlange_.schliesse();
+    schlange_.schliesse(amEnde_);
     faeden_.clear();  // joins while the queue still lives
 }
 

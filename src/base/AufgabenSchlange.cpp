@@ -18,7 +18,7 @@ void AufgabenSchlange::stelleEin(Aufgabe aufgabe) {
 std::optional<Aufgabe> AufgabenSchlange::nimm() {
     std::unique_lock sperre(schloss_);
     wecker_.wait(sperre, [this] { return geschlossen_ || !aufgaben_.empty(); });
-    if (geschlossen_) {
+    if (aufgaben_.empty()) {
         return std::nullopt;
     }
     Aufgabe aufgabe = std::move(aufgaben_.front());
@@ -26,12 +26,14 @@ std::optional<Aufgabe> AufgabenSchlange::nimm() {
     return aufgabe;
 }
 
-void AufgabenSchlange::schliesse() {
+void AufgabenSchlange::schliesse(Rest rest) {
     std::deque<Aufgabe> fallenGelassen;  // destroyed outside the lock: a task may own anything
     {
         const std::scoped_lock sperre(schloss_);
         geschlossen_ = true;
-        fallenGelassen.swap(aufgaben_);
+        if (rest == Rest::faellt) {
+            fallenGelassen.swap(aufgaben_);
+        }
     }
     wecker_.notify_all();
 }

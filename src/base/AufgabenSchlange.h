@@ -13,14 +13,17 @@ namespace spurkiste {
 /// Every member may be called from any thread.
 class AufgabenSchlange {
   public:
-    /// Appends a task and wakes one waiter. After schliesse() the task is dropped.
+    /// Appends a task and wakes one waiter. After schliesse() it is dropped.
     void stelleEin(Aufgabe aufgabe);
 
-    /// Waits for the next task. Nothing once the queue is closed, even when tasks were still waiting.
+    /// What becomes of the tasks that wait when the queue is closed.
+    enum class Rest { faellt, kommtDran };
+
+    /// Waits for the next task. Nothing once the queue is closed and empty.
     [[nodiscard]] std::optional<Aufgabe> nimm();
 
-    /// Drops the waiting tasks and lets every present and later nimm() return nothing.
-    void schliesse();
+    /// Takes no more tasks and lets nimm() return nothing, at once or when the waiting tasks have been taken.
+    void schliesse(Rest rest = Rest::faellt);
 
   private:
     std::mutex schloss_;

@@ -17,7 +17,7 @@ class Ausfuehrer {
     virtual ~Ausfuehrer() = default;
 
     /// Takes the task and returns at once. Callable from any thread. The task must not throw.
-    /// A task that is still waiting when the executor ends is dropped without being run.
+    /// A task that is still waiting when the executor ends is dropped without being run, unless it says otherwise.
     virtual void fuehreAus(Aufgabe aufgabe) = 0;
 };
 

@@ -1,0 +1,45 @@
+#include "platform/gio/GioPapierkorb.h"
+
+#include <memory>
+#include <optional>
+#include <utility>
+
+#include <gio/gio.h>
+
+#include "base/Text.h"
+
+namespace spurkiste {
+
+namespace {
+
+/// Moves one file, which may be a link, to the trash. Why it failed; nothing when it did not.
+std::optional<std::string> wirfWeg(const std::string& pfad) {
+    const std::unique_ptr<GFile, void (*)(gpointer)> datei(g_file_new_for_path(pfad.c_str()), &g_object_unref);
+    GError* roh = nullptr;
+    if (g_file_trash(datei.get(), nullptr, &roh) != FALSE) {
+        return std::nullopt;
+    }
+    const std::unique_ptr<GError, void (*)(GError*)> fehler(roh, &g_error_free);
+    return text::einzeilig(fehler->message);
+}
+
+Papierkorb::Ergebnis wirfAlleWeg(const std::vector<std::string>& pfade) {
+    Papierkorb::Ergebnis ergebnis;
+    for (const std::string& pfad : pfade) {
+        auto fehler = wirfWeg(pfad);
+        if (!fehler) {
+            ergebnis.verschoben.push_back(pfad);
+        } else if (!ergebnis.fehler) {
+            ergebnis.fehler = std::move(fehler);
+        }
+    }
+    return ergebnis;
+}
+
+}  // namespace
+
+void GioPapierkorb::verschiebe(std::vector<std::string> pfade, Fertig fertig) {
+    arbeiter_.fuehreAus([pfade = std::move(pfade), fertig = std::move(fertig)] { fertig(wirfAlleWeg(pfade)); });
+}
+
+}  // namespace spurkiste
