@@ -11,6 +11,7 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -34,29 +35,96 @@ std::string hinterVerweisen(const std::string& pfad) {
     return fehlt ? pfad : echt.native();
 }
 
-/// A file beside the target under a name that nobody else uses, with the permissions of the target or, without one,
-/// those that a new file gets. The name is short, since the target's may already be as long as the system allows.
-int oeffneVorlaeufig(const std::string& ziel, std::string& name) {
-    const std::string ordner = ziel.substr(0, ziel.size() - letzterTeil(ziel).size());
-    struct stat altes {};
-    const bool ersetzt = ::stat(ziel.c_str(), &altes) == 0;
-    constexpr int versuche = 100;
+constexpr std::string_view kVorsilbe = ".spurkiste-";
+constexpr std::string_view kNachsilbe = ".tmp";
+
+/// The folder of a path, with the slash at its end; empty for the current one.
+std::string ordnerVon(const std::string& pfad) {
+    return pfad.substr(0, pfad.size() - letzterTeil(pfad).size());
+}
+
+/// A name that nobody else uses. It is short, since the target's may already be as long as the system allows.
+std::string vorlaeufigerName(const std::string& ordner) {
     std::random_device zufall;
+    return ordner + std::string(kVorsilbe) + std::to_string(zufall()) + std::to_string(zufall()) +
+           std::string(kNachsilbe);
+}
+
+int oeffneNummer(const std::string& pfad, int wie) {
+    constexpr mode_t rechteEinerNeuenDatei = 0666;
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): the system has no other way to open
+    return ::open(pfad.c_str(), wie | O_CLOEXEC, rechteEinerNeuenDatei);
+}
+
+/// Whether the system refused because it knows no files without a name, here or at all.
+bool kenntKeineNamenlosen(int fehler) {
+    return fehler == EOPNOTSUPP || fehler == EISDIR || fehler == EINVAL || fehler == ENOENT;
+}
+
+/// A file in the folder of the target, without a name where the system can do that: then `name` stays empty. It is
+/// locked, so that raeumeAuf() knows that somebody still writes it.
+int oeffneVorlaeufig(const std::string& ziel, std::string& name) {
+    const std::string ordner = ordnerVon(ziel);
+#ifdef O_TMPFILE
+    const int namenlos = oeffneNummer(ordner.empty() ? "." : ordner, O_WRONLY | O_TMPFILE);
+    if (namenlos >= 0) {
+        ::flock(namenlos, LOCK_EX);
+        return namenlos;
+    }
+    if (!kenntKeineNamenlosen(errno)) {
+        throw systemfehler(errno);
+    }
+#endif
+    constexpr int versuche = 100;
     for (int i = 0; i < versuche; ++i) {
-        name = ordner + ".spurkiste-" + std::to_string(zufall()) + ".tmp";
-        // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): the system has no other way to open
-        const int nummer = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        const std::string versuch = vorlaeufigerName(ordner);
+        const int nummer = oeffneNummer(versuch, O_WRONLY | O_CREAT | O_EXCL);
+        if (nummer < 0 && errno != EEXIST) {
+            throw systemfehler(errno);
+        }
         if (nummer >= 0) {
-            if (ersetzt) {
-                ::fchmod(nummer, altes.st_mode & 0777U);  // some file systems know no permissions, and that is fine
+            ::flock(nummer, LOCK_EX);
+            struct stat zustand {};
+            if (::fstat(nummer, &zustand) == 0 && zustand.st_nlink > 0) {
+                name = versuch;
+                return nummer;
             }
-            return nummer;
+            ::close(nummer);  // somebody cleaned it away in the moment before it was locked
+        }
+    }
+    throw systemfehler(EEXIST);
+}
+
+/// Gives the new file the permissions of the one that it replaces; some file systems know none, and that is fine.
+void uebernimmRechte(int nummer, const std::string& ziel) {
+    constexpr mode_t rechte = 07777;
+    struct stat altes {};
+    if (::stat(ziel.c_str(), &altes) == 0) {
+        ::fchmod(nummer, altes.st_mode & rechte);
+    }
+}
+
+/// Gives a file without a name a temporary one.
+std::string benenne(int nummer, const std::string& ziel) {
+    const std::string selbst = "/proc/self/fd/" + std::to_string(nummer);
+    constexpr int versuche = 100;
+    for (int i = 0; i < versuche; ++i) {
+        std::string name = vorlaeufigerName(ordnerVon(ziel));
+        if (::linkat(AT_FDCWD, selbst.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0) {
+            return name;
         }
         if (errno != EEXIST) {
             throw systemfehler(errno);
         }
     }
     throw systemfehler(EEXIST);
+}
+
+std::optional<Stand> alsStand(int ergebnis, const struct stat& zustand) {
+    if (ergebnis != 0) {
+        return std::nullopt;
+    }
+    return Stand{zustand.st_dev, zustand.st_ino, zustand.st_size, zustand.st_mtim.tv_sec, zustand.st_mtim.tv_nsec};
 }
 
 }  // namespace
@@ -67,6 +135,12 @@ std::optional<Angaben> angaben(const std::string& pfad) {
         return std::nullopt;
     }
     return Angaben{zustand.st_size, Zeitpunkt::ausUnix(zustand.st_mtim.tv_sec, zustand.st_mtim.tv_nsec)};
+}
+
+std::optional<Stand> stand(const std::string& pfad) {
+    struct stat zustand {};
+    const int ergebnis = ::stat(pfad.c_str(), &zustand);
+    return alsStand(ergebnis, zustand);
 }
 
 bool gibtEs(const std::string& pfad) {
@@ -183,6 +257,12 @@ std::size_t Leser::groesse() const {
     return ::fstat(nummer_, &zustand) == 0 ? static_cast<std::size_t>(zustand.st_size) : 0;
 }
 
+std::optional<Stand> Leser::stand() const {
+    struct stat zustand {};
+    const int ergebnis = ::fstat(nummer_, &zustand);
+    return alsStand(ergebnis, zustand);
+}
+
 std::optional<std::string> liesGanz(const std::string& pfad) {
     auto leser = Leser::oeffne(pfad);
     constexpr std::size_t grenze = std::size_t{1} << 32U;
@@ -196,7 +276,9 @@ std::optional<std::string> liesGanz(const std::string& pfad) {
 }
 
 AtomareDatei::AtomareDatei(const std::string& ziel)
-    : ziel_(hinterVerweisen(ziel)), nummer_(oeffneVorlaeufig(ziel_, vorlaeufig_)) {}
+    : ziel_(hinterVerweisen(ziel)), nummer_(oeffneVorlaeufig(ziel_, vorlaeufig_)) {
+    uebernimmRechte(nummer_, ziel_);
+}
 
 AtomareDatei::~AtomareDatei() {
     if (nummer_ >= 0) {
@@ -227,13 +309,41 @@ void AtomareDatei::sichere() {
 }
 
 void AtomareDatei::uebernimm() {
-    if (::close(std::exchange(nummer_, -1)) != 0) {
-        throw systemfehler(errno);
+    if (vorlaeufig_.empty()) {
+        vorlaeufig_ = benenne(nummer_, ziel_);
     }
     if (std::rename(vorlaeufig_.c_str(), ziel_.c_str()) != 0) {
         throw systemfehler(errno);
     }
     vorlaeufig_.clear();
+    if (::close(std::exchange(nummer_, -1)) != 0) {
+        throw systemfehler(errno);
+    }
+}
+
+void AtomareDatei::sichereOrdner() const {
+    const std::string ordner = ordnerVon(ziel_);
+    const int nummer = oeffneNummer(ordner.empty() ? "." : ordner, O_RDONLY | O_DIRECTORY);
+    if (nummer >= 0) {
+        ::fsync(nummer);
+        ::close(nummer);
+    }
+}
+
+bool istVorlaeufig(std::string_view name) {
+    return name.starts_with(kVorsilbe) && name.ends_with(kNachsilbe);
+}
+
+void raeumeAuf(const std::string& pfad) {
+    const int nummer = oeffneNummer(pfad, O_WRONLY | O_NONBLOCK | O_NOFOLLOW);
+    if (nummer < 0) {
+        return;
+    }
+    struct stat zustand {};
+    if (::fstat(nummer, &zustand) == 0 && S_ISREG(zustand.st_mode) && ::flock(nummer, LOCK_EX | LOCK_NB) == 0) {
+        ::unlink(pfad.c_str());
+    }
+    ::close(nummer);
 }
 
 }  // namespace spurkiste::dateien

@@ -24,6 +24,20 @@ struct Angaben {
 /// devices, dangling links) and when the system does not say.
 [[nodiscard]] std::optional<Angaben> angaben(const std::string& pfad);
 
+/// The state of a file: as long as it stays equal, nobody has written into the file or put another in its place.
+struct Stand {
+    std::uint64_t geraet = 0;
+    std::uint64_t nummer = 0;
+    std::int64_t groesse = 0;
+    std::int64_t sekunden = 0;  ///< of the last change of the content
+    std::int64_t nanosekunden = 0;
+
+    friend bool operator==(const Stand&, const Stand&) = default;
+};
+
+/// The state of what the path leads to now, through symbolic links. Nothing when there is nothing.
+[[nodiscard]] std::optional<Stand> stand(const std::string& pfad);
+
 /// Whether anything, of any kind, is at the path; a dangling symbolic link counts as nothing.
 [[nodiscard]] bool gibtEs(const std::string& pfad);
 
@@ -69,6 +83,9 @@ class Leser {
     /// The size now, in bytes; it may change while somebody writes.
     [[nodiscard]] std::size_t groesse() const;
 
+    /// Which state of which file this is; nothing when the system does not say.
+    [[nodiscard]] std::optional<Stand> stand() const;
+
   private:
     explicit Leser(int nummer) : nummer_(nummer) {}
     int nummer_;
@@ -78,9 +95,10 @@ class Leser {
 /// that are read whole ever has: such a one would only fill the memory.
 [[nodiscard]] std::optional<std::string> liesGanz(const std::string& pfad);
 
-/// A file that appears whole or not at all: written under a temporary name in the same folder, then moved over the
-/// old one, whose permissions it takes over. Where the path is a symbolic link, the link stays and its target is
-/// replaced. Without uebernimm() the destructor removes the temporary file and the old file stays as it was.
+/// A file that appears whole or not at all: written without a name, or under a temporary one, in the same folder, then
+/// moved over the old one, whose permissions it takes over. Where the path is a symbolic link, the link stays and its
+/// target is replaced. Without uebernimm() nothing remains of it and the old file stays as it was. Only a program that
+/// is killed between getting a name and the move leaves a temporary file, for raeumeAuf().
 class AtomareDatei {
   public:
     /// Throws std::system_error when the folder cannot be written.
@@ -99,10 +117,20 @@ class AtomareDatei {
     /// Puts the file in place. Throws std::system_error; the old file is then unchanged. To be called once.
     void uebernimm();
 
+    /// Waits until the disk knows that the file is in place; where that cannot be told, it is passed over.
+    void sichereOrdner() const;
+
   private:
     std::string ziel_;
     std::string vorlaeufig_;  // empty when there is nothing to remove
     int nummer_;
 };
+
+/// Whether a file of this name may be the temporary one of an AtomareDatei.
+[[nodiscard]] bool istVorlaeufig(std::string_view name);
+
+/// Removes a temporary file that a killed program has left behind; one that is still being written stays. Failures are
+/// passed over.
+void raeumeAuf(const std::string& pfad);
 
 }  // namespace spurkiste::dateien

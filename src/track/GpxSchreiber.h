@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <stdexcept>
 #include <string>
 
@@ -38,9 +39,11 @@ class GpxSchreiber {
     /// returns how many those were. All other bytes of the file stay as they are. The file is replaced as a whole or
     /// not at all, keeps its permissions, and gets a new date. When another program changes it meanwhile, the work
     /// begins again on the new bytes, three times at most.
-    /// Throws GpxSchreibausnahme (keineSpur, nichtLesbar) or std::system_error when the file cannot be written; the
-    /// file is then untouched. Any thread, one call per file at a time.
-    static std::size_t setzeSportart(GpxSportart art, const std::string& pfad);
+    /// Throws GpxSchreibausnahme (keineSpur, nichtLesbar), std::system_error when the file cannot be written, and
+    /// another std::runtime_error, whose what() is for the user, when that other program does not rest; the file is
+    /// then untouched. Any thread, one call per file at a time. `vorher` is called between reading and writing.
+    static std::size_t setzeSportart(GpxSportart art, const std::string& pfad,
+                                     const std::function<void()>& vorher = {});
 };
 
 }  // namespace spurkiste

@@ -108,6 +108,17 @@ class Eingang {
     /// The encoding that overrules the declaration; null when the declaration is to be believed.
     [[nodiscard]] const char* kodierung() const { return kodierung_; }
 
+    /// How many bytes the byte order mark has.
+    [[nodiscard]] std::size_t marke() const { return marke_; }
+
+    /// How many lines end in the white space that was passed over.
+    [[nodiscard]] std::size_t uebersprungeneZeilen() const { return uebersprungeneZeilen_; }
+
+    /// How wide the characters are.
+    [[nodiscard]] XmlBreite breite() const {
+        return breite_ == 1 ? XmlBreite::einByte : zeichenStelle_ == 0 ? XmlBreite::utf16le : XmlBreite::utf16be;
+    }
+
     /// Fills the buffer; fewer bytes than asked mean the end.
     std::size_t lies(std::span<char> ziel) {
         const std::size_t ausKopf = std::min(ziel.size(), bis_ - von_);
@@ -153,6 +164,7 @@ class Eingang {
             von_ = gross ? 2 : 0;
             zeichenStelle_ = 1;
         }
+        marke_ = von_;
         breite_ = kodierung_ != nullptr && std::string_view(kodierung_) != "UTF-8" ? 2 : 1;
     }
 
@@ -165,6 +177,7 @@ class Eingang {
             if (!leer) {
                 return false;
             }
+            uebersprungeneZeilen_ += kopf_[von_ + zeichenStelle_] == '\n' ? 1 : 0;
             von_ += breite_;
         }
         return true;
@@ -179,6 +192,8 @@ class Eingang {
     const XmlLauf::Quelle& quelle_;
     std::size_t vorrat_;  // bytes that may still be taken from the source
     bool erschoepft_ = false;
+    std::size_t marke_ = 0;
+    std::size_t uebersprungeneZeilen_ = 0;
     std::array<char, 1024> kopf_{};
     std::size_t von_ = 0;
     std::size_t bis_ = 0;
@@ -202,77 +217,61 @@ int XMLCALL fremdeKodierung(void* /*ohne*/, const XML_Char* name, XML_Encoding* 
     return XML_STATUS_OK;
 }
 
-/// One expat parser with its callbacks. No exception may pass through expat: it waits until expat has returned.
-class Zerleger {
+XmlFehler fehlerAus(XML_Error nummer) {
+    switch (nummer) {
+        case XML_ERROR_NONE:
+            return XmlFehler::keiner;
+        case XML_ERROR_NO_ELEMENTS:
+            return XmlFehler::endeFehlt;
+        case XML_ERROR_UNCLOSED_TOKEN:
+        case XML_ERROR_UNCLOSED_CDATA_SECTION:
+            return XmlFehler::endeFehlt;
+        case XML_ERROR_TAG_MISMATCH:
+            return XmlFehler::falschesEnde;
+        case XML_ERROR_UNDEFINED_ENTITY:
+            return XmlFehler::unbekannteEntitaet;
+        case XML_ERROR_JUNK_AFTER_DOC_ELEMENT:
+            return XmlFehler::rest;
+        case XML_ERROR_NO_MEMORY:
+        case XML_ERROR_AMPLIFICATION_LIMIT_BREACH:
+            return XmlFehler::zuViel;
+        default:
+            return XmlFehler::falschesZeichen;
+    }
+}
+
+/// An expat parser within our limits. No exception may pass through expat: it waits until expat has returned.
+class Expat {
   public:
-    Zerleger(XmlEmpfaenger& empfaenger, const char* kodierung) : empfaenger_(empfaenger) {
+    Expat(const Expat&) = delete;
+    Expat& operator=(const Expat&) = delete;
+
+  protected:
+    Expat(const char* kodierung, void* selbst) {
         constexpr XML_Memory_Handling_Suite speicher = {nimm, verlege, gibZurueck};
-        expat_.reset(XML_ParserCreate_MM(kodierung, &speicher, nullptr));
-        if (!expat_) {
+        parser_.reset(XML_ParserCreate_MM(kodierung, &speicher, nullptr));
+        if (!parser_) {
             throw std::bad_alloc();
         }
-        XML_SetUserData(expat_.get(), this);
-        XML_SetElementHandler(expat_.get(), anfang, ende);
-        XML_SetCdataSectionHandler(expat_.get(), cdataAnfang, cdataEnde);
-        XML_SetUnknownEncodingHandler(expat_.get(), fremdeKodierung, nullptr);
+        XML_SetUserData(parser(), selbst);
+        XML_SetUnknownEncodingHandler(parser(), fremdeKodierung, nullptr);
         // Tracks have no use for entities of their own: a small factor ends a bomb early in large files, too.
-        XML_SetBillionLaughsAttackProtectionMaximumAmplification(expat_.get(), 4.0F);
+        XML_SetBillionLaughsAttackProtectionMaximumAmplification(parser(), 4.0F);
     }
+    ~Expat() = default;
 
-    /// The whole document.
-    void zerlege(std::span<const char> bytes) {
-        XML_Parse(expat_.get(), bytes.data(), static_cast<int>(bytes.size()), XML_TRUE);
-        wirfGemerktes();
-    }
-
-    /// Room for the next piece, inside expat; empty when expat may have no more.
-    std::span<char> raum(std::size_t groesse) {
-        auto* bytes = static_cast<char*>(XML_GetBuffer(expat_.get(), static_cast<int>(groesse)));
-        return {bytes, bytes == nullptr ? 0 : groesse};
-    }
-
-    /// The next piece, `anzahl` bytes in raum(). Returns whether more is wanted.
-    bool zerlegeRaum(std::size_t anzahl, bool letztes) {
-        const auto zustand = XML_ParseBuffer(expat_.get(), static_cast<int>(anzahl), letztes ? XML_TRUE : XML_FALSE);
-        wirfGemerktes();
-        return zustand == XML_STATUS_OK && !letztes;
-    }
-
-  private:
-    static Zerleger& aus(void* selbst) { return *static_cast<Zerleger*>(selbst); }
-
-    static void XMLCALL anfang(void* selbst, const XML_Char* name, const XML_Char** attribute) {
-        aus(selbst).melde([&](Zerleger& z) { z.willText(z.empfaenger_.anfang(name, XmlAttribute(attribute))); });
-    }
-    static void XMLCALL ende(void* selbst, const XML_Char* /*name*/) {
-        aus(selbst).melde([](Zerleger& z) { z.willText(z.empfaenger_.ende()); });
-    }
-    static void XMLCALL text(void* selbst, const XML_Char* stueck, int laenge) {
-        aus(selbst).melde([&](Zerleger& z) { z.empfaenger_.text({stueck, static_cast<std::size_t>(laenge)}); });
-    }
-    static void XMLCALL cdataAnfang(void* selbst) { XML_SetCharacterDataHandler(aus(selbst).expat_.get(), nullptr); }
-    static void XMLCALL cdataEnde(void* selbst) {
-        Zerleger& z = aus(selbst);
-        XML_SetCharacterDataHandler(z.expat_.get(), z.willText_ ? text : nullptr);
-    }
+    [[nodiscard]] XML_Parser parser() const { return parser_.get(); }
 
     template <typename Meldung>
     void melde(Meldung meldung) {
         try {
-            meldung(*this);
+            meldung();
         } catch (...) {
             gemerkt_ = std::current_exception();
-            XML_SetElementHandler(expat_.get(), nullptr, nullptr);
-            XML_SetCharacterDataHandler(expat_.get(), nullptr);
-            XML_SetCdataSectionHandler(expat_.get(), nullptr, nullptr);
-            XML_StopParser(expat_.get(), XML_FALSE);
-        }
-    }
-
-    void willText(bool will) {
-        if (will != willText_) {
-            willText_ = will;
-            XML_SetCharacterDataHandler(expat_.get(), will ? text : nullptr);
+            XML_SetElementHandler(parser(), nullptr, nullptr);
+            XML_SetCharacterDataHandler(parser(), nullptr);
+            XML_SetCdataSectionHandler(parser(), nullptr, nullptr);
+            XML_StopParser(parser(), XML_FALSE);
         }
     }
 
@@ -282,13 +281,161 @@ class Zerleger {
         }
     }
 
+  private:
     struct Ende {
         void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
     };
-    std::unique_ptr<XML_ParserStruct, Ende> expat_;
+    std::unique_ptr<XML_ParserStruct, Ende> parser_;
+    std::exception_ptr gemerkt_;
+};
+
+/// Hands what expat finds to an XmlEmpfaenger.
+class Zerleger final : private Expat {
+  public:
+    Zerleger(XmlEmpfaenger& empfaenger, const char* kodierung) : Expat(kodierung, this), empfaenger_(empfaenger) {
+        XML_SetElementHandler(parser(), anfang, ende);
+        XML_SetCdataSectionHandler(parser(), cdataAnfang, cdataEnde);
+    }
+
+    /// The line, from 1, of what is being reported or of the error.
+    [[nodiscard]] std::size_t zeile() const { return XML_GetCurrentLineNumber(parser()); }
+
+    [[nodiscard]] XmlFehler fehler() const { return fehlerAus(XML_GetErrorCode(parser())); }
+
+    /// The whole document.
+    void zerlege(std::span<const char> bytes) {
+        XML_Parse(parser(), bytes.data(), static_cast<int>(bytes.size()), XML_TRUE);
+        wirfGemerktes();
+    }
+
+    /// Room for the next piece, inside expat; empty when expat may have no more.
+    std::span<char> raum(std::size_t groesse) {
+        auto* bytes = static_cast<char*>(XML_GetBuffer(parser(), static_cast<int>(groesse)));
+        return {bytes, bytes == nullptr ? 0 : groesse};
+    }
+
+    /// The next piece, `anzahl` bytes in raum(). Returns whether more is wanted.
+    bool zerlegeRaum(std::size_t anzahl, bool letztes) {
+        const auto zustand = XML_ParseBuffer(parser(), static_cast<int>(anzahl), letztes ? XML_TRUE : XML_FALSE);
+        wirfGemerktes();
+        return zustand == XML_STATUS_OK && !letztes;
+    }
+
+  private:
+    static Zerleger& aus(void* selbst) { return *static_cast<Zerleger*>(selbst); }
+
+    static void XMLCALL anfang(void* selbst, const XML_Char* name, const XML_Char** attribute) {
+        Zerleger& z = aus(selbst);
+        z.melde([&] { z.willText(z.empfaenger_.anfang(name, XmlAttribute(attribute))); });
+    }
+    static void XMLCALL ende(void* selbst, const XML_Char* /*name*/) {
+        Zerleger& z = aus(selbst);
+        z.melde([&] { z.willText(z.empfaenger_.ende()); });
+    }
+    static void XMLCALL text(void* selbst, const XML_Char* stueck, int laenge) {
+        Zerleger& z = aus(selbst);
+        z.melde([&] { z.empfaenger_.text({stueck, static_cast<std::size_t>(laenge)}); });
+    }
+    static void XMLCALL cdataAnfang(void* selbst) { XML_SetCharacterDataHandler(aus(selbst).parser(), nullptr); }
+    static void XMLCALL cdataEnde(void* selbst) {
+        Zerleger& z = aus(selbst);
+        XML_SetCharacterDataHandler(z.parser(), z.willText_ ? text : nullptr);
+    }
+
+    void willText(bool will) {
+        if (will != willText_) {
+            willText_ = will;
+            XML_SetCharacterDataHandler(parser(), will ? text : nullptr);
+        }
+    }
+
     XmlEmpfaenger& empfaenger_;
     bool willText_ = false;
-    std::exception_ptr gemerkt_;
+};
+
+/// Hands the places that expat finds to an XmlOrtung.
+class Verorter final : private Expat {
+  public:
+    /// `dokument` without its byte order mark, which has `marke` bytes.
+    Verorter(XmlOrtung& empfaenger, const char* kodierung, std::string_view dokument, XmlBreite breite,
+             std::size_t marke)
+        : Expat(kodierung, this), empfaenger_(empfaenger), dokument_(dokument), breite_(breite), marke_(marke) {
+        XML_SetElementHandler(parser(), anfang, ende);
+    }
+
+    /// Whether the document is well-formed.
+    bool zerlege() {
+        constexpr std::size_t haeppchen = std::size_t{1} << 30U;  // expat counts in int
+        std::string_view rest = dokument_;
+        for (;;) {
+            const std::string_view stueck = rest.substr(0, haeppchen);
+            rest.remove_prefix(stueck.size());
+            const auto zustand = XML_Parse(parser(), stueck.data(), static_cast<int>(stueck.size()),
+                                           rest.empty() ? XML_TRUE : XML_FALSE);
+            wirfGemerktes();
+            if (zustand != XML_STATUS_OK || rest.empty()) {
+                return zustand == XML_STATUS_OK;
+            }
+        }
+    }
+
+  private:
+    static void XMLCALL anfang(void* selbst, const XML_Char* name, const XML_Char** /*attribute*/) {
+        Verorter& v = *static_cast<Verorter*>(selbst);
+        v.melde([&] { v.beginne(name); });
+    }
+    static void XMLCALL ende(void* selbst, const XML_Char* /*name*/) {
+        Verorter& v = *static_cast<Verorter*>(selbst);
+        v.melde([&] { v.beende(); });
+    }
+
+    /// Where in the document expat is; inside an entity's text, that is its reference.
+    [[nodiscard]] XmlBereich stelle() const {
+        const auto von = static_cast<std::size_t>(XML_GetCurrentByteIndex(parser()));
+        return {von, von + static_cast<std::size_t>(XML_GetCurrentByteCount(parser()))};
+    }
+
+    [[nodiscard]] XmlBereich mitMarke(XmlBereich bereich) const { return {bereich.von + marke_, bereich.bis + marke_}; }
+
+    [[nodiscard]] std::size_t zeichenbytes() const { return breite_ == XmlBreite::einByte ? 1 : 2; }
+
+    /// The character that begins at a byte, when it is an ASCII one; else a null.
+    [[nodiscard]] char zeichen(std::size_t byte) const {
+        if (byte + zeichenbytes() > dokument_.size()) {
+            return '\0';
+        }
+        switch (breite_) {
+            case XmlBreite::utf16le:
+                return dokument_[byte + 1] == '\0' ? dokument_[byte] : '\0';
+            case XmlBreite::utf16be:
+                return dokument_[byte] == '\0' ? dokument_[byte + 1] : '\0';
+            default:
+                return dokument_[byte];
+        }
+    }
+
+    void beginne(std::string_view name) {
+        const XmlBereich schild = stelle();
+        const bool steht = zeichen(schild.von) == '<';
+        offen_.push_back(steht);
+        if (steht) {
+            empfaenger_.anfang(name, mitMarke(schild), zeichen(schild.bis - 2 * zeichenbytes()) == '/');
+        }
+    }
+
+    void beende() {
+        const bool steht = offen_.back();
+        offen_.pop_back();
+        if (steht) {
+            empfaenger_.ende(mitMarke(stelle()));
+        }
+    }
+
+    XmlOrtung& empfaenger_;
+    std::string_view dokument_;
+    XmlBreite breite_;
+    std::size_t marke_;
+    std::vector<bool> offen_;  // of each open element, whether it stands in the document itself
 };
 
 }  // namespace
@@ -312,14 +459,19 @@ std::span<char> XmlLauf::puffer(std::size_t groesse) {
     return std::span(puffer_).first(groesse);
 }
 
-void XmlLauf::lies(const Quelle& quelle, std::size_t groesse, XmlEmpfaenger& empfaenger, std::size_t amStueck) {
+XmlAusgang XmlLauf::lies(const Quelle& quelle, std::size_t groesse, XmlEmpfaenger& empfaenger, std::size_t amStueck) {
     assert(amStueck > 0 && amStueck <= kAmStueck);
     Eingang eingang(quelle, groesse);
     Zerleger zerleger(empfaenger, eingang.kodierung());
+    const auto zeile = [&] { return zerleger.zeile() + eingang.uebersprungeneZeilen(); };
+    const auto ausgang = [&] { return XmlAusgang{zerleger.fehler(), zeile()}; };
+    const auto vergissZeile = [](XmlEmpfaenger* e) { e->zeile_ = {}; };
+    const std::unique_ptr<XmlEmpfaenger, decltype(vergissZeile)> wacht(&empfaenger, vergissZeile);
+    empfaenger.zeile_ = zeile;
     if (groesse <= amStueck) {
         const auto ganz = puffer(groesse);
         zerleger.zerlege(ganz.first(eingang.lies(ganz)));
-        return;
+        return ausgang();
     }
     constexpr std::size_t haeppchen = std::size_t{256} << 10U;  // stays within the processor's cache
     for (bool weiter = true; weiter;) {
@@ -327,6 +479,20 @@ void XmlLauf::lies(const Quelle& quelle, std::size_t groesse, XmlEmpfaenger& emp
         const std::size_t anzahl = eingang.lies(raum);
         weiter = !raum.empty() && zerleger.zerlegeRaum(anzahl, anzahl < raum.size());
     }
+    return ausgang();
+}
+
+std::optional<XmlBreite> XmlLauf::orte(std::string_view dokument, XmlOrtung& empfaenger) {
+    std::string_view rest = dokument;
+    const Quelle quelle = [&](std::span<char> ziel) {
+        const std::size_t anzahl = rest.copy(ziel.data(), ziel.size());
+        rest.remove_prefix(anzahl);
+        return anzahl;
+    };
+    const Eingang eingang(quelle, dokument.size());  // only looks at the first bytes
+    Verorter verorter(empfaenger, eingang.kodierung(), dokument.substr(eingang.marke()), eingang.breite(),
+                      eingang.marke());
+    return verorter.zerlege() ? std::optional(eingang.breite()) : std::nullopt;
 }
 
 }  // namespace spurkiste

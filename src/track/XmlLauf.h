@@ -39,6 +39,59 @@ class XmlEmpfaenger {
 
     /// The innermost open element ends. Returns whether the text that follows is wanted.
     virtual bool ende() = 0;
+
+  protected:
+    /// The line, from 1, where what is being reported begins. Only during one of the calls above; costs time.
+    [[nodiscard]] std::size_t zeile() const { return zeile_(); }
+
+  private:
+    friend class XmlLauf;
+    std::function<std::size_t()> zeile_;
+};
+
+/// Why a document was not read to its end.
+enum class XmlFehler {
+    keiner,
+    endeFehlt,           ///< the bytes end before the document does
+    falschesEnde,        ///< an end tag of another element
+    unbekannteEntitaet,  ///< a reference to an entity that was never declared
+    rest,                ///< something behind the document's end
+    zuViel,              ///< it would take more memory or time than any track
+    falschesZeichen,     ///< anything else that is no XML
+};
+
+/// How a walk ended.
+struct XmlAusgang {
+    XmlFehler fehler = XmlFehler::keiner;
+    std::size_t zeile = 1;  ///< the line, from 1, of the error or of the document's end
+};
+
+/// Where something stands in a document: bytes `von` up to but without `bis`.
+struct XmlBereich {
+    std::size_t von = 0;
+    std::size_t bis = 0;
+
+    friend bool operator==(const XmlBereich&, const XmlBereich&) = default;
+};
+
+/// How wide the characters of a document's markup are, for whoever writes some into it. All encodings that are read
+/// have ASCII characters in one byte of their own value, except for UTF-16.
+enum class XmlBreite { einByte, utf16le, utf16be };
+
+/// Hears where a document's elements stand, in document order. Elements that only exist in the text of an entity
+/// stand nowhere and are left out. Whatever it throws ends the run and comes out of it.
+class XmlOrtung {
+  public:
+    XmlOrtung() = default;
+    XmlOrtung(const XmlOrtung&) = delete;
+    XmlOrtung& operator=(const XmlOrtung&) = delete;
+    virtual ~XmlOrtung() = default;
+
+    /// An element begins; its name as written, UTF-8. `schild` is its start tag, or the whole element when that
+    /// is `leer`, one tag for start and end.
+    virtual void anfang(std::string_view name, XmlBereich schild, bool leer) = 0;
+    /// The innermost open element ends. `schild` is its end tag; empty when it has none.
+    virtual void ende(XmlBereich schild) = 0;
 };
 
 /// One walk through an XML document, as far as it is well-formed. Namespaces are not looked at, external entities and
@@ -54,10 +107,16 @@ class XmlLauf {
     static constexpr std::size_t kAmStueck = std::size_t{8} << 20U;
 
     /// Reads at most `groesse` bytes, in pieces when they are more than `amStueck`, and reports to `empfaenger` until
-    /// the document ends or its first error; which of both is not told, since all that was reported counts.
+    /// the document ends or its first error; all that was reported until then counts.
     /// The encoding is that of a byte order mark or of UTF-16's zero bytes, else the declared one (UTF-8 and every
     /// encoding of one byte per character), else UTF-8. White space before the XML declaration is skipped.
-    void lies(const Quelle& quelle, std::size_t groesse, XmlEmpfaenger& empfaenger, std::size_t amStueck = kAmStueck);
+    XmlAusgang lies(const Quelle& quelle, std::size_t groesse, XmlEmpfaenger& empfaenger,
+                    std::size_t amStueck = kAmStueck);
+
+    /// Walks through a document that must be well-formed from its first byte to its last, and reports where its
+    /// elements stand. Encodings as in lies(), but nothing may stand before the XML declaration. Nothing when it is not
+    /// well-formed, or goes beyond what a hostile document may use; what was reported until then is void.
+    [[nodiscard]] static std::optional<XmlBreite> orte(std::string_view dokument, XmlOrtung& empfaenger);
 
   private:
     std::span<char> puffer(std::size_t groesse);
