@@ -1,5 +1,6 @@
 #include "cli/Aufruf.h"
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -18,6 +19,15 @@ std::optional<Aufruf::Format> format(std::string_view name) {
         return Aufruf::Format::csv;
     }
     return std::nullopt;
+}
+
+/// The fifteen values of `sport`, separated by blanks.
+std::string sportwerte() {
+    std::string werte;
+    for (const GpxSportart art : GpxSportart::allCases()) {
+        werte.append(werte.empty() ? "" : " ").append(art.rawValue());
+    }
+    return werte;
 }
 
 /// The arguments in reading order, options told apart from the rest.
@@ -53,18 +63,67 @@ class Leser {
         if (woerter_.empty()) {
             return Aufruf::Fehler{"Befehl fehlt: spurkiste-cli liste ORDNER (mehr mit --help)"};
         }
-        if (woerter_.front() != "liste") {
-            return Aufruf::Fehler{"Unbekannter Befehl „" + woerter_.front() + "“ (mehr mit --help)"};
+        const std::string befehl = std::move(woerter_.front());
+        woerter_.erase(woerter_.begin());
+        if (befehl == "liste") {
+            nimmOrdner(Aufruf::Befehl::liste, befehl);
+        } else if (befehl == "doppelte") {
+            nimmOrdner(Aufruf::Befehl::doppelte, befehl);
+        } else if (befehl == "sport") {
+            nimmSport();
+        } else if (befehl == "pruefe") {
+            nimmDateien(Aufruf::Befehl::pruefe, "pruefe braucht Dateien oder Ordner: spurkiste-cli pruefe DATEI...");
+        } else {
+            fehler_ = "Unbekannter Befehl „" + befehl + "“ (mehr mit --help)";
         }
-        if (woerter_.size() != 2 || woerter_.back().empty()) {
-            return Aufruf::Fehler{"liste braucht genau einen Ordner: spurkiste-cli liste ORDNER (mehr mit --help)"};
+        pruefeOptionen();
+        if (fehler_) {
+            return Aufruf::Fehler{std::move(*fehler_)};
         }
-        aufruf_.befehl = Aufruf::Befehl::liste;
-        aufruf_.ordner = std::move(woerter_.back());
         return std::move(aufruf_);
     }
 
   private:
+    void nimmOrdner(Aufruf::Befehl befehl, const std::string& name) {
+        aufruf_.befehl = befehl;
+        if (woerter_.size() != 1 || woerter_.front().empty()) {
+            fehler_ = name + " braucht genau einen Ordner: spurkiste-cli " + name + " ORDNER (mehr mit --help)";
+        } else {
+            aufruf_.ordner = std::move(woerter_.front());
+        }
+    }
+
+    void nimmDateien(Aufruf::Befehl befehl, const std::string& sonst) {
+        aufruf_.befehl = befehl;
+        if (woerter_.empty() || std::find(woerter_.begin(), woerter_.end(), "") != woerter_.end()) {
+            fehler_ = sonst + " (mehr mit --help)";
+        }
+        aufruf_.dateien = std::move(woerter_);
+    }
+
+    void nimmSport() {
+        const std::string wert = woerter_.empty() ? std::string() : woerter_.front();
+        aufruf_.sport = GpxSportart::ausRawValue(wert);
+        if (!aufruf_.sport) {
+            fehler_ = (wert.empty() ? "Sportart fehlt" : "Unbekannte Sportart „" + wert + "“") + ": " + sportwerte();
+            return;
+        }
+        woerter_.erase(woerter_.begin());
+        nimmDateien(Aufruf::Befehl::sport, "sport braucht Dateien: spurkiste-cli sport WERT DATEI...");
+    }
+
+    /// Options that belong to another command are a mistake, too.
+    void pruefeOptionen() {
+        const auto verlange = [this](bool gegeben, Aufruf::Befehl befehl, std::string_view option) {
+            if (gegeben && aufruf_.befehl != befehl && !fehler_) {
+                fehler_ = "Option „" + std::string(option) + "“ gehört nicht zu diesem Befehl (mehr mit --help)";
+            }
+        };
+        verlange(formatGenannt_, Aufruf::Befehl::liste, "--format");
+        verlange(aufruf_.ohneCache, Aufruf::Befehl::liste, "--ohne-cache");
+        verlange(aufruf_.json, Aufruf::Befehl::pruefe, "--json");
+    }
+
     void option(std::string_view argument) {
         const auto gleich = argument.find('=');
         const std::string_view name = argument.substr(0, gleich);
@@ -80,6 +139,8 @@ class Leser {
             setze(name, wert);
         } else if (argument == "--ohne-cache") {
             aufruf_.ohneCache = true;
+        } else if (argument == "--json") {
+            aufruf_.json = true;
         } else if (argument == "--help" || argument == "-h") {
             sofort_ = Aufruf::Befehl::hilfe;
         } else if (argument == "--version") {
@@ -96,6 +157,7 @@ class Leser {
             aufruf_.ressourcen = *wert;
         } else if (const auto gewaehlt = format(*wert)) {
             aufruf_.format = *gewaehlt;
+            formatGenannt_ = true;
         } else {
             fehler_ = "Unbekanntes Format „" + std::string(*wert) + "“: tabelle, json oder csv (mehr mit --help)";
         }
@@ -103,6 +165,7 @@ class Leser {
 
     std::span<const std::string_view> rest_;
     bool nurNoch_ = false;
+    bool formatGenannt_ = false;
     std::vector<std::string> woerter_;
     std::optional<Aufruf::Befehl> sofort_;
     std::optional<std::string> fehler_;
@@ -130,6 +193,20 @@ std::string Aufruf::hilfe() {
       --format csv       CSV nach RFC 4180 mit Kopfzeile
       --ohne-cache       die Datei .spurkiste-cache.json weder lesen noch schreiben
       --ressourcen DIR   Ortsliste und Sprachtabelle zuerst in DIR suchen
+
+  spurkiste-cli sport WERT DATEI...
+      Schreibt die Sportart in jeden Track und jede Route der Dateien und liest sie zur Probe wieder ein; alles Übrige
+      bleibt Byte für Byte. Eine Zeile je Datei: wie viele Elemente die Sportart bekamen, oder auf der Fehlerausgabe,
+      warum es nicht ging. WERT ist einer von:
+      )" + sportwerte() +
+           R"(
+
+  spurkiste-cli pruefe ORDNER|DATEI... [--json]
+      Sagt, was an den Dateien nicht gelesen werden konnte: ein abgebrochenes Ende, verworfene Punkte, unlesbare Zeiten
+      und Höhen, mit Anzahl und erster Zeile. Ändert nichts.
+
+  spurkiste-cli doppelte ORDNER
+      Nennt Dateien mit derselben Spur, in Gruppen mit einer Leerzeile dazwischen. Ändert nichts.
 
   spurkiste-cli --help       diese Hilfe
   spurkiste-cli --version    die Version

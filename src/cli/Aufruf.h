@@ -5,19 +5,25 @@
 #include <string>
 #include <string_view>
 #include <variant>
+#include <vector>
+
+#include "track/GpxSportart.h"
 
 namespace spurkiste {
 
 /// What the command line asks for. A plain value.
 struct Aufruf {
-    enum class Befehl { hilfe, version, liste };
+    enum class Befehl { hilfe, version, liste, sport, pruefe, doppelte };
     enum class Format { tabelle, json, csv };
 
     Befehl befehl = Befehl::hilfe;
-    std::string ordner;                     ///< of `liste`, as typed
+    std::string ordner;                     ///< of `liste` and `doppelte`, as typed
     Format format = Format::tabelle;        ///< of `liste`
     std::optional<std::string> ressourcen;  ///< folder to look for resources in first
     bool ohneCache = false;                 ///< the cache file is neither read nor written
+    std::vector<std::string> dateien = {};  ///< of `sport` files, of `pruefe` files and folders, as typed
+    std::optional<GpxSportart> sport = {};  ///< of `sport`, always present there
+    bool json = false;                      ///< of `pruefe`: for machines
 
     /// Why a call cannot be carried out: one line for the user.
     struct Fehler {

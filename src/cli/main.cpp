@@ -9,7 +9,10 @@
 #include <vector>
 
 #include "cli/Aufruf.h"
+#include "cli/Doppelte.h"
 #include "cli/Liste.h"
+#include "cli/Pruefe.h"
+#include "cli/Sport.h"
 
 namespace {
 
@@ -37,6 +40,12 @@ int fuehreAus(std::span<char*> argumente) {
             break;
         case Aufruf::Befehl::liste:
             return spurkiste::liste(aufruf);
+        case Aufruf::Befehl::sport:
+            return spurkiste::sport(*aufruf.sport, aufruf.dateien);
+        case Aufruf::Befehl::pruefe:
+            return spurkiste::pruefe(aufruf.dateien, aufruf.json);
+        case Aufruf::Befehl::doppelte:
+            return spurkiste::doppelte(aufruf.ordner);
     }
     return std::fflush(stdout) == 0 ? 0 : 1;
 }

@@ -1,6 +1,7 @@
 #include "track/GpxLeser.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstring>
 #include <iterator>
@@ -86,10 +87,44 @@ struct Punktliste {
     }
 };
 
+/// Counts what is passed over, by kind.
+class Strichliste {
+  public:
+    void streiche(GpxBefund::Art art, std::size_t zeile) {
+        GpxBefund& befund = befunde_[static_cast<std::size_t>(art)];
+        if (befund.anzahl++ == 0) {
+            befund.zeile = zeile;
+        }
+    }
+
+    void streiche(GpxBefund::Art art, std::size_t zeile, XmlFehler fehler) {
+        streiche(art, zeile);
+        befunde_[static_cast<std::size_t>(art)].fehler = fehler;
+    }
+
+    /// What was counted, in the order of the kinds.
+    [[nodiscard]] std::vector<GpxBefund> ergebnis() const {
+        std::vector<GpxBefund> gefunden;
+        for (std::size_t art = 0; art < befunde_.size(); ++art) {
+            if (befunde_[art].anzahl > 0) {
+                gefunden.push_back(befunde_[art]);
+                gefunden.back().art = static_cast<GpxBefund::Art>(art);
+            }
+        }
+        return gefunden;
+    }
+
+  private:
+    static constexpr GpxBefund kNichts{GpxBefund::Art::keinPunkt, 0, 1, XmlFehler::keiner};
+    std::array<GpxBefund, 6> befunde_{kNichts, kNichts, kNichts, kNichts, kNichts, kNichts};
+};
+
 /// Collects what a record needs while an XmlLauf passes through a file.
 class Sammler final : public XmlEmpfaenger {
   public:
-    Sammler(Punktliste& spur, Punktliste& route) : spur_(spur), route_(route) {}
+    /// `maengel`, when there is one, hears of what is passed over.
+    Sammler(Punktliste& spur, Punktliste& route, Strichliste* maengel)
+        : spur_(spur), route_(route), maengel_(maengel) {}
 
     bool anfang(std::string_view name, const XmlAttribute& attribute) override {
         const bool hatDoppelpunkt = std::memchr(name.data(), ':', name.size()) != nullptr;
@@ -97,7 +132,14 @@ class Sammler final : public XmlEmpfaenger {
         const Element eltern = stapel_.empty() ? Element::anderes : stapel_.back();
         stapel_.push_back(element);
         text_.clear();
-        beginne(hatDoppelpunkt ? elementMitNamen(lokalerName(name)) : element, attribute);
+        const Element lokales = hatDoppelpunkt ? elementMitNamen(lokalerName(name)) : element;
+        beginne(lokales, attribute);
+        if (maengel_ != nullptr && istPunkt(lokales)) {
+            punktZeile_ = zeile();
+            if (hatDoppelpunkt) {
+                maengel_->streiche(GpxBefund::Art::punktMitPraefix, punktZeile_);
+            }
+        }
         if (textTiefe_ == 0 && brauchtText(element, eltern)) {
             textTiefe_ = stapel_.size();
         }
@@ -160,11 +202,13 @@ class Sammler final : public XmlEmpfaenger {
             case Element::ele:
                 if (istPunkt(eltern)) {
                     hoehe_ = zahl::lies(gelesenerText());
+                    vermisse(hoehe_.has_value(), GpxBefund::Art::hoeheUnlesbar);
                 }
                 break;
             case Element::time:
                 if (istPunkt(eltern)) {
                     zeit_ = GpxLeser::datumAus(gelesenerText());
+                    vermisse(zeit_.has_value(), GpxBefund::Art::zeitUnlesbar);
                 }
                 break;
             case Element::name:
@@ -232,11 +276,21 @@ class Sammler final : public XmlEmpfaenger {
             punkt.hoehe = hoehe_.value_or(punkt.hoehe);
             punkt.segment = std::max<std::int64_t>(segment, 0);
             liste.haengeAn(punkt, zeit_);
+        } else if (maengel_ != nullptr) {
+            maengel_->streiche(GpxBefund::Art::punktVerworfen, punktZeile_);
+        }
+    }
+
+    void vermisse(bool gefunden, GpxBefund::Art art) const {
+        if (!gefunden && maengel_ != nullptr) {
+            maengel_->streiche(art, zeile());
         }
     }
 
     Punktliste& spur_;
     Punktliste& route_;
+    Strichliste* maengel_;
+    std::size_t punktZeile_ = 1;  // only kept for maengel_
     std::optional<std::string> spurName_;
     std::optional<std::string> metaName_;
     std::optional<std::string> sportRoh_;
@@ -293,7 +347,8 @@ struct Werkbank {
 
 /// Reads a document and returns what `nimm` takes from the Sammler that has heard it.
 template <typename Nimm>
-auto leseAus(const XmlLauf::Quelle& quelle, std::size_t groesse, std::size_t amStueck, Nimm nimm) {
+auto leseAus(const XmlLauf::Quelle& quelle, std::size_t groesse, std::size_t amStueck, Nimm nimm,
+             Strichliste* maengel = nullptr) {
     thread_local Werkbank werkbank;
     werkbank.spur.leere();
     werkbank.route.leere();
@@ -301,8 +356,16 @@ auto leseAus(const XmlLauf::Quelle& quelle, std::size_t groesse, std::size_t amS
     constexpr std::size_t bytesJePunkt = 256;
     constexpr std::size_t hoechstens = std::size_t{1} << 20U;
     werkbank.spur.punkte.reserve(std::min(groesse / bytesJePunkt, hoechstens));
-    Sammler sammler(werkbank.spur, werkbank.route);
-    werkbank.lauf.lies(quelle, groesse, sammler, amStueck);
+    Sammler sammler(werkbank.spur, werkbank.route, maengel);
+    const XmlAusgang ausgang = werkbank.lauf.lies(quelle, groesse, sammler, amStueck);
+    if (maengel != nullptr) {
+        if (sammler.punkte().punkte.empty()) {
+            maengel->streiche(GpxBefund::Art::keinPunkt, ausgang.zeile);
+        }
+        if (ausgang.fehler != XmlFehler::keiner) {
+            maengel->streiche(GpxBefund::Art::abgebrochen, ausgang.zeile, ausgang.fehler);
+        }
+    }
     return nimm(sammler);
 }
 
@@ -353,6 +416,18 @@ std::vector<Koordinate> GpxLeser::orte(const std::string& pfad) {
                        [](const GpxPunkt& punkt) { return punkt.ort; });
         return orte;
     });
+}
+
+std::optional<std::vector<GpxBefund>> GpxLeser::befunde(const std::string& pfad) {
+    auto leser = dateien::Leser::oeffne(pfad);
+    if (!leser) {
+        return std::nullopt;
+    }
+    const auto quelle = [&](std::span<char> puffer) { return leser->lies(puffer); };
+    Strichliste maengel;
+    leseAus(
+        quelle, leser->groesse(), XmlLauf::kAmStueck, [](const Sammler& /*sammler*/) {}, &maengel);
+    return maengel.ergebnis();
 }
 
 std::optional<Zeitpunkt> GpxLeser::datumAus(std::string_view text) {

@@ -8,6 +8,7 @@
 
 #include "base/Zeitpunkt.h"
 #include "geo/Koordinate.h"
+#include "track/GpxBefund.h"
 #include "track/GpxMetadaten.h"
 #include "track/XmlLauf.h"
 
@@ -38,6 +39,10 @@ class GpxLeser {
     /// The coordinates of all points that the record of this file would count, in order. Empty when there are none or
     /// the file cannot be read.
     [[nodiscard]] static std::vector<Koordinate> orte(const std::string& pfad);
+
+    /// What reading this file would pass over in silence, each kind at most once; empty when nothing. Absent when the
+    /// file cannot be read at all.
+    [[nodiscard]] static std::optional<std::vector<GpxBefund>> befunde(const std::string& pfad);
 
     /// A point's time: an ISO 8601 timestamp as Zeitpunkt::ausIso8601() reads it, with white space around it allowed
     /// and taken as UTC when it has no zone. Nothing for any other text.

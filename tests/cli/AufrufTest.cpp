@@ -26,6 +26,11 @@ TEST(Aufruf, readsEveryRightCall) {
         {{"liste", "x", "--ressourcen", "/r", "--format=tabelle"}, {Befehl::liste, "x", Format::tabelle, "/r", false}},
         {{"liste", "--", "--format"}, {Befehl::liste, "--format", Format::tabelle, {}, false}},
         {{"liste", "-"}, {Befehl::liste, "-", Format::tabelle, {}, false}},
+        {{"doppelte", "/a"}, {Befehl::doppelte, "/a", Format::tabelle, {}, false}},
+        {{"pruefe", "/a", "b.gpx", "--json"},
+         {Befehl::pruefe, "", Format::tabelle, {}, false, {"/a", "b.gpx"}, {}, true}},
+        {{"sport", "e_bike", "a.gpx", "b"},
+         {Befehl::sport, "", Format::tabelle, {}, false, {"a.gpx", "b"}, GpxSportart::eBike, false}},
     };
     for (const Fall& fall : faelle) {
         const auto ergebnis = Aufruf::lies(fall.argumente);
@@ -36,6 +41,9 @@ TEST(Aufruf, readsEveryRightCall) {
         EXPECT_EQ(aufruf->format, fall.erwartet.format);
         EXPECT_EQ(aufruf->ressourcen, fall.erwartet.ressourcen);
         EXPECT_EQ(aufruf->ohneCache, fall.erwartet.ohneCache);
+        EXPECT_EQ(aufruf->dateien, fall.erwartet.dateien);
+        EXPECT_EQ(aufruf->sport, fall.erwartet.sport);
+        EXPECT_EQ(aufruf->json, fall.erwartet.json);
     }
 }
 
@@ -54,6 +62,15 @@ TEST(Aufruf, answersEveryWrongCallWithOneLine) {
         {"liste", "a", "--schnell"},
         {"liste", "a", "-x"},
         {"--help=ja"},
+        {"sport"},
+        {"sport", "fliegen", "a.gpx"},
+        {"sport", "cycling"},
+        {"sport", "cycling", ""},
+        {"sport", "cycling", "a.gpx", "--json"},
+        {"pruefe"},
+        {"pruefe", "a", "--format", "json"},
+        {"doppelte", "a", "b"},
+        {"doppelte", "a", "--ohne-cache"},
     };
     for (const Argumente& argumente : faelle) {
         const auto ergebnis = Aufruf::lies(argumente);

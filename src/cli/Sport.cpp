@@ -1,0 +1,44 @@
+#include "cli/Sport.h"
+
+#include <cstddef>
+#include <cstdio>
+#include <exception>
+#include <system_error>
+
+#include "track/GpxLeser.h"
+#include "track/GpxSchreiber.h"
+
+namespace spurkiste {
+
+namespace {
+
+std::size_t schreibeUndLies(GpxSportart art, const std::string& pfad) {
+    const std::size_t elemente = GpxSchreiber::setzeSportart(art, pfad);
+    if (!GpxLeser::lese(pfad)) {
+        throw GpxSchreibausnahme(GpxSchreibfehler::nachSchreibenNichtLesbar);
+    }
+    return elemente;
+}
+
+}  // namespace
+
+int sport(GpxSportart art, const std::vector<std::string>& dateien) {
+    int ende = 0;
+    const auto scheitere = [&](const std::string& datei, const std::string& warum) {
+        (void)std::fputs((datei + ": " + warum + "\n").c_str(), stderr);
+        ende = 1;
+    };
+    for (const std::string& datei : dateien) {
+        try {
+            const std::size_t elemente = schreibeUndLies(art, datei);
+            (void)std::fputs((datei + ": " + std::to_string(elemente) + " elements\n").c_str(), stdout);
+        } catch (const std::system_error& fehler) {
+            scheitere(datei, fehler.code().message());
+        } catch (const std::exception& fehler) {
+            scheitere(datei, fehler.what());
+        }
+    }
+    return std::fflush(stdout) == 0 ? ende : 1;
+}
+
+}  // namespace spurkiste

@@ -1,0 +1,145 @@
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <system_error>
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "base/Dateien.h"
+#include "hilfe/TempOrdner.h"
+#include "track/GpxLeser.h"
+#include "track/GpxSchreiber.h"
+
+namespace spurkiste {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kVorher = "<gpx><trk><trkseg><trkpt lat='1' lon='2'/></trkseg></trk></gpx>";
+constexpr const char* kNachher = "<gpx><trk><type>cycling</type><trkseg><trkpt lat='1' lon='2'/></trkseg></trk></gpx>";
+
+std::size_t dateienIn(const TempOrdner& ordner) {
+    return dateien::liste(ordner.pfad()).size();
+}
+
+/// Runs something in a process of its own, which may lose its rights, and returns whether it returned true.
+bool imKind(const std::function<bool()>& tue) {
+    const pid_t kind = ::fork();
+    if (kind == 0) {
+        ::_exit(tue() ? 0 : 1);
+    }
+    int zustand = 0;
+    ::waitpid(kind, &zustand, 0);
+    return WIFEXITED(zustand) && WEXITSTATUS(zustand) == 0;
+}
+
+bool scheitertMit(int nummer, const std::string& pfad) {
+    try {
+        GpxSchreiber::setzeSportart(GpxSportart::rad, pfad);
+    } catch (const std::system_error& fehler) {
+        return fehler.code().value() == nummer;
+    }
+    return false;
+}
+
+TEST(GpxSchreiber, replacesTheFileAndKeepsItsPermissionsAndLinks) {
+    const TempOrdner ordner;
+    const std::string pfad = ordner.schreibe("a.gpx", kVorher);
+    ::chmod(pfad.c_str(), 0400);
+    fs::create_symlink("a.gpx", ordner.in("link.gpx"));
+    EXPECT_EQ(GpxSchreiber::setzeSportart(GpxSportart::rad, ordner.in("link.gpx")), 1U);
+    EXPECT_EQ(ordner.lies("a.gpx"), kNachher);
+    EXPECT_TRUE(fs::is_symlink(ordner.in("link.gpx")));
+    EXPECT_EQ(fs::status(pfad).permissions(), fs::perms::owner_read);
+    EXPECT_EQ(dateienIn(ordner), 2U);
+    EXPECT_EQ(GpxLeser::lese(pfad)->sportRoh, "cycling");
+}
+
+TEST(GpxSchreiber, saysWhatIsWrongAndLeavesTheFileAlone) {
+    const TempOrdner ordner;
+    ordner.schreibe("text.gpx", "Hallo");
+    ordner.schreibe("wpt.gpx", "<gpx><wpt lat='1' lon='2'/></gpx>");
+    fs::create_directory(ordner.in("ordner.gpx"));
+    ::mkfifo(ordner.in("fifo.gpx").c_str(), 0600);
+    const auto fehler = [&](const char* name) -> std::string {
+        try {
+            GpxSchreiber::setzeSportart(GpxSportart::rad, ordner.in(name));
+        } catch (const GpxSchreibausnahme& ausnahme) {
+            return ausnahme.what();
+        }
+        return "";
+    };
+    for (const char* name : {"text.gpx", "fehlt.gpx", "ordner.gpx", "fifo.gpx"}) {
+        EXPECT_EQ(fehler(name), "Die GPX-Datei ist kein lesbares XML.") << name;
+    }
+    EXPECT_EQ(fehler("wpt.gpx"), "Die GPX-Datei enthält weder Track noch Route.");
+    EXPECT_EQ(ordner.lies("text.gpx"), "Hallo");
+    EXPECT_EQ(dateienIn(ordner), 4U);
+}
+
+TEST(GpxSchreiber, beginsAgainOnTheBytesOfAnotherProgram) {
+    const TempOrdner ordner;
+    const std::string pfad = ordner.schreibe("a.gpx", kVorher);
+    int stoerungen = 1;
+    const auto stoere = [&] {
+        if (stoerungen > 0) {
+            --stoerungen;
+            ordner.schreibe("a.gpx", "<gpx><rte/></gpx>" + std::string(static_cast<std::size_t>(stoerungen), '\n'));
+        }
+    };
+    EXPECT_EQ(GpxSchreiber::setzeSportart(GpxSportart::rad, pfad, stoere), 1U);
+    EXPECT_EQ(ordner.lies("a.gpx"), "<gpx><rte><type>cycling</type></rte></gpx>");
+
+    stoerungen = 100;
+    EXPECT_THROW(GpxSchreiber::setzeSportart(GpxSportart::rad, pfad, stoere), std::runtime_error);
+    EXPECT_EQ(stoerungen, 97);
+    EXPECT_EQ(ordner.lies("a.gpx"), "<gpx><rte/></gpx>" + std::string(97, '\n'));
+
+    // Gone, and put back as another file of the same size.
+    const std::string neu = ordner.schreibe("b.gpx", kVorher);
+    ordner.schreibe("a.gpx", kVorher);
+    bool einmal = true;
+    GpxSchreiber::setzeSportart(GpxSportart::rad, pfad, [&] {
+        if (std::exchange(einmal, false)) {
+            fs::rename(neu, pfad);
+        }
+    });
+    EXPECT_EQ(ordner.lies("a.gpx"), kNachher);
+    EXPECT_EQ(dateienIn(ordner), 1U);
+}
+
+TEST(GpxSchreiber, aDiskThatIsFullLeavesTheFileAndNothingElse) {
+    const TempOrdner ordner;
+    const std::string pfad = ordner.schreibe("a.gpx", kVorher);
+    EXPECT_TRUE(imKind([&] {
+        std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit grenze{40, 40};
+        return ::setrlimit(RLIMIT_FSIZE, &grenze) == 0 && scheitertMit(EFBIG, pfad);
+    }));
+    EXPECT_EQ(ordner.lies("a.gpx"), kVorher);
+    EXPECT_EQ(dateienIn(ordner), 1U);
+}
+
+TEST(GpxSchreiber, aFolderThatCannotBeWrittenLeavesTheFile) {
+    const TempOrdner ordner;
+    const std::string pfad = ordner.schreibe("a.gpx", kVorher);
+    fs::permissions(ordner.pfad(), fs::perms::all & ~fs::perms::group_write & ~fs::perms::others_write);
+    constexpr uid_t niemand = 65534;
+    const bool istRoot = ::geteuid() == 0;
+    if (!istRoot) {
+        fs::permissions(ordner.pfad(), fs::perms::owner_read | fs::perms::owner_exec);
+    }
+    EXPECT_TRUE(imKind([&] { return (!istRoot || ::setuid(niemand) == 0) && scheitertMit(EACCES, pfad); }));
+    fs::permissions(ordner.pfad(), fs::perms::all);
+    EXPECT_EQ(ordner.lies("a.gpx"), kVorher);
+}
+
+}  // namespace
+}  // namespace spurkiste
