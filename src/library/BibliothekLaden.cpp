@@ -75,6 +75,9 @@ void Bibliothek::lade(Fertig fertig) {
     Eintraege treffer;
     std::vector<std::string> zuLesen;
     for (const std::string& name : namen) {
+        if (dateien::istVorlaeufig(name) && anschluesse_.mitCache) {
+            dateien::raeumeAuf(kindPfad(ordner, name));  // of a program that was killed in the middle of writing
+        }
         if (text::klein(dateien::endung(name)) != "gpx") {
             continue;
         }
