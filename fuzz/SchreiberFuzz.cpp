@@ -41,7 +41,8 @@ std::string wende(std::string_view inhalt, GpxSportart art, std::size_t& ziele) 
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t groesse) {
     const std::string_view inhalt(reinterpret_cast<const char*>(daten), groesse);
-    if (!GpxSpleisse::berechne(inhalt, GpxSportart::rad)) {
+    const auto spleisse = GpxSpleisse::berechne(inhalt, GpxSportart::rad);
+    if (!spleisse) {
         return 0;
     }
     std::size_t ziele = 0;
@@ -51,7 +52,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t gro
     verlange(wende(rad, GpxSportart::rad, danach) == rad);
     verlange(danach == ziele);
     verlange(wende(wende(rad, GpxSportart::ski, danach), GpxSportart::rad, danach) == rad);
-    for (const auto& spleiss : GpxSpleisse::berechne(inhalt, GpxSportart::rad)->spleisse) {
+    for (const auto& spleiss : spleisse->spleisse) {
         const auto weg = inhalt.substr(spleiss.stelle.von, spleiss.stelle.bis - spleiss.stelle.von);
         if (weg.find_first_of("<&") != std::string_view::npos) {
             return 0;  // points inside a <type> go with it

@@ -55,7 +55,7 @@ SpurkisteApp::~SpurkisteApp() {
 }
 
 InhaltsAnsicht& SpurkisteApp::oeffneFenster() {
-    auto* fenster = new InhaltsAnsicht(*bibliothek_, einstellungen_, sprachwechsel_);
+    auto* fenster = new InhaltsAnsicht(*bibliothek_, einstellungen_, dateimanager_, sprachwechsel_);
     fenster->setAttribute(Qt::WA_DeleteOnClose);
     QObject::connect(fenster, &InhaltsAnsicht::neuesFensterGewuenscht, qApp, [this] { oeffneFenster(); });
     fenster->show();

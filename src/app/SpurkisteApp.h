@@ -12,6 +12,7 @@
 #include "platform/posix/DateiEinstellungen.h"
 #include "platform/posix/PosixSystemumgebung.h"
 #include "platform/qt/QtAusfuehrer.h"
+#include "platform/qt/QtDateimanager.h"
 
 namespace spurkiste {
 
@@ -43,6 +44,7 @@ class SpurkisteApp {
     ArbeiterPool kopierer_{1};
     ArbeiterPool schreiber_{1, ArbeiterPool::AmEnde::kommtDran};  // whatever the user has asked for is done
     GioPapierkorb papierkorb_{schreiber_};                        // after what is still to be written
+    QtDateimanager dateimanager_;
     Meldestelle sprachwechsel_;
     std::optional<Bibliothek> bibliothek_;
 };

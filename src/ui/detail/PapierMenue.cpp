@@ -34,12 +34,13 @@ PapierMenue::PapierMenue(QWidget* eltern) : QMenu(eltern) {
                                  "QMenu::item{height:26px;padding:0 18px 0 10px;border-radius:7px;color:%4}"
                                  "QMenu::item:selected{background:%5}"
                                  "QMenu::item:disabled{color:%6}"
+                                 "QMenu::item:default{color:%8;font-weight:500}"
                                  "QMenu::icon{left:10px}"
                                  "QMenu::separator{height:1px;background:%7;margin:5px 10px}")
                       .arg(rgba(KistePapier::karte), rgba(KistePapier::linie))
                       .arg(kRadius)
                       .arg(rgba(KistePapier::tinte), rgba(KistePapier::gold, 0.17), rgba(KistePapier::gravur),
-                           rgba(KistePapier::linie, 0.9)));
+                           rgba(KistePapier::linie, 0.9), rgba(KistePapier::rot)));
 }
 
 QAction* PapierMenue::fuegeWahlHinzu(const QString& text, bool gewaehlt) {
@@ -47,6 +48,12 @@ QAction* PapierMenue::fuegeWahlHinzu(const QString& text, bool gewaehlt) {
     QAction* wahl = addAction(haekchen(*this, gewaehlt), sicher.replace(QLatin1Char('&'), QStringLiteral("&&")));
     wahl->setCheckable(true);
     wahl->setChecked(gewaehlt);
+    return wahl;
+}
+
+QAction* PapierMenue::fuegeLoeschenHinzu(const QString& text) {
+    QAction* wahl = addAction(text);
+    setDefaultAction(wahl);  // the only one of its kind that the style sheet can tell from the others
     return wahl;
 }
 

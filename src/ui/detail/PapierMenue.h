@@ -14,6 +14,9 @@ class PapierMenue final : public QMenu {
     /// Adds an item with a check mark in front of it when it is the current one; the texts of all items line up.
     QAction* fuegeWahlHinzu(const QString& text, bool gewaehlt);
 
+    /// Adds an item that takes something away, in red. One per menu.
+    QAction* fuegeLoeschenHinzu(const QString& text);
+
     /// Opens the menu below a control, its left edge on the control's, without waiting for it to close.
     void oeffneUnter(const QWidget& element, int abstand = 4);
 

@@ -47,6 +47,7 @@ Suchfeld::Suchfeld(QWidget* eltern) : QLineEdit(eltern), leeren_(new Leeren(this
     setFrame(false);
     setAttribute(Qt::WA_MacShowFocusRect, false);
     setFont(Schrift::mach(12.5));
+    setAcceptDrops(false);  // files dropped on it are for the window, not their names for the search
     setPlaceholderText(QStringLiteral("Suchen"));
     setAccessibleName(QStringLiteral("Suchen"));
     setFixedHeight(kHoehe + 2 * papier::kRingRand);

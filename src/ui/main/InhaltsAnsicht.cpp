@@ -60,9 +60,11 @@ QByteArray alsBytes(const std::optional<std::string>& text) {
 
 }  // namespace
 
-InhaltsAnsicht::InhaltsAnsicht(Bibliothek& bibliothek, Einstellungen& einstellungen, const Meldestelle& sprachwechsel)
+InhaltsAnsicht::InhaltsAnsicht(Bibliothek& bibliothek, Einstellungen& einstellungen, Dateimanager& dateimanager,
+                               const Meldestelle& sprachwechsel)
     : bibliothek_(bibliothek),
       einstellungen_(einstellungen),
+      dateimanager_(dateimanager),
       sprachwechsel_(sprachwechsel),
       texte_(Ansichtstexte::aktuelle()),
       werkzeuge_(new Werkzeuge(einstellungen, this)),
@@ -73,11 +75,13 @@ InhaltsAnsicht::InhaltsAnsicht(Bibliothek& bibliothek, Einstellungen& einstellun
       leereTabelle_(new Leerbild(Leerbild::Form::zeichen, "map")),
       leeresDetail_(new Leerbild(Leerbild::Form::kreis, "point.topleft.down.curvedto.point.bottomright.up")),
       status_(new Statusleiste(this)),
+      ablage_(new Dateiablage(this)),
       auffrischung_([this] { frischeAuf(); }) {
     setWindowTitle(QStringLiteral("Korvo GPX Library"));
     setObjectName(QStringLiteral("InhaltsAnsicht"));
     ordneAn();
     verbinde(sprachwechsel);
+    verbindeAktionen();
     belegeTasten();
     stelleWiederHer();
     sprichNeu();
@@ -149,6 +153,7 @@ void InhaltsAnsicht::belegeTasten() {
         werkzeuge_->suchfeld().selectAll();
     });
     taste(QKeySequence::Refresh, [this] { bibliothek_.lade(); });
+    taste(QKeySequence::Open, [this] { waehleImport(); });
     taste(QKeySequence::New, [this] { Q_EMIT neuesFensterGewuenscht(); });
     taste(QKeySequence::Close, [this] { close(); });
     taste(QKeySequence(Qt::Key_Escape), [this] { werkzeuge_->suchfeld().clear(); });

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QDialog>
+#include <QPointer>
 #include <QSplitter>
 #include <QWidget>
 #include <functional>
@@ -9,10 +11,12 @@
 
 #include "base/Meldestelle.h"
 #include "library/Bibliothek.h"
+#include "platform/Dateimanager.h"
 #include "platform/Einstellungen.h"
 #include "ui/detail/Leerbild.h"
 #include "ui/main/Ansichtsbild.h"
 #include "ui/main/Auffrischung.h"
+#include "ui/main/Dateiablage.h"
 #include "ui/main/Filterleiste.h"
 #include "ui/main/Kopf.h"
 #include "ui/main/Statusleiste.h"
@@ -28,7 +32,8 @@ class InhaltsAnsicht final : public QWidget {
 
   public:
     /// `sprachwechsel` is told when the language changes, by whichever window. Everything must outlive the window.
-    InhaltsAnsicht(Bibliothek& bibliothek, Einstellungen& einstellungen, const Meldestelle& sprachwechsel);
+    InhaltsAnsicht(Bibliothek& bibliothek, Einstellungen& einstellungen, Dateimanager& dateimanager,
+                   const Meldestelle& sprachwechsel);
 
     /// Selects and shows those of the files, absolute paths, that lie in the library's folder, and imports the others
     /// one by one; folders and what does not exist are passed over. Waits for the window's first load.
@@ -42,6 +47,10 @@ class InhaltsAnsicht final : public QWidget {
     void paintEvent(QPaintEvent* ereignis) override;
     void closeEvent(QCloseEvent* ereignis) override;
     bool eventFilter(QObject* quelle, QEvent* ereignis) override;
+    void dragEnterEvent(QDragEnterEvent* ereignis) override;
+    void dragMoveEvent(QDragMoveEvent* ereignis) override;
+    void dragLeaveEvent(QDragLeaveEvent* ereignis) override;
+    void dropEvent(QDropEvent* ereignis) override;
 
   private:
     void ordneAn();
@@ -54,10 +63,20 @@ class InhaltsAnsicht final : public QWidget {
     void waehleSprache(const QString& code);
     void sprichNeu();
     void ladeErstmals();
+
+    void verbindeAktionen();
+    void waehleImport();
+    void waehleOrdner();
+    void oeffneKontextmenue(const QPoint& wo);
+    void oeffneUmbenennen(const std::string& pfad);
+    void wirfWeg();
+    void setzeTasten(bool an);
+    [[nodiscard]] Eintrag eintragMit(const std::string& pfad) const;
     void zeigeInDerListe(const std::unordered_set<std::string>& pfade);
 
     Bibliothek& bibliothek_;
     Einstellungen& einstellungen_;
+    Dateimanager& dateimanager_;
     const Meldestelle& sprachwechsel_;
     Ansichtstexte texte_;
     Ansichtszustand zustand_;
@@ -75,6 +94,8 @@ class InhaltsAnsicht final : public QWidget {
     Leerbild* leereTabelle_;
     Leerbild* leeresDetail_;
     Statusleiste* status_;
+    Dateiablage* ablage_;
+    QPointer<QDialog> blatt_;  ///< the sheet over the window, while there is one
     Auffrischung auffrischung_;
     std::vector<Abo> abos_;
 };

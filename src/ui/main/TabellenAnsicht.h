@@ -72,6 +72,8 @@ class TabellenAnsicht final : public QTableView {
     void zeileGeoeffnet(const std::string& pfad);
     /// The menu of the selected rows is wanted at a place on the screen.
     void kontextmenueGewuenscht(const QPoint& wo);
+    /// Delete was pressed: the selected files are to go to the trash.
+    void loeschenGewuenscht();
     /// The sport menu of a row is wanted; `kapsel` is where its capsule stands on the screen.
     void sportmenueGewuenscht(const std::string& pfad, const QRect& kapsel);
 

@@ -152,6 +152,9 @@ void TabellenAnsicht::keyPressEvent(QKeyEvent* ereignis) {
                 Q_EMIT zeileGeoeffnet(modell_->zeile(hier.row()).eintrag()->pfad);
             }
             return;
+        case Qt::Key_Delete:
+            Q_EMIT loeschenGewuenscht();
+            return;
         default:
             break;
     }

@@ -66,8 +66,6 @@ Werkzeuge::Werkzeuge(const Einstellungen& einstellungen, QWidget* eltern)
     sprache_->setzeSymbole("globe", "chevron.down");
     import_->setToolTip(QStringLiteral("GPX-Dateien in die Bibliothek kopieren"));
     neuladen_->setToolTip(QStringLiteral("Ordner neu einlesen"));
-    import_->setEnabled(false);  // the library can neither copy files nor change its folder while it runs
-    ordnerwechsel_->setEnabled(false);
     connect(import_, &Knopf::clicked, this, &Werkzeuge::importGewuenscht);
     connect(ordnerwechsel_, &Knopf::clicked, this, &Werkzeuge::ordnerwechselGewuenscht);
     connect(neuladen_, &Knopf::clicked, this, &Werkzeuge::neuladenGewuenscht);

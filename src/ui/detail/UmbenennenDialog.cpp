@@ -1,0 +1,187 @@
+#include "ui/detail/UmbenennenDialog.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QPainter>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "base/Text.h"
+#include "ui/detail/KistePapier.h"
+#include "ui/detail/Papier.h"
+#include "ui/detail/Schatten.h"
+#include "ui/detail/Schild.h"
+#include "ui/detail/Schrift.h"
+
+namespace spurkiste {
+
+namespace {
+
+constexpr int kBreite = 408;
+constexpr int kOben = 150;
+constexpr int kRand = 24;
+constexpr int kRadius = 16;
+constexpr int kAbstand = 16;
+constexpr int kFeldHoehe = 32;
+constexpr int kRing = papier::kRingRand;
+
+/// The field for the name, with the ring of the keyboard focus around it.
+class Namensfeld final : public QLineEdit {
+  public:
+    using QLineEdit::QLineEdit;
+
+  protected:
+    void paintEvent(QPaintEvent* ereignis) override {
+        {
+            constexpr double radius = 8;
+            QPainter maler(this);
+            const QRectF kasten = QRectF(rect()).adjusted(kRing, kRing, -kRing, -kRing);
+            papier::form(maler, kasten, radius, KistePapier::karte, KistePapier::linie);
+            if (hasFocus()) {
+                papier::fokusring(maler, kasten, radius);
+            }
+        }
+        QLineEdit::paintEvent(ereignis);
+    }
+};
+
+Schild* zeile(const QString& text, const QFont& schrift, const QColor& farbe) {
+    auto* schild = new Schild;
+    schild->setText(text);
+    schild->setFont(schrift);
+    schild->setzeFarbe(farbe);
+    return schild;
+}
+
+Knopf::Aussehen knopfform(const QColor& text, const QColor& grund, QFont::Weight staerke) {
+    Knopf::Aussehen aussehen;
+    aussehen.hoehe = kFeldHoehe;
+    aussehen.radius = kFeldHoehe / 2.0;
+    aussehen.rand = 16;
+    aussehen.schriftgroesse = 12.5;
+    aussehen.staerke = staerke;
+    aussehen.textFarbe = text;
+    aussehen.grund = grund;
+    aussehen.rahmen = KistePapier::mitDeckkraft(KistePapier::linie, 0.72);
+    aussehen.ueberfahren = KistePapier::mitDeckkraft(KistePapier::tinte, 0.04);
+    aussehen.gedrueckt = KistePapier::mitDeckkraft(KistePapier::tinte, 0.08);
+    return aussehen;
+}
+
+/// A name as the field can show it: bytes that are not UTF-8 become replacement characters.
+QString alsText(const std::string& name) {
+    return QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
+}
+
+}  // namespace
+
+UmbenennenDialog::UmbenennenDialog(const Eintrag& eintrag, std::function<void(const QString&)> aktion, QWidget* eltern)
+    : QDialog(eltern, Qt::Widget),
+      aktion_(std::move(aktion)),
+      blatt_(new QWidget(this)),
+      name_(new Namensfeld),
+      abbrechen_(new Knopf),
+      umbenennen_(new Knopf) {
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowTitle(QStringLiteral("Datei umbenennen"));
+    setAccessibleName(windowTitle());
+    name_->setText(alsText(eintrag->dateiName));
+    name_->selectAll();
+    ordneAn();
+    const auto pruefe = [this] { umbenennen_->setEnabled(istBenannt()); };
+    connect(name_, &QLineEdit::textChanged, this, pruefe);
+    connect(name_, &QLineEdit::returnPressed, this, &UmbenennenDialog::bestaetige);
+    connect(umbenennen_, &Knopf::clicked, this, &UmbenennenDialog::bestaetige);
+    connect(abbrechen_, &Knopf::clicked, this, &QDialog::reject);
+    pruefe();
+    eltern->installEventFilter(this);
+    setGeometry(eltern->rect());
+    raise();
+    show();
+    name_->setFocus();
+}
+
+void UmbenennenDialog::ordneAn() {
+    name_->setFrame(false);
+    name_->setPlaceholderText(QStringLiteral("Dateiname"));
+    name_->setAccessibleName(QStringLiteral("Dateiname"));
+    name_->setFont(Schrift::mach(13));
+    name_->setFixedHeight(kFeldHoehe + 2 * kRing);
+    name_->setTextMargins(kRing + 7, 0, kRing + 7, 0);
+    QPalette farben = name_->palette();
+    farben.setColor(QPalette::Base, Qt::transparent);
+    farben.setColor(QPalette::Text, KistePapier::tinte);
+    farben.setColor(QPalette::Highlight, KistePapier::mitDeckkraft(KistePapier::gold, 0.28));
+    farben.setColor(QPalette::HighlightedText, KistePapier::tinte);
+    name_->setPalette(farben);
+    abbrechen_->setText(QStringLiteral("Abbrechen"));
+    abbrechen_->setzeAussehen(
+        knopfform(KistePapier::tinte, KistePapier::mitDeckkraft(KistePapier::kapsel, 0.72), QFont::DemiBold));
+    umbenennen_->setText(QStringLiteral("Umbenennen"));
+    umbenennen_->setzeAussehen(knopfform(Qt::white, KistePapier::goldDunkel, QFont::Bold));
+
+    auto* ueberschrift = new QVBoxLayout;
+    ueberschrift->setSpacing(5);
+    ueberschrift->addWidget(
+        zeile(QStringLiteral("KORVO GPX"), Schrift::mach(10.5, QFont::Bold, 2.8), KistePapier::goldDunkel));
+    ueberschrift->addWidget(zeile(windowTitle(), Schrift::mach(22, QFont::Bold), KistePapier::tinte));
+    auto* knoepfe = new QHBoxLayout;
+    knoepfe->setSpacing(10 - 2 * kRing);
+    knoepfe->addStretch(1);
+    knoepfe->addWidget(abbrechen_);
+    knoepfe->addWidget(umbenennen_);
+    auto* stapel = new QVBoxLayout(blatt_);
+    stapel->setContentsMargins(kRand - kRing, kRand, kRand - kRing, kRand - kRing);
+    stapel->setSpacing(kAbstand - 2 * kRing);
+    ueberschrift->setContentsMargins(kRing, 0, kRing, kRing);
+    stapel->addLayout(ueberschrift);
+    stapel->addWidget(name_);
+    stapel->addLayout(knoepfe);
+    auto* seite = new QVBoxLayout(this);
+    seite->setContentsMargins(0, kOben, 0, 0);
+    blatt_->setFixedWidth(kBreite);
+    seite->addWidget(blatt_, 0, Qt::AlignHCenter | Qt::AlignTop);
+}
+
+bool UmbenennenDialog::istBenannt() const {
+    return !text::trimme(name_->text().toStdString()).empty();
+}
+
+void UmbenennenDialog::bestaetige() {
+    if (istBenannt()) {
+        const auto aktion = std::move(aktion_);
+        const QString name = name_->text();
+        accept();
+        aktion(name);
+    }
+}
+
+bool UmbenennenDialog::eventFilter(QObject* quelle, QEvent* ereignis) {
+    if (quelle == parent() && ereignis->type() == QEvent::Resize) {
+        setGeometry(parentWidget()->rect());
+    }
+    return QDialog::eventFilter(quelle, ereignis);
+}
+
+bool UmbenennenDialog::focusNextPrevChild(bool weiter) {
+    // Round and round inside the sheet: what lies below it cannot be used now.
+    const std::array<QWidget*, 3> reihe{name_, abbrechen_, umbenennen_};
+    const auto hier = std::find(reihe.begin(), reihe.end(), focusWidget());
+    auto stelle = static_cast<std::size_t>(hier - reihe.begin()) % reihe.size();
+    do {
+        stelle = (stelle + (weiter ? 1 : reihe.size() - 1)) % reihe.size();
+    } while (!reihe.at(stelle)->isEnabled());
+    reihe.at(stelle)->setFocus(weiter ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    return true;
+}
+
+void UmbenennenDialog::paintEvent(QPaintEvent* /*ereignis*/) {
+    QPainter maler(this);
+    maler.fillRect(rect(), KistePapier::mitDeckkraft(KistePapier::tinte, 0.16));
+    papier::form(maler, blatt_->geometry(), kRadius, KistePapier::buehne,
+                 KistePapier::mitDeckkraft(KistePapier::linie, 0.78));
+}
+
+}  // namespace spurkiste

@@ -1,0 +1,161 @@
+// What the user does to files from the window: choosers, drops, the menu of the rows, the sheet for a new name.
+
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QFile>
+#include <QFileDialog>
+#include <QMimeData>
+#include <QPointer>
+#include <QShortcut>
+#include <algorithm>
+
+#include "ui/detail/PapierMenue.h"
+#include "ui/detail/UmbenennenDialog.h"
+#include "ui/main/InhaltsAnsicht.h"
+#include "ui/main/UriListe.h"
+
+namespace spurkiste {
+
+namespace {
+
+constexpr auto kUriListe = "text/uri-list";
+
+/// A chooser that opens without waiting for its answer, and goes when it has given it.
+QFileDialog* neuerWaehler(QWidget* fenster, const QString& botschaft, const QString& knopf) {
+    auto* waehler = new QFileDialog(fenster, botschaft);
+    waehler->setAttribute(Qt::WA_DeleteOnClose);
+    waehler->setLabelText(QFileDialog::Accept, knopf);
+    waehler->setLabelText(QFileDialog::Reject, QStringLiteral("Abbrechen"));
+    return waehler;
+}
+
+std::string systempfad(const QString& pfad) {
+    return QFile::encodeName(pfad).toStdString();
+}
+
+}  // namespace
+
+void InhaltsAnsicht::verbindeAktionen() {
+    connect(werkzeuge_, &Werkzeuge::importGewuenscht, this, &InhaltsAnsicht::waehleImport);
+    connect(werkzeuge_, &Werkzeuge::ordnerwechselGewuenscht, this, &InhaltsAnsicht::waehleOrdner);
+    connect(tabelle_, &TabellenAnsicht::kontextmenueGewuenscht, this, &InhaltsAnsicht::oeffneKontextmenue);
+    connect(tabelle_, &TabellenAnsicht::zeileGeoeffnet, this, &InhaltsAnsicht::oeffneUmbenennen);
+    connect(tabelle_, &TabellenAnsicht::loeschenGewuenscht, this, &InhaltsAnsicht::wirfWeg);
+    setAcceptDrops(true);
+}
+
+void InhaltsAnsicht::waehleImport() {
+    QFileDialog* waehler =
+        neuerWaehler(this, QStringLiteral("GPX-Dateien in die Bibliothek kopieren"), QStringLiteral("Importieren"));
+    waehler->setFileMode(QFileDialog::ExistingFiles);
+    waehler->setNameFilter(QStringLiteral("GPX (*.gpx)"));
+    connect(waehler, &QFileDialog::filesSelected, this, [this](const QStringList& gewaehlt) {
+        std::vector<std::string> pfade(static_cast<std::size_t>(gewaehlt.size()));
+        std::transform(gewaehlt.begin(), gewaehlt.end(), pfade.begin(), systempfad);
+        bibliothek_.importiere(pfade);
+    });
+    waehler->open();
+}
+
+void InhaltsAnsicht::waehleOrdner() {
+    QFileDialog* waehler = neuerWaehler(this, QStringLiteral("Bibliotheksordner wählen"), QStringLiteral("Wählen"));
+    waehler->setFileMode(QFileDialog::Directory);
+    waehler->setOption(QFileDialog::ShowDirsOnly);
+    waehler->setDirectory(QFile::decodeName(bibliothek_.ordner().wert().c_str()));
+    connect(waehler, &QFileDialog::fileSelected, this,
+            [this](const QString& ordner) { bibliothek_.wechsleOrdner(systempfad(ordner)); });
+    waehler->open();
+}
+
+void InhaltsAnsicht::oeffneKontextmenue(const QPoint& wo) {
+    const auto auswahl = zustand_.auswahl;
+    if (auswahl.empty()) {
+        return;
+    }
+    auto* menue = new PapierMenue(this);
+    menue->setAttribute(Qt::WA_DeleteOnClose);
+    if (auswahl.size() == 1 && eintragMit(*auswahl.begin())) {
+        const std::string pfad = *auswahl.begin();
+        connect(menue->addAction(QStringLiteral("Umbenennen")), &QAction::triggered, this,
+                [this, pfad] { oeffneUmbenennen(pfad); });
+        connect(menue->addAction(QStringLiteral("Im Finder zeigen")), &QAction::triggered, this,
+                [this, pfad] { dateimanager_.zeige(pfad); });
+        menue->addSeparator();
+    }
+    connect(menue->fuegeLoeschenHinzu(QStringLiteral("In den Papierkorb")), &QAction::triggered, this,
+            [this, auswahl] { bibliothek_.inPapierkorb(auswahl); });
+    menue->popup(wo);
+}
+
+void InhaltsAnsicht::wirfWeg() {
+    if (!zustand_.auswahl.empty()) {
+        bibliothek_.inPapierkorb(zustand_.auswahl);
+    }
+}
+
+Eintrag InhaltsAnsicht::eintragMit(const std::string& pfad) const {
+    const auto& eintraege = bibliothek_.eintraege().wert();
+    const auto gefunden =
+        std::find_if(eintraege.begin(), eintraege.end(), [&](const Eintrag& eintrag) { return eintrag->pfad == pfad; });
+    return gefunden == eintraege.end() ? nullptr : *gefunden;
+}
+
+void InhaltsAnsicht::oeffneUmbenennen(const std::string& pfad) {
+    const Eintrag eintrag = eintragMit(pfad);
+    if (!eintrag || blatt_) {
+        return;
+    }
+    const QPointer<QWidget> vorher = focusWidget();
+    setzeTasten(false);  // the sheet is the only thing that can be used now
+    blatt_ = new UmbenennenDialog(
+        eintrag,
+        [this, eintrag](const QString& name) {
+            if (const auto neu = bibliothek_.benenneUm(*eintrag, name.toStdString())) {
+                zustand_.auswahl = {*neu};
+                auffrischung_.sofort();
+            }
+        },
+        this);
+    connect(blatt_, &QDialog::finished, this, [this, vorher] {
+        setzeTasten(true);
+        if (vorher) {
+            vorher->setFocus();
+        }
+    });
+}
+
+void InhaltsAnsicht::setzeTasten(bool an) {
+    for (QShortcut* taste : findChildren<QShortcut*>(QString(), Qt::FindDirectChildrenOnly)) {
+        taste->setEnabled(an);
+    }
+}
+
+void InhaltsAnsicht::dragEnterEvent(QDragEnterEvent* ereignis) {
+    // Rows of this program are files of the library already: dropping them would do nothing.
+    if (ereignis->source() == nullptr && ereignis->mimeData()->hasFormat(QLatin1String(kUriListe)) && !blatt_) {
+        ereignis->setDropAction(Qt::CopyAction);
+        ereignis->accept();
+        ablage_->zeigeUeber(QRect(0, werkzeuge_->height(), width(), height() - werkzeuge_->height()));
+    }
+}
+
+void InhaltsAnsicht::dragMoveEvent(QDragMoveEvent* ereignis) {
+    ereignis->setDropAction(Qt::CopyAction);
+    ereignis->accept();
+}
+
+void InhaltsAnsicht::dragLeaveEvent(QDragLeaveEvent* /*ereignis*/) {
+    ablage_->hide();
+}
+
+void InhaltsAnsicht::dropEvent(QDropEvent* ereignis) {
+    ablage_->hide();
+    const QByteArray liste = ereignis->mimeData()->data(QLatin1String(kUriListe));
+    for (const std::string& pfad : uriliste::pfade({liste.constData(), static_cast<std::size_t>(liste.size())})) {
+        bibliothek_.importiere({pfad});
+    }
+    ereignis->setDropAction(Qt::CopyAction);
+    ereignis->accept();
+}
+
+}  // namespace spurkiste
