@@ -490,8 +490,12 @@ std::optional<XmlBreite> XmlLauf::orte(std::string_view dokument, XmlOrtung& emp
         return anzahl;
     };
     const Eingang eingang(quelle, dokument.size());  // only looks at the first bytes
-    Verorter verorter(empfaenger, eingang.kodierung(), dokument.substr(eingang.marke()), eingang.breite(),
-                      eingang.marke());
+    const std::string_view ohneMarke = dokument.substr(eingang.marke());
+    if (ohneMarke.starts_with("\xEF\xBB\xBF") || ohneMarke.starts_with("\xFF\xFE") ||
+        ohneMarke.starts_with("\xFE\xFF")) {
+        return std::nullopt;  // expat would believe a second mark
+    }
+    Verorter verorter(empfaenger, eingang.kodierung(), ohneMarke, eingang.breite(), eingang.marke());
     return verorter.zerlege() ? std::optional(eingang.breite()) : std::nullopt;
 }
 

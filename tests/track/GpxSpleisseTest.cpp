@@ -94,6 +94,8 @@ TEST(GpxSpleisse, putsTheTypeWhereItBelongsAndTouchesNothingElse) {
         {"<gpx><trk/>&x;</gpx>", "no XML"},
         {"\n<?xml version='1.0'?><gpx><trk/></gpx>", "no XML"},
         {"<gpx><trk/>\xFF</gpx>", "no XML"},
+        {"\xEF\xBB\xBF" + weit("<gpx><trk/></gpx>", false), "no XML"},
+        {weit("\xEF\xBB\xBF<gpx><trk/></gpx>", true), "no XML"},
     };
     for (const Fall& fall : faelle) {
         EXPECT_EQ(mit(fall.vorher, GpxSportart::rad), fall.nachher) << fall.vorher;

@@ -31,7 +31,7 @@ PapierMenue::PapierMenue(QWidget* eltern) : QMenu(eltern) {
     setWindowFlag(Qt::NoDropShadowWindowHint, false);
     setFont(Schrift::mach(12.5, QFont::Medium));
     setStyleSheet(QStringLiteral("QMenu{background:%1;border:1px solid %2;border-radius:%3px;padding:5px}"
-                                 "QMenu::item{height:26px;padding:0 18px 0 10px;border-radius:7px;color:%4}"
+                                 "QMenu::item{height:26px;min-width:150px;padding:0 18px 0 10px;border-radius:7px;color:%4}"
                                  "QMenu::item:selected{background:%5}"
                                  "QMenu::item:disabled{color:%6}"
                                  "QMenu::item:default{color:%8;font-weight:500}"

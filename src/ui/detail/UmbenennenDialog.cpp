@@ -60,7 +60,7 @@ Knopf::Aussehen knopfform(const QColor& text, const QColor& grund, QFont::Weight
     aussehen.hoehe = kFeldHoehe;
     aussehen.radius = kFeldHoehe / 2.0;
     aussehen.rand = 16;
-    aussehen.schriftgroesse = 12.5;
+    aussehen.schriftgroesse = 12;
     aussehen.staerke = staerke;
     aussehen.textFarbe = text;
     aussehen.grund = grund;
@@ -78,12 +78,13 @@ QString alsText(const std::string& name) {
 }  // namespace
 
 UmbenennenDialog::UmbenennenDialog(const Eintrag& eintrag, std::function<void(const QString&)> aktion, QWidget* eltern)
-    : QDialog(eltern, Qt::Widget),
+    : QDialog(eltern),
       aktion_(std::move(aktion)),
       blatt_(new QWidget(this)),
       name_(new Namensfeld),
       abbrechen_(new Knopf),
       umbenennen_(new Knopf) {
+    setWindowFlags(Qt::Widget);  // the constructor would make a window of it whatever it is told
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(QStringLiteral("Datei umbenennen"));
     setAccessibleName(windowTitle());
@@ -180,7 +181,9 @@ bool UmbenennenDialog::focusNextPrevChild(bool weiter) {
 void UmbenennenDialog::paintEvent(QPaintEvent* /*ereignis*/) {
     QPainter maler(this);
     maler.fillRect(rect(), KistePapier::mitDeckkraft(KistePapier::tinte, 0.16));
-    papier::form(maler, blatt_->geometry(), kRadius, KistePapier::buehne,
+    constexpr double radius = kRadius;
+    Schatten{KistePapier::mitDeckkraft(Qt::black, 0.16), 15, 10}.zeichne(maler, blatt_->geometry(), radius);
+    papier::form(maler, blatt_->geometry(), radius, KistePapier::buehne,
                  KistePapier::mitDeckkraft(KistePapier::linie, 0.78));
 }
 
