@@ -1,5 +1,7 @@
 #include "ui/detail/PapierMenue.h"
 
+#include <QPainter>
+
 #include "ui/detail/KistePapier.h"
 #include "ui/detail/Papier.h"
 #include "ui/detail/Schrift.h"
@@ -30,17 +32,19 @@ QIcon haekchen(const QWidget& fuer, bool sichtbar) {
 PapierMenue::PapierMenue(QWidget* eltern) : QMenu(eltern) {
     setWindowFlag(Qt::NoDropShadowWindowHint, false);
     setFont(Schrift::mach(12.5, QFont::Medium));
-    setStyleSheet(QStringLiteral("QMenu{background:%1;border:1px solid %2;border-radius:%3px;padding:5px}"
-                                 "QMenu::item{height:26px;min-width:150px;padding:0 18px 0 10px;border-radius:7px;color:%4}"
-                                 "QMenu::item:selected{background:%5}"
-                                 "QMenu::item:disabled{color:%6}"
-                                 "QMenu::item:default{color:%8;font-weight:500}"
-                                 "QMenu::icon{left:10px}"
-                                 "QMenu::separator{height:1px;background:%7;margin:5px 10px}")
-                      .arg(rgba(KistePapier::karte), rgba(KistePapier::linie))
-                      .arg(kRadius)
-                      .arg(rgba(KistePapier::tinte), rgba(KistePapier::gold, 0.17), rgba(KistePapier::gravur),
-                           rgba(KistePapier::linie, 0.9), rgba(KistePapier::rot)));
+    setStyleSheet(
+        QStringLiteral("QMenu{background:%1;border:1px solid %2;border-radius:%3px;padding:5px}"
+                       "QMenu::item{height:26px;min-width:150px;padding:0 18px 0 10px;border-radius:7px;color:%4}"
+                       "QMenu::item:selected{background:%5}"
+                       "QMenu::item:disabled{color:%6}"
+                       "QMenu::item:default{color:%8;font-weight:500}"
+                       "QMenu::icon{left:10px}"
+                       "QMenu::indicator{width:0;height:0}"
+                       "QMenu::separator{height:1px;background:%7;margin:5px 10px}")
+            .arg(rgba(KistePapier::karte), rgba(KistePapier::linie))
+            .arg(kRadius)
+            .arg(rgba(KistePapier::tinte), rgba(KistePapier::gold, 0.17), rgba(KistePapier::gravur),
+                 rgba(KistePapier::linie, 0.9), rgba(KistePapier::rot)));
 }
 
 QAction* PapierMenue::fuegeWahlHinzu(const QString& text, bool gewaehlt) {
@@ -55,6 +59,29 @@ QAction* PapierMenue::fuegeLoeschenHinzu(const QString& text) {
     QAction* wahl = addAction(text);
     setDefaultAction(wahl);  // the only one of its kind that the style sheet can tell from the others
     return wahl;
+}
+
+QAction* PapierMenue::fuegeMitZeichenHinzu(const QString& text, std::string_view symbol) {
+    QAction* wahl = addAction(text);
+    wahl->setCheckable(true);  // for a screen reader; the icon is what eyes see
+    if (!symbol.empty()) {
+        wahl->setChecked(true);
+        gezeichnet_ = wahl;
+        symbol_ = symbol;
+    }
+    return wahl;
+}
+
+void PapierMenue::paintEvent(QPaintEvent* ereignis) {
+    QMenu::paintEvent(ereignis);
+    if (gezeichnet_ != nullptr) {
+        constexpr int rand = 10;
+        const QRectF zeile = actionGeometry(gezeichnet_);
+        QPainter maler(this);
+        Symbole::zeichne(
+            maler, QRectF(zeile.right() - rand - kHaekchen, zeile.center().y() - kHaekchen / 2.0, kHaekchen, kHaekchen),
+            symbol_, KistePapier::goldDunkel);
+    }
 }
 
 void PapierMenue::oeffneUnter(const QWidget& element, int abstand) {

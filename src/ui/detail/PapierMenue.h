@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMenu>
+#include <string_view>
 
 namespace spurkiste {
 
@@ -17,11 +18,20 @@ class PapierMenue final : public QMenu {
     /// Adds an item that takes something away, in red. One per menu.
     QAction* fuegeLoeschenHinzu(const QString& text);
 
+    /// Adds an item that shows this icon (a name of static lifetime) behind its text, at the right edge; empty
+    /// for none. One item of a menu may have one: the current choice.
+    QAction* fuegeMitZeichenHinzu(const QString& text, std::string_view symbol);
+
     /// Opens the menu below a control, its left edge on the control's, without waiting for it to close.
     void oeffneUnter(const QWidget& element, int abstand = 4);
 
   protected:
+    void paintEvent(QPaintEvent* ereignis) override;
     void resizeEvent(QResizeEvent* ereignis) override;
+
+  private:
+    QAction* gezeichnet_ = nullptr;  ///< the item with an icon behind its text
+    std::string_view symbol_;
 };
 
 }  // namespace spurkiste

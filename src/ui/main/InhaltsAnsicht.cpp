@@ -10,6 +10,7 @@
 
 #include "i18n/AppSprache.h"
 #include "ui/detail/KistePapier.h"
+#include "ui/detail/Papier.h"
 
 namespace spurkiste {
 
@@ -17,6 +18,7 @@ namespace {
 
 constexpr QSize kGroesse(1440, 860);
 constexpr int kLinksMindestens = 720;
+constexpr int kAbstand = 12;
 constexpr int kRechtsMindestens = 340;
 constexpr int kRechtsIdeal = 370;
 constexpr int kRechtsHoechstens = 420;
@@ -73,7 +75,7 @@ InhaltsAnsicht::InhaltsAnsicht(Bibliothek& bibliothek, Einstellungen& einstellun
       filter_(new Filterleiste([this](const Filterleiste::Aenderung& aenderung) { aendere(aenderung); })),
       tabelle_(new TabellenAnsicht),
       leereTabelle_(new Leerbild(Leerbild::Form::zeichen, "map")),
-      leeresDetail_(new Leerbild(Leerbild::Form::kreis, "point.topleft.down.curvedto.point.bottomright.up")),
+      detail_(new DetailAnsicht),
       status_(new Statusleiste(this)),
       ablage_(new Dateiablage(this)),
       auffrischung_([this] { frischeAuf(); }) {
@@ -81,6 +83,7 @@ InhaltsAnsicht::InhaltsAnsicht(Bibliothek& bibliothek, Einstellungen& einstellun
     setObjectName(QStringLiteral("InhaltsAnsicht"));
     ordneAn();
     verbinde(sprachwechsel);
+    verbindeDetail();
     verbindeAktionen();
     belegeTasten();
     stelleWiederHer();
@@ -93,18 +96,20 @@ void InhaltsAnsicht::ordneAn() {
     links->setMinimumWidth(kLinksMindestens);
     auto* spalte = new QVBoxLayout(links);
     spalte->setContentsMargins(14, 12, 0, 12);
-    spalte->setSpacing(12);
+    spalte->setSpacing(0);
     spalte->addWidget(kopf_);
+    spalte->addSpacing(kAbstand - papier::kRingRand);  // the header keeps room for a focus ring
     spalte->addWidget(filter_);
+    spalte->addSpacing(kAbstand);
     spalte->addWidget(tabelle_, 1);
     leereTabelle_->setParent(links);  // above the table, not inside: a screen reader looks for cells there
     leereTabelle_->hide();
-    leeresDetail_->setMinimumWidth(kRechtsMindestens);
-    leeresDetail_->setMaximumWidth(kRechtsHoechstens);
+    detail_->setMinimumWidth(kRechtsMindestens);
+    detail_->setMaximumWidth(kRechtsHoechstens);
     teiler_->setHandleWidth(1);
     teiler_->setChildrenCollapsible(false);
     teiler_->addWidget(links);
-    teiler_->addWidget(leeresDetail_);
+    teiler_->addWidget(detail_);
     teiler_->setStretchFactor(0, 1);
     teiler_->setStretchFactor(1, 0);
 
@@ -140,7 +145,7 @@ void InhaltsAnsicht::verbinde(const Meldestelle& sprachwechsel) {
         zustand_.auswahl = auswahl;
         auffrischung_.fordere();
     });
-    leeresDetail_->installEventFilter(this);
+    detail_->installEventFilter(this);
     tabelle_->viewport()->installEventFilter(this);
 }
 
@@ -188,8 +193,8 @@ void InhaltsAnsicht::paintEvent(QPaintEvent* /*ereignis*/) {
 
 bool InhaltsAnsicht::eventFilter(QObject* quelle, QEvent* ereignis) {
     if (ereignis->type() == QEvent::Resize) {
-        if (quelle == leeresDetail_) {
-            werkzeuge_->richteSpalteAus(leeresDetail_->width());
+        if (quelle == detail_) {
+            werkzeuge_->richteSpalteAus(detail_->width());
         } else {
             legeLeereTabelle();
         }
@@ -221,9 +226,7 @@ void InhaltsAnsicht::sprichNeu() {
     status_->kleide();
     tabelle_->kleide();
     leereTabelle_->kleide();
-    leeresDetail_->kleide();
-    leeresDetail_->zeige(q(AppSprache::text("selectRoute")),
-                         QStringLiteral("Hier erscheinen Skizze, Sportart\nund alle GPX-Details."));
+    detail_->kleide();
     QStringList titel;
     for (const std::string& einer : texte_.spalten) {
         titel << q(einer);
@@ -249,6 +252,7 @@ void InhaltsAnsicht::frischeAuf() {
     tabelle_->setzeSortierung(zustand_.sortierung);
     tabelle_->setzeZeilen(bild.zeilen);
     tabelle_->setzeAuswahl(zustand_.auswahl);
+    zeigeDetail();
     leereTabelle_->setVisible(bild.leer.has_value());
     if (bild.leer) {
         const auto text = [](std::string_view t) {

@@ -13,6 +13,7 @@
 #include "library/Bibliothek.h"
 #include "platform/Dateimanager.h"
 #include "platform/Einstellungen.h"
+#include "ui/detail/DetailAnsicht.h"
 #include "ui/detail/Leerbild.h"
 #include "ui/main/Ansichtsbild.h"
 #include "ui/main/Auffrischung.h"
@@ -64,6 +65,10 @@ class InhaltsAnsicht final : public QWidget {
     void sprichNeu();
     void ladeErstmals();
 
+    void verbindeDetail();
+    void zeigeDetail();
+    void setzeSportart(const Eintrag& eintrag, GpxSportart art);
+
     void verbindeAktionen();
     void waehleImport();
     void waehleOrdner();
@@ -92,7 +97,7 @@ class InhaltsAnsicht final : public QWidget {
     Filterleiste* filter_;
     TabellenAnsicht* tabelle_;
     Leerbild* leereTabelle_;
-    Leerbild* leeresDetail_;
+    DetailAnsicht* detail_;
     Statusleiste* status_;
     Dateiablage* ablage_;
     QPointer<QDialog> blatt_;  ///< the sheet over the window, while there is one

@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 
 #include "ui/detail/KistePapier.h"
+#include "ui/detail/Papier.h"
 #include "ui/detail/Schrift.h"
 
 namespace spurkiste {
@@ -10,10 +11,11 @@ namespace spurkiste {
 namespace {
 
 constexpr int kHoehe = 48;
+constexpr int kAbstand = 18;
 
 QVBoxLayout* spalte(int abstand, QWidget* oben, QWidget* unten) {
     auto* stapel = new QVBoxLayout;
-    stapel->setContentsMargins(0, 0, 0, 0);
+    stapel->setContentsMargins(0, 0, 0, papier::kRingRand);
     stapel->setSpacing(abstand);
     stapel->addStretch();
     stapel->addWidget(oben);
@@ -27,9 +29,10 @@ Kopf::Kopf(QWidget* eltern)
     : QWidget(eltern),
       oben_(new Schild(this)),
       titel_(new Schild(this)),
+      sport_(new SportMenue(true, this)),
       zahl_(new Schild(this)),
       summe_(new Schild(this)) {
-    setFixedHeight(kHoehe);
+    setFixedHeight(kHoehe + papier::kRingRand);  // below: the focus ring of the button
     oben_->setText(QStringLiteral("KORVO GPX"));
     oben_->setzeFarbe(KistePapier::goldDunkel);
     titel_->setText(QStringLiteral("Korvo GPX Library"));
@@ -40,10 +43,14 @@ Kopf::Kopf(QWidget* eltern)
     summe_->setAlignment(Qt::AlignRight);
     auto* zeile = new QHBoxLayout(this);
     zeile->setContentsMargins(4, 0, 4, 0);
-    zeile->setSpacing(18);
+    zeile->setSpacing(0);
     zeile->addLayout(spalte(4, oben_, titel_));
     zeile->addStretch();
+    zeile->addWidget(sport_, 0, Qt::AlignBottom);
+    zeile->addSpacing(kAbstand - papier::kRingRand);
     zeile->addLayout(spalte(3, zahl_, summe_));
+    sport_->hide();
+    connect(sport_, &SportMenue::gewaehlt, this, &Kopf::sportGewaehlt);
     kleide();
 }
 
@@ -52,6 +59,19 @@ void Kopf::kleide() {
     titel_->setFont(Schrift::mach(25, QFont::Bold));
     zahl_->setFont(Schrift::mach(10.5, QFont::Bold, 1.7));
     summe_->setFont(Schrift::mach(20, QFont::DemiBold));
+    if (eintrag_) {
+        sport_->zeige(eintrag_);
+    }
+}
+
+void Kopf::zeigeSport(const Eintrag& eintrag) {
+    if (eintrag != eintrag_) {
+        eintrag_ = eintrag;
+        if (eintrag_) {
+            sport_->zeige(eintrag_);
+        }
+        sport_->setVisible(eintrag_ != nullptr);
+    }
 }
 
 void Kopf::zeige(const QString& zahl, const QString& summe) {

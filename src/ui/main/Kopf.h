@@ -3,6 +3,7 @@
 #include <QWidget>
 
 #include "ui/detail/Schild.h"
+#include "ui/detail/SportMenue.h"
 
 namespace spurkiste {
 
@@ -17,12 +18,21 @@ class Kopf final : public QWidget {
     /// The caption ("7 / 41 ROUTEN") and the total ("74,2 km").
     void zeige(const QString& zahl, const QString& summe);
 
-    /// Takes the fonts anew, after the language changed.
+    /// Shows the sport of the one selected record, to be changed; null shows nothing.
+    void zeigeSport(const Eintrag& eintrag);
+
+    /// Takes texts and fonts anew, after the language changed.
     void kleide();
+
+  Q_SIGNALS:
+    /// A sport was chosen for the record shown.
+    void sportGewaehlt(const spurkiste::Eintrag& eintrag, spurkiste::GpxSportart art);
 
   private:
     Schild* oben_;
     Schild* titel_;
+    SportMenue* sport_;
+    Eintrag eintrag_;
     Schild* zahl_;
     Schild* summe_;
 };

@@ -1,0 +1,202 @@
+#include "ui/detail/DetailAnsicht.h"
+
+#include <QGridLayout>
+#include <QLocale>
+#include <QPainter>
+#include <QScrollBar>
+#include <QVBoxLayout>
+
+#include "i18n/AppSprache.h"
+#include "ui/detail/KistePapier.h"
+#include "ui/detail/Papier.h"
+#include "ui/detail/Schrift.h"
+#include "ui/detail/Textzeile.h"
+
+namespace spurkiste {
+
+namespace {
+
+constexpr int kRand = 18;
+constexpr int kAbstand = 16;
+constexpr int kKachelluecke = 9;
+constexpr int kKopfabstand = 4;
+constexpr int kDatumshoehe = 15;
+constexpr std::size_t kKacheln = 5;
+constexpr int kRing = papier::kRingRand;
+
+/// A number of bytes in words, in decimal units: whole up to kilobytes, then with a digit behind the point.
+QString groesse(qint64 bytes, const QLocale& sprache) {
+    constexpr qint64 million = 1'000'000;
+    return sprache.formattedDataSize(bytes, bytes < million ? 0 : 1, QLocale::DataSizeSIFormat);
+}
+
+Knopf::Aussehen knopfform() {
+    Knopf::Aussehen aussehen;
+    aussehen.hoehe = 38;
+    aussehen.radius = 19;
+    aussehen.symbolKasten = 15;
+    aussehen.schriftgroesse = 11.5;
+    aussehen.staerke = QFont::Bold;
+    aussehen.sperrung = 1.2;
+    aussehen.textFarbe = KistePapier::tinte;
+    aussehen.symbolFarbe = KistePapier::tinte;
+    aussehen.grund = KistePapier::mitDeckkraft(KistePapier::gold, 0.16);
+    aussehen.rahmen = KistePapier::mitDeckkraft(KistePapier::gold, 0.68);
+    aussehen.ueberfahren = KistePapier::mitDeckkraft(KistePapier::gold, 0.08);
+    aussehen.gedrueckt = KistePapier::mitDeckkraft(KistePapier::gold, 0.14);
+    return aussehen;
+}
+
+}  // namespace
+
+/// What scrolls. It paints the shadow that the sketch's card casts on it.
+class DetailAnsicht::Inhalt final : public QWidget {
+  public:
+    const QWidget* skizze = nullptr;
+
+  protected:
+    void paintEvent(QPaintEvent* /*ereignis*/) override {
+        QPainter maler(this);
+        maler.fillRect(rect(), KistePapier::buehne);
+        SkizzenAnsicht::zeichneSchatten(maler, skizze->geometry());
+    }
+};
+
+DetailAnsicht::DetailAnsicht(QWidget* eltern)
+    : QWidget(eltern),
+      stapel_(new QStackedWidget(this)),
+      leer_(new Leerbild(Leerbild::Form::kreis, "point.topleft.down.curvedto.point.bottomright.up")),
+      rolle_(new QScrollArea),
+      balken_(new Rollbalken(*rolle_->verticalScrollBar(), rolle_)),
+      inhalt_(new Inhalt),
+      ueberzeile_(new Schild(inhalt_)),
+      titel_(new Titelzeile(KistePapier::tinte, inhalt_)),
+      datum_(neueTextzeile(KistePapier::tinteLeise, true, inhalt_)),
+      skizze_(new SkizzenAnsicht(inhalt_)),
+      sport_(new SportMenue(false)),
+      zeigen_(new Knopf(inhalt_)) {
+    inhalt_->skizze = skizze_;
+    ueberzeile_->setzeFarbe(KistePapier::goldDunkel);
+    ueberzeile_->setzeKuerzung(Qt::ElideRight);
+    for (std::size_t i = 0; i < kKacheln; ++i) {
+        kacheln_.push_back(new Kachel(inhalt_));
+    }
+    einordnung_ = new DetailKarte(2, sport_, inhalt_);
+    route_ = new DetailKarte(2, nullptr, inhalt_);
+    datei_ = new DetailKarte(2, nullptr, inhalt_);
+    zeigen_->setzeSymbole("folder");
+    ordneAn();
+    connect(sport_, &SportMenue::gewaehlt, this, &DetailAnsicht::sportGewaehlt);
+    connect(zeigen_, &Knopf::clicked, this, [this] { Q_EMIT zeigenGewuenscht(eintrag_); });
+    kleide();
+}
+
+void DetailAnsicht::ordneAn() {
+    auto* kopf = new QVBoxLayout;
+    kopf->setSpacing(kKopfabstand);
+    kopf->addWidget(ueberzeile_);
+    kopf->addWidget(titel_);
+    kopf->addWidget(datum_);
+    auto* gitter = new QGridLayout;
+    gitter->setSpacing(kKachelluecke);
+    for (std::size_t i = 0; i < kacheln_.size(); ++i) {
+        gitter->addWidget(kacheln_[i], static_cast<int>(i / 2), static_cast<int>(i % 2));
+    }
+    gitter->setColumnStretch(0, 1);
+    gitter->setColumnStretch(1, 1);
+    auto* spalte = new QVBoxLayout;
+    spalte->setContentsMargins(kRing, 0, kRing, 0);  // the button keeps that much free around itself
+    spalte->setSpacing(kAbstand);
+    spalte->addLayout(kopf);
+    spalte->addWidget(skizze_);
+    spalte->addLayout(gitter);
+    spalte->addWidget(einordnung_);
+    spalte->addWidget(route_);
+    spalte->addWidget(datei_);
+    auto* ganzeSpalte = new QVBoxLayout(inhalt_);
+    ganzeSpalte->setContentsMargins(kRand - kRing, kRand, kRand - kRing, kRand - kRing);
+    ganzeSpalte->setSpacing(kAbstand - kRing);
+    ganzeSpalte->addLayout(spalte);
+    ganzeSpalte->addWidget(zeigen_);
+    ganzeSpalte->addStretch();
+    rolle_->setFrameShape(QFrame::NoFrame);
+    rolle_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    rolle_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    rolle_->setWidgetResizable(true);
+    rolle_->setWidget(inhalt_);
+    stapel_->addWidget(leer_);
+    stapel_->addWidget(rolle_);
+    auto* ganz = new QVBoxLayout(this);
+    ganz->setContentsMargins(0, 0, 0, 0);
+    ganz->addWidget(stapel_);
+}
+
+void DetailAnsicht::kleide() {
+    ueberzeile_->setFont(Schrift::mach(10.5, QFont::Bold, 2.2));
+    titel_->setFont(Schrift::mach(21, QFont::Bold));
+    datum_->setFont(Schrift::mach(12, QFont::Medium));
+    datum_->setMinimumHeight(kDatumshoehe);
+    for (Kachel* kachel : kacheln_) {
+        kachel->kleide();
+    }
+    einordnung_->kleide();
+    route_->kleide();
+    datei_->kleide();
+    zeigen_->setzeAussehen(knopfform());
+    leer_->kleide();
+    leer_->zeige(alsText(AppSprache::text("selectRoute")),
+                 QStringLiteral("Hier erscheinen Skizze, Sportart\nund alle GPX-Details."));
+    if (eintrag_) {
+        fuelle();
+    }
+}
+
+void DetailAnsicht::zeige(const Eintrag& eintrag) {
+    if (eintrag == eintrag_) {
+        return;
+    }
+    const bool andere = !eintrag || !eintrag_ || eintrag->pfad != eintrag_->pfad;
+    eintrag_ = eintrag;
+    if (eintrag_) {
+        fuelle();
+    }
+    stapel_->setCurrentWidget(eintrag_ ? static_cast<QWidget*>(rolle_) : leer_);
+    if (andere) {
+        rolle_->verticalScrollBar()->setValue(0);
+    }
+}
+
+void DetailAnsicht::fuelle() {
+    const std::string sprache = AppSprache::code();
+    const QLocale ort(QString::fromStdString(sprache));
+    const auto texte = DetailTexte::aus(*eintrag_, sprache, groesse(eintrag_->dateiGroesse, ort).toStdString());
+    ueberzeile_->setText(alsText(texte.ueberzeile));
+    titel_->zeige(alsText(texte.titel));
+    datum_->setText(alsText(texte.datum));
+    skizze_->zeige(eintrag_);
+    for (std::size_t i = 0; i < kacheln_.size(); ++i) {
+        kacheln_[i]->setVisible(i < texte.kacheln.size());
+        if (i < texte.kacheln.size()) {
+            kacheln_[i]->zeige(texte.kacheln[i]);
+        }
+    }
+    einordnung_->zeige(alsText(texte.einordnung), texte.einordnungszeilen, alsText(texte.sport));
+    sport_->zeige(eintrag_);
+    route_->zeige(QStringLiteral("ROUTE"), texte.routenzeilen);
+    datei_->zeige(QStringLiteral("DATEI"), texte.dateizeilen);
+    zeigen_->setText(alsText(texte.zeigen));
+}
+
+void DetailAnsicht::paintEvent(QPaintEvent* /*ereignis*/) {
+    QPainter(this).fillRect(rect(), KistePapier::buehne);
+}
+
+void DetailAnsicht::resizeEvent(QResizeEvent* ereignis) {
+    QWidget::resizeEvent(ereignis);
+    constexpr int abstand = 2;
+    balken_->setzeBahn(
+        QRect(width() - abstand - Rollbalken::kDicke, abstand, Rollbalken::kDicke, height() - 2 * abstand));
+    balken_->raise();
+}
+
+}  // namespace spurkiste

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <QScrollArea>
+#include <QStackedWidget>
+#include <QWidget>
+#include <vector>
+
+#include "track/GpxMetadaten.h"
+#include "ui/detail/DetailKarte.h"
+#include "ui/detail/DetailTexte.h"
+#include "ui/detail/Kachel.h"
+#include "ui/detail/Knopf.h"
+#include "ui/detail/Leerbild.h"
+#include "ui/detail/Rollbalken.h"
+#include "ui/detail/SkizzenAnsicht.h"
+#include "ui/detail/SportMenue.h"
+#include "ui/detail/Titelzeile.h"
+
+namespace spurkiste {
+
+/// The pane on the right: everything that is known about one record, or an invitation to select one. It scrolls when it
+/// is too low, stays where it is when the same file's record is published anew, and begins at the top for another file.
+/// GUI thread.
+class DetailAnsicht final : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit DetailAnsicht(QWidget* eltern = nullptr);
+
+    /// Shows a record; null shows the invitation. Cheap when it is the record shown already.
+    void zeige(const Eintrag& eintrag);
+    /// Takes texts and fonts anew, after the language changed.
+    void kleide();
+
+  Q_SIGNALS:
+    /// A sport was chosen for the record shown.
+    void sportGewaehlt(const spurkiste::Eintrag& eintrag, spurkiste::GpxSportart art);
+    /// The record's file is to be shown in the file manager.
+    void zeigenGewuenscht(const spurkiste::Eintrag& eintrag);
+
+  protected:
+    void paintEvent(QPaintEvent* ereignis) override;
+    void resizeEvent(QResizeEvent* ereignis) override;
+
+  private:
+    class Inhalt;
+
+    void ordneAn();
+    void fuelle();
+
+    Eintrag eintrag_;
+    QStackedWidget* stapel_;
+    Leerbild* leer_;
+    QScrollArea* rolle_;
+    Rollbalken* balken_;
+    Inhalt* inhalt_;
+    Schild* ueberzeile_;
+    Titelzeile* titel_;
+    QLabel* datum_;
+    SkizzenAnsicht* skizze_;
+    std::vector<Kachel*> kacheln_;
+    DetailKarte* einordnung_;
+    SportMenue* sport_;
+    DetailKarte* route_;
+    DetailKarte* datei_;
+    Knopf* zeigen_;
+};
+
+}  // namespace spurkiste

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QWidget>
+#include <span>
+#include <vector>
+
+#include "ui/detail/DetailTexte.h"
+#include "ui/detail/Schild.h"
+
+namespace spurkiste {
+
+/// A card of the detail panel: a title, a line, and rows of a caption and a value. GUI thread.
+class DetailKarte final : public QWidget {
+    Q_OBJECT
+
+  public:
+    /// With so many rows of text; before them, where there is one, a row that holds `element`, which it takes over.
+    DetailKarte(std::size_t zeilen, QWidget* element, QWidget* eltern);
+
+    /// Sets the title and the rows of text, as many as there are, and the caption of the element's row.
+    void zeige(const QString& titel, std::span<const DetailTexte::Zeile> zeilen, const QString& elementSchild = {});
+    /// Takes the fonts anew, after the language changed.
+    void kleide();
+
+  protected:
+    void paintEvent(QPaintEvent* ereignis) override;
+
+  private:
+    [[nodiscard]] QLabel* neuesSchild();
+
+    Schild* titel_;
+    QWidget* strich_;
+    QGridLayout* reihen_;
+    QLabel* elementSchild_ = nullptr;
+    std::vector<QLabel*> schilder_;
+    std::vector<QLabel*> werte_;
+};
+
+}  // namespace spurkiste

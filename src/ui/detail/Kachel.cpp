@@ -1,0 +1,75 @@
+#include "ui/detail/Kachel.h"
+
+#include <QPainter>
+#include <QVBoxLayout>
+
+#include "ui/detail/KistePapier.h"
+#include "ui/detail/Papier.h"
+#include "ui/detail/Schrift.h"
+#include "ui/detail/Symbole.h"
+#include "ui/detail/Textzeile.h"
+
+namespace spurkiste {
+
+namespace {
+
+constexpr int kMindesthoehe = 76;
+constexpr int kRand = 12;
+constexpr int kAbstand = 6;
+constexpr int kWerthoehe = 23;
+constexpr double kRadius = 13;
+constexpr double kSymbol = 14.5;
+
+}  // namespace
+
+Kachel::Kachel(QWidget* eltern)
+    : QWidget(eltern),
+      titel_(new Schild(this)),
+      wert_(neueTextzeile(KistePapier::tinte, true, this)),
+      zusatz_(new Schild(this)) {
+    setMinimumHeight(kMindesthoehe);
+    titel_->setzeFarbe(KistePapier::goldDunkel);
+    titel_->setzeKuerzung(Qt::ElideRight);
+    zusatz_->setzeFarbe(KistePapier::tinteLeise);
+    zusatz_->setzeKuerzung(Qt::ElideRight);
+    wert_->setFixedHeight(kWerthoehe);
+    wert_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    auto* stapel = new QVBoxLayout(this);
+    stapel->setContentsMargins(kRand, kRand, kRand, kRand);
+    stapel->setSpacing(kAbstand);
+    stapel->addStretch();
+    stapel->addWidget(titel_);
+    stapel->addWidget(wert_);
+    stapel->addWidget(zusatz_);
+    stapel->addStretch();
+    titel_->setContentsMargins(0, 0, static_cast<int>(kSymbol) + kAbstand, 0);
+    kleide();
+}
+
+void Kachel::kleide() {
+    titel_->setFont(Schrift::mach(9.5, QFont::Bold, 1.3));
+    wert_->setFont(Schrift::mach(19, QFont::DemiBold));
+    zusatz_->setFont(Schrift::mach(9.5, QFont::Medium));
+}
+
+void Kachel::zeige(const DetailTexte::Kachel& kachel) {
+    titel_->setText(alsText(kachel.titel));
+    wert_->setText(alsText(kachel.wert));
+    zusatz_->setText(alsText(kachel.zusatz));
+    zusatz_->setToolTip(zusatz_->text());
+    zusatz_->setVisible(!kachel.zusatz.empty());
+    setAccessibleName(titel_->text() + QStringLiteral(": ") + wert_->text());
+    setAccessibleDescription(zusatz_->text());
+    symbol_ = kachel.symbol;
+    update();
+}
+
+void Kachel::paintEvent(QPaintEvent* /*ereignis*/) {
+    QPainter maler(this);
+    papier::form(maler, rect(), kRadius, KistePapier::karte, KistePapier::mitDeckkraft(KistePapier::linie, 0.72));
+    const double mitte = titel_->geometry().center().y() + 0.5;
+    Symbole::zeichne(maler, QRectF(width() - kRand - kSymbol, mitte - kSymbol / 2, kSymbol, kSymbol), symbol_,
+                     KistePapier::goldDunkel);
+}
+
+}  // namespace spurkiste

@@ -1,0 +1,194 @@
+#include "ui/detail/SportMenue.h"
+
+#include <QEnterEvent>
+#include <QFontMetricsF>
+#include <QKeyEvent>
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+
+#include "base/Text.h"
+#include "i18n/AppSprache.h"
+#include "ui/detail/KistePapier.h"
+#include "ui/detail/Papier.h"
+#include "ui/detail/PapierMenue.h"
+#include "ui/detail/Schrift.h"
+#include "ui/detail/Symbole.h"
+
+namespace spurkiste {
+
+namespace {
+
+constexpr int kMenueBreite = 188;
+constexpr int kMenueAbstand = 4;
+constexpr int kKapselHoechstens = 220;
+
+// The larger form, in logical pixels.
+constexpr double kHoehe = 40;
+constexpr double kRand = 13;
+constexpr double kAbstand = 9;
+constexpr double kStift = 16;
+constexpr double kWinkel = 11;
+constexpr double kObereZeile = 12;
+constexpr double kUntereZeile = 15;
+
+QFont obereSchrift() {
+    return Schrift::mach(9.5, QFont::Bold, 1.1);
+}
+
+QFont untereSchrift() {
+    return Schrift::mach(12, QFont::DemiBold);
+}
+
+double weite(const QFont& schrift, const QString& text) {
+    return QFontMetricsF(schrift).horizontalAdvance(text) - schrift.letterSpacing();
+}
+
+QString q(const std::u16string& text) {
+    return QString::fromStdU16String(text);
+}
+
+}  // namespace
+
+SportMenue::SportMenue(bool ausfuehrlich, QWidget* eltern) : QAbstractButton(eltern), ausfuehrlich_(ausfuehrlich) {
+    setFocusPolicy(Qt::TabFocus);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    connect(this, &QAbstractButton::clicked, this, &SportMenue::oeffneHier);
+}
+
+std::optional<GpxSportart> SportMenue::aktuelleSportart(const GpxMetadaten& eintrag) {
+    const auto geschrieben = GpxSportart::aus(eintrag.sportRoh);
+    return geschrieben ? geschrieben : eintrag.sportVorschlag();
+}
+
+QString SportMenue::kurzhilfe(const GpxMetadaten& eintrag) {
+    return eintrag.nenntSport()
+               ? QStringLiteral("Sportart aus der GPX-Datei — wählen, um <type> zu ändern")
+               : QStringLiteral("Automatischer Vorschlag — wählen, um <type> dauerhaft in die GPX-Datei zu schreiben");
+}
+
+void SportMenue::zeige(const Eintrag& eintrag) {
+    eintrag_ = eintrag;
+    anzeige_ = text::utf16(text::einzeilig(eintrag->sportAnzeige()));
+    ueberzeile_ = QString::fromStdString(AppSprache::text("changeSport"));
+    kapsel_ = SportKapsel();  // the fonts belong to the language
+    setToolTip(kurzhilfe(*eintrag));
+    setAccessibleName(ausfuehrlich_ ? QStringLiteral("Sportart ändern") : QStringLiteral("Sportart ") + q(anzeige_));
+    updateGeometry();
+    update();
+}
+
+SportKapsel::Inhalt SportMenue::inhalt() const {
+    const auto art = aktuelleSportart(*eintrag_);
+    return {anzeige_, art ? art->symbol() : std::string_view(), KistePapier::sportFarbe(art), eintrag_->nenntSport()};
+}
+
+QSize SportMenue::sizeHint() const {
+    const int ring = 2 * papier::kRingRand;
+    if (!eintrag_) {
+        return {ring, ring};
+    }
+    if (!ausfuehrlich_) {
+        return {static_cast<int>(std::ceil(kapsel_.breite(inhalt(), kKapselHoechstens))) + ring,
+                static_cast<int>(SportKapsel::kHoehe) + ring};
+    }
+    const double zeilen = std::max(weite(obereSchrift(), ueberzeile_), weite(untereSchrift(), q(anzeige_)));
+    const double breite =
+        2 * kRand + kStift + kAbstand + std::min(zeilen, static_cast<double>(kKapselHoechstens)) + kAbstand + kWinkel;
+    return {static_cast<int>(std::ceil(breite)) + ring, static_cast<int>(kHoehe) + ring};
+}
+
+QRectF SportMenue::kasten() const {
+    const double ring = papier::kRingRand;
+    return QRectF(rect()).adjusted(ring, ring, -ring, -ring);
+}
+
+void SportMenue::paintEvent(QPaintEvent* /*ereignis*/) {
+    if (!eintrag_) {
+        return;
+    }
+    QPainter maler(this);
+    if (ausfuehrlich_) {
+        maleAusfuehrlich(maler);
+    } else {
+        kapsel_.zeichne(maler, kasten().left(), kasten().top(), inhalt(), kKapselHoechstens);
+    }
+    const double radius = kasten().height() / 2;
+    if (underMouse() || isDown()) {
+        papier::form(maler, kasten(), radius, KistePapier::mitDeckkraft(KistePapier::tinte, isDown() ? 0.06 : 0.03),
+                     Qt::transparent);
+    }
+    if (hasFocus()) {
+        papier::fokusring(maler, kasten(), radius);
+    }
+}
+
+void SportMenue::maleAusfuehrlich(QPainter& maler) const {
+    papier::form(maler, kasten(), kHoehe / 2, KistePapier::mitDeckkraft(KistePapier::gold, 0.18),
+                 KistePapier::mitDeckkraft(KistePapier::gold, 0.72));
+    const double mitte = kasten().center().y();
+    double x = kasten().left() + kRand;
+    Symbole::zeichne(maler, QRectF(x, mitte - kStift / 2, kStift, kStift), "pencil", KistePapier::tinte);
+    x += kStift + kAbstand;
+    const double rechts = kasten().right() - kRand - kWinkel;
+    const double oben = mitte - (kObereZeile + kUntereZeile) / 2;
+    maler.setPen(KistePapier::tinte);
+    const auto zeile = [&](const QFont& schrift, const QString& text, double y, double hoehe) {
+        maler.setFont(schrift);
+        maler.drawText(QRectF(x, y, rechts - x, hoehe), Qt::AlignLeft | Qt::AlignVCenter,
+                       QFontMetricsF(schrift).elidedText(text, Qt::ElideRight, rechts - kAbstand - x + 2));
+    };
+    zeile(obereSchrift(), ueberzeile_, oben, kObereZeile);
+    zeile(untereSchrift(), q(anzeige_), oben + kObereZeile, kUntereZeile);
+    Symbole::zeichne(maler, QRectF(rechts, mitte - kWinkel / 2, kWinkel, kWinkel), "chevron.down", KistePapier::tinte);
+}
+
+void SportMenue::keyPressEvent(QKeyEvent* ereignis) {
+    switch (ereignis->key()) {
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+        case Qt::Key_Down:
+        case Qt::Key_F4:
+            oeffneHier();
+            return;
+        default:
+            QAbstractButton::keyPressEvent(ereignis);
+    }
+}
+
+void SportMenue::enterEvent(QEnterEvent* ereignis) {
+    update();
+    QAbstractButton::enterEvent(ereignis);
+}
+
+void SportMenue::leaveEvent(QEvent* ereignis) {
+    update();
+    QAbstractButton::leaveEvent(ereignis);
+}
+
+void SportMenue::oeffneHier() {
+    const QRect hier = kasten().toRect();
+    oeffne(*eintrag_, this, {mapToGlobal(hier.topLeft()), hier.size()},
+           [this, eintrag = eintrag_](GpxSportart art) { Q_EMIT gewaehlt(eintrag, art); });
+}
+
+void SportMenue::oeffne(const GpxMetadaten& eintrag, QWidget* eltern, const QRect& unter, const Wahl& wahl) {
+    auto* menue = new PapierMenue(eltern);
+    menue->setAttribute(Qt::WA_DeleteOnClose);
+    menue->setAccessibleName(QStringLiteral("Sportart ändern"));
+    menue->setMinimumWidth(kMenueBreite);
+    const auto aktuelle = aktuelleSportart(eintrag);
+    const std::string_view zeichen = eintrag.nenntSport() ? "checkmark" : "wand.and.stars";
+    for (const GpxSportart art : GpxSportart::allCases()) {
+        const bool dieses = aktuelle && *aktuelle == art;
+        QAction* zeile =
+            menue->fuegeMitZeichenHinzu(QString::fromStdString(art.deutsch()), dieses ? zeichen : std::string_view());
+        connect(zeile, &QAction::triggered, eltern, [wahl, art] { wahl(art); });
+        if (dieses) {
+            menue->setActiveAction(zeile);
+        }
+    }
+    menue->popup(unter.bottomLeft() + QPoint(0, kMenueAbstand + 1));
+}
+
+}  // namespace spurkiste

@@ -1,0 +1,25 @@
+#include "ui/detail/Textzeile.h"
+
+#include "ui/detail/KistePapier.h"
+
+namespace spurkiste {
+
+QString alsText(const std::string& text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+QLabel* neueTextzeile(const QColor& farbe, bool waehlbar, QWidget* eltern) {
+    auto* zeile = new QLabel(eltern);
+    zeile->setTextFormat(Qt::PlainText);
+    QPalette palette = zeile->palette();
+    palette.setColor(QPalette::WindowText, farbe);
+    palette.setColor(QPalette::Highlight, KistePapier::mitDeckkraft(KistePapier::gold, 0.28));
+    palette.setColor(QPalette::HighlightedText, KistePapier::tinte);
+    zeile->setPalette(palette);
+    if (waehlbar) {
+        zeile->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    }
+    return zeile;
+}
+
+}  // namespace spurkiste

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QColor>
+#include <QLabel>
+#include <QString>
+#include <string>
+
+namespace spurkiste {
+
+/// Text as labels show it: bytes that are not UTF-8 become replacement characters, so that every name can be shown.
+[[nodiscard]] QString alsText(const std::string& text);
+
+/// A label of plain text in one colour. `waehlbar` lets the text be marked and copied, by mouse and keyboard.
+[[nodiscard]] QLabel* neueTextzeile(const QColor& farbe, bool waehlbar, QWidget* eltern);
+
+}  // namespace spurkiste

@@ -1,0 +1,32 @@
+// What the window shows of the one selected record, and the change of its sport.
+
+#include "ui/main/InhaltsAnsicht.h"
+
+namespace spurkiste {
+
+void InhaltsAnsicht::verbindeDetail() {
+    const auto setze = [this](const Eintrag& eintrag, GpxSportart art) { setzeSportart(eintrag, art); };
+    connect(detail_, &DetailAnsicht::sportGewaehlt, this, setze);
+    connect(kopf_, &Kopf::sportGewaehlt, this, setze);
+    connect(detail_, &DetailAnsicht::zeigenGewuenscht, this,
+            [this](const Eintrag& eintrag) { dateimanager_.zeige(eintrag->pfad); });
+    connect(tabelle_, &TabellenAnsicht::sportmenueGewuenscht, this,
+            [this, setze](const std::string& pfad, const QRect& kapsel) {
+                if (const Eintrag eintrag = eintragMit(pfad)) {
+                    SportMenue::oeffne(*eintrag, tabelle_, kapsel,
+                                       [setze, eintrag](GpxSportart art) { setze(eintrag, art); });
+                }
+            });
+}
+
+void InhaltsAnsicht::setzeSportart(const Eintrag& eintrag, GpxSportart art) {
+    bibliothek_.setzeSportart(art, *eintrag);
+}
+
+void InhaltsAnsicht::zeigeDetail() {
+    const Eintrag eintrag = zustand_.auswahl.size() == 1 ? eintragMit(*zustand_.auswahl.begin()) : nullptr;
+    detail_->zeige(eintrag);
+    kopf_->zeigeSport(eintrag);
+}
+
+}  // namespace spurkiste
