@@ -85,6 +85,7 @@ DetailAnsicht::DetailAnsicht(QWidget* eltern)
     route_ = new DetailKarte(2, nullptr, inhalt_);
     datei_ = new DetailKarte(2, nullptr, inhalt_);
     zeigen_->setzeSymbole("folder");
+    zeigen_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     ordneAn();
     connect(sport_, &SportMenue::gewaehlt, this, &DetailAnsicht::sportGewaehlt);
     connect(zeigen_, &Knopf::clicked, this, [this] { Q_EMIT zeigenGewuenscht(eintrag_); });
@@ -135,7 +136,8 @@ void DetailAnsicht::kleide() {
     ueberzeile_->setFont(Schrift::mach(10.5, QFont::Bold, 2.2));
     titel_->setFont(Schrift::mach(21, QFont::Bold));
     datum_->setFont(Schrift::mach(12, QFont::Medium));
-    datum_->setMinimumHeight(kDatumshoehe);
+    datum_->setFixedHeight(kDatumshoehe);
+    datum_->setContentsMargins(0, 1, 0, 0);
     for (Kachel* kachel : kacheln_) {
         kachel->kleide();
     }

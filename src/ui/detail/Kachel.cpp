@@ -16,6 +16,7 @@ namespace {
 constexpr int kMindesthoehe = 76;
 constexpr int kRand = 12;
 constexpr int kAbstand = 6;
+constexpr int kWertschrift = 19;
 constexpr int kWerthoehe = 23;
 constexpr double kRadius = 13;
 constexpr double kSymbol = 14.5;
@@ -33,6 +34,7 @@ Kachel::Kachel(QWidget* eltern)
     zusatz_->setzeFarbe(KistePapier::tinteLeise);
     zusatz_->setzeKuerzung(Qt::ElideRight);
     wert_->setFixedHeight(kWerthoehe);
+    wert_->setContentsMargins(0, kWerthoehe - kWertschrift, 0, 0);  // a text that can be marked stands at the top
     wert_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     auto* stapel = new QVBoxLayout(this);
     stapel->setContentsMargins(kRand, kRand, kRand, kRand);
@@ -48,7 +50,7 @@ Kachel::Kachel(QWidget* eltern)
 
 void Kachel::kleide() {
     titel_->setFont(Schrift::mach(9.5, QFont::Bold, 1.3));
-    wert_->setFont(Schrift::mach(19, QFont::DemiBold));
+    wert_->setFont(Schrift::mach(kWertschrift, QFont::DemiBold));
     zusatz_->setFont(Schrift::mach(9.5, QFont::Medium));
 }
 
