@@ -182,21 +182,25 @@ def innen():
 
 
 def aussen():
-    """Gives the tests a display and a bus."""
+    """Gives the tests a display, with room for two windows, and a bus."""
     lesen, schreiben = os.pipe()
-    server = subprocess.Popen(["Xvfb", "-displayfd", str(schreiben), "-screen", "0", "1440x860x24", "-nolisten", "tcp"],
+    server = subprocess.Popen(["Xvfb", "-displayfd", str(schreiben), "-screen", "0", "1440x1720x24", "-nolisten", "tcp"],
                               pass_fds=[schreiben], stderr=subprocess.DEVNULL)
     os.close(schreiben)
     with os.fdopen(lesen) as strom:
         anzeige = ":" + strom.readline().strip()
     try:
         umgebung = {k: v for k, v in os.environ.items() if not k.startswith(("QT_", "XDG_", "LC_", "DBUS_"))} | {"DISPLAY": anzeige, "INNEN": "1"}
-        sys.exit(subprocess.run(["dbus-run-session", "--", sys.executable, *sys.argv], env=umgebung, timeout=200).returncode)
+        sys.exit(subprocess.run(["dbus-run-session", "--", sys.executable, *sys.argv], env=umgebung, timeout=280).returncode)
     finally:
         server.terminate()
         server.wait()
 
 
+def main():
+    (innen if os.environ.get("INNEN") else aussen)()
+
+
 PROGRAMM, RESSOURCEN = sys.argv[1], sys.argv[2]
 if __name__ == "__main__":
-    (innen if os.environ.get("INNEN") else aussen)()
+    main()

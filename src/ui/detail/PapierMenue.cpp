@@ -1,5 +1,6 @@
 #include "ui/detail/PapierMenue.h"
 
+#include <QKeyEvent>
 #include <QPainter>
 
 #include "ui/detail/KistePapier.h"
@@ -70,6 +71,16 @@ QAction* PapierMenue::fuegeMitZeichenHinzu(const QString& text, std::string_view
         symbol_ = symbol;
     }
     return wahl;
+}
+
+void PapierMenue::keyPressEvent(QKeyEvent* ereignis) {
+    // The toolkit's menus know Home and End only when they scroll.
+    const bool anfang = ereignis->key() == Qt::Key_Home;
+    if ((anfang || ereignis->key() == Qt::Key_End) && !actions().isEmpty()) {
+        setActiveAction(anfang ? actions().constFirst() : actions().constLast());
+        return;
+    }
+    QMenu::keyPressEvent(ereignis);
 }
 
 void PapierMenue::paintEvent(QPaintEvent* ereignis) {

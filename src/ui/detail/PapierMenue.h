@@ -26,6 +26,7 @@ class PapierMenue final : public QMenu {
     void oeffneUnter(const QWidget& element, int abstand = 4);
 
   protected:
+    void keyPressEvent(QKeyEvent* ereignis) override;
     void paintEvent(QPaintEvent* ereignis) override;
     void resizeEvent(QResizeEvent* ereignis) override;
 
