@@ -19,6 +19,7 @@
 #include "hilfe/TempOrdner.h"
 #include "library/Bibliothek.h"
 #include "platform/qt/QtAusfuehrer.h"
+#include "platform/qt/QtDateimanager.h"
 #include "ui/main/InhaltsAnsicht.h"
 
 namespace spurkiste {
@@ -40,7 +41,7 @@ const TempOrdner& ordnerMit(std::int64_t anzahl) {
 struct Buehne {
     explicit Buehne(std::int64_t anzahl, bool mitCache)
         : bibliothek({einstellungen, nullptr, umgebung, hauptfaden, arbeiter, mitCache}, ordnerMit(anzahl).pfad()),
-          fenster(bibliothek, einstellungen, sprachwechsel) {}
+          fenster(bibliothek, einstellungen, dateimanager, sprachwechsel) {}
 
     /// Runs the event loop until the load is over; returns the longest time between two turns, in milliseconds.
     double lade() {
@@ -68,6 +69,7 @@ struct Buehne {
     FesteUmgebung umgebung;
     QtAusfuehrer hauptfaden;
     ArbeiterPool arbeiter;
+    QtDateimanager dateimanager;
     Meldestelle sprachwechsel;
     Bibliothek bibliothek;
     InhaltsAnsicht fenster;

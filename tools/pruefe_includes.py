@@ -34,7 +34,7 @@ PROGRAMME = ("cli", "app")
 # part of it may see Qt.
 BIBLIOTHEKEN = [
     ("ICU", r"unicode/", ["base/Text.cpp"]),
-    ("expat", r"expat\w*\.h$", ["track/XmlLauf.cpp"]),
+    ("expat", r"expat\w*\.h$", ["track/XmlExpat.h", "track/XmlExpat.cpp", "track/XmlLauf.cpp"]),
     ("simdjson", r"simdjson", ["i18n/Sprachtabelle.cpp", "track/GpxMetadatenJson.cpp", "library/Cache.cpp"]),
     ("Qt", r"Q[A-Z]|Qt", ["platform/qt/", "ui/", "app/"]),
     ("GIO", r"(gio|glib|gobject)(/|\.h|-)", ["platform/gio/"]),

@@ -11,6 +11,7 @@ import signal
 import subprocess
 import sys
 import tempfile
+import time
 
 SPORTARTEN = ["cycling", "running", "kayaking", "mountain_biking"]
 DATEIEN = 12
@@ -32,13 +33,17 @@ def main(programm, ressourcen, abbrueche):
             erlaubt.append({spur(nummer, sport) for sport in [None, *SPORTARTEN]})
             with open(pfad, "wb") as datei:
                 datei.write(spur(nummer))
+        # How long the program takes for all files once, on this machine and with this build: the kills fall into it.
+        beginn = time.monotonic()
+        subprocess.run([programm, "sport", SPORTARTEN[-1], *pfade], env=umgebung, stdout=subprocess.DEVNULL, check=True)
+        dauer = time.monotonic() - beginn
         mitten = reste = geschrieben = 0
         for runde in range(abbrueche):
             vorher = [open(pfad, "rb").read() for pfad in pfade]
             prozess = subprocess.Popen([programm, "sport", SPORTARTEN[runde % len(SPORTARTEN)], *pfade * 20], env=umgebung,
                                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
             try:
-                prozess.wait(zufall.uniform(0.001, 0.08))
+                prozess.wait(zufall.uniform(0.02, 1.5) * dauer)
             except subprocess.TimeoutExpired:
                 mitten += 1
                 prozess.send_signal(signal.SIGKILL)
