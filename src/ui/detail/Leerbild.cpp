@@ -1,12 +1,18 @@
 #include "ui/detail/Leerbild.h"
 
+#include <QLabel>
 #include <QPainter>
 #include <QVBoxLayout>
+#include <cmath>
+#include <cstddef>
+#include <optional>
+#include <string_view>
 #include <utility>
 
 #include "ui/detail/KistePapier.h"
 #include "ui/detail/Papier.h"
 #include "ui/detail/Schrift.h"
+#include "ui/detail/Schriftsatz.h"
 #include "ui/detail/Symbole.h"
 
 namespace spurkiste {
@@ -17,24 +23,56 @@ constexpr double kZeichen = 52;
 constexpr double kKreis = 72;
 constexpr double kImKreis = 36;
 
-QLabel* mitte(const QColor& farbe, QWidget* eltern) {
-    auto* schild = new QLabel(eltern);
-    schild->setTextFormat(Qt::PlainText);
-    schild->setAlignment(Qt::AlignHCenter);
-    QPalette palette = schild->palette();
-    palette.setColor(QPalette::WindowText, farbe);
-    schild->setPalette(palette);
-    return schild;
-}
+constexpr double kTitelgroesse = 18;
+constexpr double kSatzgroesse = 12.5;
 
 }  // namespace
+
+/// Centred lines in an exact size, which a screen reader takes for any other label.
+class Leerbild::Zeilen final : public QLabel {
+  public:
+    Zeilen(double groesse, double zeilenhoehe, const QColor& farbe, QWidget* eltern)
+        : QLabel(eltern), groesse_(groesse), zeilenhoehe_(zeilenhoehe), farbe_(farbe) {
+        setTextFormat(Qt::PlainText);
+    }
+
+    void kleide(QFont::Weight staerke) {
+        setFont(Schrift::mach(groesse_, staerke));
+        satz_.emplace(font(), groesse_);
+        updateGeometry();
+    }
+
+    [[nodiscard]] QSize sizeHint() const override {
+        return {0, static_cast<int>(std::lround(zeilenhoehe_ * static_cast<double>(text().count(u'\n') + 1)))};
+    }
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
+  protected:
+    void paintEvent(QPaintEvent* /*ereignis*/) override {
+        QPainter maler(this);
+        maler.setPen(farbe_);
+        QRectF zeile(0, 0, width(), zeilenhoehe_);
+        for (const QString& stueck : text().split(u'\n')) {
+            const std::u16string_view sicht(reinterpret_cast<const char16_t*>(stueck.utf16()),
+                                            static_cast<std::size_t>(stueck.size()));
+            satz_->zeichne(maler, zeile, Qt::AlignHCenter, sicht);
+            zeile.translate(0, zeilenhoehe_);
+        }
+    }
+
+  private:
+    double groesse_;
+    double zeilenhoehe_;
+    QColor farbe_;
+    std::optional<Schriftsatz> satz_;
+};
 
 Leerbild::Leerbild(Form form, std::string symbol, QWidget* eltern)
     : QWidget(eltern),
       form_(form),
       symbol_(std::move(symbol)),
-      titel_(mitte(KistePapier::tinte, this)),
-      satz_(mitte(KistePapier::tinteLeise, this)) {
+      titel_(new Zeilen(kTitelgroesse, 21.6, KistePapier::tinte, this)),
+      satz_(new Zeilen(kSatzgroesse, 17, KistePapier::tinteLeise, this)) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     auto* stapel = new QVBoxLayout(this);
     stapel->setContentsMargins(0, 0, 0, 0);
@@ -49,8 +87,8 @@ Leerbild::Leerbild(Form form, std::string symbol, QWidget* eltern)
 }
 
 void Leerbild::kleide() {
-    titel_->setFont(Schrift::mach(18, QFont::Bold));
-    satz_->setFont(Schrift::mach(12.5));
+    titel_->kleide(QFont::Bold);
+    satz_->kleide(QFont::Normal);
 }
 
 void Leerbild::zeige(const QString& titel, const QString& satz) {

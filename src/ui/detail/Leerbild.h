@@ -3,8 +3,6 @@
 #include <QWidget>
 #include <string>
 
-#include "ui/detail/Schild.h"
-
 namespace spurkiste {
 
 /// What stands where there is nothing to show: an icon, a title, a sentence, centred. Lets clicks and drags through.
@@ -28,12 +26,14 @@ class Leerbild final : public QWidget {
     void paintEvent(QPaintEvent* ereignis) override;
 
   private:
+    class Zeilen;
+
     [[nodiscard]] double oben() const;
 
     Form form_;
     std::string symbol_;
-    QLabel* titel_;
-    QLabel* satz_;
+    Zeilen* titel_;
+    Zeilen* satz_;
 };
 
 }  // namespace spurkiste

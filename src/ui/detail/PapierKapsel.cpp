@@ -20,8 +20,9 @@ void PapierKapsel::kleide() {
     const auto mit = &KistePapier::mitDeckkraft;
     Aussehen aussehen;
     aussehen.radius = 15;
-    aussehen.symbolKasten = 15.5;
+    aussehen.symbolKasten = 15;
     aussehen.schlussKasten = 13;
+    aussehen.schlussAbstand = 3;
     const QColor farbe = aktiv_ ? KistePapier::tinte : KistePapier::tinteLeise;
     aussehen.textFarbe = farbe;
     aussehen.symbolFarbe = farbe;

@@ -20,6 +20,7 @@ constexpr int kRadius = 14;
 constexpr int kRand = 8;
 constexpr int kAbstand = 8;
 constexpr int kRing = papier::kRingRand;
+constexpr int kLinie = 1;  // of the card's frame
 
 struct Gestalt {
     const char* symbol;
@@ -63,7 +64,7 @@ Filterleiste::Filterleiste(std::function<void(const Aenderung&)> aendere, QWidge
     setFixedHeight(kHoehe);
     auto* reihe = new QWidget;
     auto* zeile = new QHBoxLayout(reihe);
-    zeile->setContentsMargins(kRand - kRing, 0, kRand - kRing, 0);
+    zeile->setContentsMargins(kRand - kRing - kLinie, 0, kRand - kRing - kLinie, 0);
     zeile->setSpacing(kAbstand - 2 * kRing);
     for (std::size_t i = 0; i < kFilter; ++i) {
         kapseln_[i] = new PapierKapsel(gestalten()[i].symbol, reihe);
@@ -90,7 +91,7 @@ Filterleiste::Filterleiste(std::function<void(const Aenderung&)> aendere, QWidge
     reihe->setAutoFillBackground(false);
     rolle_->viewport()->installEventFilter(this);
     auto* aussen = new QHBoxLayout(this);
-    aussen->setContentsMargins(1, 1, 1, 1);
+    aussen->setContentsMargins(kLinie, kLinie, kLinie, kLinie);
     aussen->addWidget(rolle_);
     kleide();
 }
