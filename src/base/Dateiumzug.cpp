@@ -11,6 +11,7 @@
 #include <utility>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #ifdef __linux__
@@ -42,6 +43,13 @@ std::string ordnerVon(const std::string& pfad) {
 std::string vorlaeufigerName(const std::string& ordner) {
     std::random_device zufall;
     return ordner + "/.spurkiste-" + std::to_string(zufall()) + std::to_string(zufall()) + ".tmp";
+}
+
+/// A name for a whole file between two others. Whoever is killed then finds it as a track of an odd name: as a hidden
+/// or temporary file it would be lost, or even cleaned away.
+std::string zwischenname(const std::string& neu) {
+    std::random_device zufall;
+    return ordnerVon(neu) + "Umbenennung " + std::to_string(zufall()) + "." + std::string(endung(letzterTeil(neu)));
 }
 
 /// Whether an error says that system or file system do not know this way, rather than that the deed itself failed.
@@ -124,7 +132,7 @@ void verschiebe(const std::string& alt, const std::string& neu) {
     pruefe(neu);
     int fehler = verschiebeIrgendwie(alt, neu);
     if (fehler == EEXIST && istDerselbeEintrag(alt, neu)) {
-        const std::string dazwischen = vorlaeufigerName(ordnerVon(alt));
+        const std::string dazwischen = zwischenname(neu);
         fehler = verschiebeIrgendwie(alt, dazwischen);
         if (fehler == 0) {
             fehler = verschiebeIrgendwie(dazwischen, neu);
@@ -244,15 +252,23 @@ int oeffneVorlaeufig(const std::string& ordner, mode_t rechte, std::string& name
         ::close(namenlos);  // without /proc it could never get a name
     }
 #endif
-    name = vorlaeufigerName(ordner);
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): the system has no other way to open
-    const int nummer = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, rechte);
-    if (nummer < 0) {
-        const int fehler = errno;
-        name.clear();
-        throw systemfehler(fehler);
+    for (;;) {
+        const std::string versuch = vorlaeufigerName(ordner);
+        // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): the system has no other way to open
+        const int nummer = ::open(versuch.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, rechte);
+        if (nummer < 0 && errno != EEXIST) {
+            throw systemfehler(errno);
+        }
+        if (nummer >= 0) {
+            ::flock(nummer, LOCK_EX);  // raeumeAuf() leaves alone what somebody still writes
+            struct stat zustand {};
+            if (::fstat(nummer, &zustand) == 0 && zustand.st_nlink > 0) {
+                name = versuch;
+                return nummer;
+            }
+            ::close(nummer);  // somebody cleaned it away in the moment before it was locked
+        }
     }
-    return nummer;
 }
 
 }  // namespace
@@ -273,6 +289,10 @@ Kopie::Kopie(const std::string& quelle, const std::string& ordner) {
         uebertrage(offen.wert(), nummer_, static_cast<std::size_t>(zustand.st_size));
         const std::array<timespec, 2> zeiten{timespec{0, UTIME_OMIT}, zustand.st_mtim};
         ::futimens(nummer_, zeiten.data());  // a copy with today's date is a copy all the same
+        // File systems without nameless files are often far away, and tell only now that they are full.
+        if (!vorlaeufig_.empty() && ::fsync(nummer_) != 0) {
+            throw systemfehler(errno);
+        }
     } catch (...) {
         schliesse();
         throw;

@@ -36,7 +36,8 @@ class Bibliothek {
         Ausfuehrer& arbeiter;    ///< runs tasks anywhere, several at once
         bool mitCache = true;    ///< false: the cache file is neither read nor written
         /// Runs tasks away from the main thread, one after the other in the order in which they came, and at its end
-        /// runs those that still wait: what writes into the user's files. Null: `arbeiter` does it.
+        /// runs those that still wait: what writes into the user's files. Null: `arbeiter` does it, which must then
+        /// keep that order.
         Ausfuehrer* schreiber = nullptr;
         /// The same for the copies of an import, except that waiting tasks may be dropped. Null: `arbeiter` does it.
         Ausfuehrer* kopierer = nullptr;

@@ -94,6 +94,9 @@ std::optional<std::string> Bibliothek::benenneUm(const GpxMetadaten& eintrag, st
         }
     }
     Eintraege liste = eintraege_.wert();
+    // A record of the new path speaks of a file that is gone, or the move would have failed.
+    liste.erase(std::remove_if(liste.begin(), liste.end(), [&](const Eintrag& e) { return e->pfad == neu; }),
+                liste.end());
     const auto stelle = std::find_if(liste.begin(), liste.end(), [&](const Eintrag& e) { return e->pfad == alt; });
     if (stelle != liste.end()) {
         auto umgezogen = std::make_shared<GpxMetadaten>(**stelle);

@@ -66,6 +66,9 @@ Ausgang versucheKopie(const std::string& ordner, const std::string& quelle) {
 void Bibliothek::importiere(const std::vector<std::string>& pfade, Fertig fertig) {
     const auto import = std::make_shared<Import>(Import{{}, ordner_.wert(), generation_, {}, std::move(fertig)});
     for (const std::string& roh : pfade) {
+        if (roh.empty()) {
+            continue;
+        }
         std::string pfad = dateien::absolut(roh);
         if (text::klein(dateien::endung(dateien::letzterTeil(pfad))) == "gpx" && !liegtIn(import->ordner, pfad)) {
             import->quellen.push_back(std::move(pfad));

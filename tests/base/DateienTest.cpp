@@ -1,5 +1,4 @@
 #include <array>
-#include <csignal>
 #include <filesystem>
 #include <string>
 #include <system_error>
@@ -9,10 +8,10 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include "base/Dateien.h"
+#include "hilfe/Engpass.h"
 #include "hilfe/TempOrdner.h"
 
 namespace spurkiste {
@@ -173,18 +172,11 @@ TEST(AtomareDateiTest, FehlerLassenDasAlteStehenUndNichtsZurueck) {
         dateien::AtomareDatei datei(ordner.in("ordner"));
         EXPECT_THROW(datei.uebernimm(), std::system_error);
     }
-    // A limit on the size of files stands for the full disk: it first cuts a write short, then refuses the rest.
-    const auto vorher = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit grenze{};
-    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &grenze), 0);
-    const rlimit eng{1000, grenze.rlim_max};
     {
         dateien::AtomareDatei datei(ziel);
-        ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &eng), 0);
+        const VollePlatte platte(1000);
         EXPECT_THROW(datei.schreibe(std::string(4000, 'x')), std::system_error);
-        ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &grenze), 0);
     }
-    std::signal(SIGXFSZ, vorher);
     EXPECT_EQ(ordner.lies("ziel"), "alt");
     EXPECT_THAT(dateien::liste(ordner.pfad()), UnorderedElementsAre("ziel", "ordner"));
 }

@@ -1,87 +1,17 @@
-#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <random>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
-#include "base/Dateien.h"
-#include "hilfe/HandAusfuehrer.h"
-#include "hilfe/SpeicherEinstellungen.h"
-#include "hilfe/TempOrdner.h"
-#include "library/Bibliothek.h"
-#include "library/Cache.h"
+#include "hilfe/Engpass.h"
+#include "library/Bibliotheksaufbau.h"
 
 namespace spurkiste {
 namespace {
 
-using testing::Test;
-
-std::string gpx(double breite, double laenge) {
-    const auto ort = R"(<trkpt lat=")" + std::to_string(breite) + R"(" lon=")" + std::to_string(laenge) + R"("/>)";
-    return "<gpx><trk><trkseg>" + ort + "</trkseg></trk></gpx>";
-}
-
-std::vector<std::string> namen(const Bibliothek& bibliothek) {
-    std::vector<std::string> ergebnis;
-    for (const Eintrag& eintrag : bibliothek.eintraege().wert()) {
-        ergebnis.emplace_back(dateien::letzterTeil(eintrag->pfad));
-    }
-    return ergebnis;
-}
-
-using Namen = std::vector<std::string>;
-
-/// Takes everybody's rights to a folder for a while, root's included: root lays its own down.
-class Ausgesperrt {
-  public:
-    explicit Ausgesperrt(std::string ordner) : ordner_(std::move(ordner)) {
-        std::filesystem::permissions(ordner_, std::filesystem::perms::none);
-        if (root_) {
-            EXPECT_EQ(::seteuid(kNiemand), 0);
-        }
-    }
-    Ausgesperrt(const Ausgesperrt&) = delete;
-    Ausgesperrt& operator=(const Ausgesperrt&) = delete;
-    ~Ausgesperrt() {
-        if (root_) {
-            EXPECT_EQ(::seteuid(0), 0);
-        }
-        std::filesystem::permissions(ordner_, std::filesystem::perms::owner_all);
-    }
-
-  private:
-    static constexpr uid_t kNiemand = 65534;
-    std::string ordner_;
-    bool root_ = ::geteuid() == 0;
-};
-
-class BibliothekTest : public Test {
-  protected:
-    TempOrdner ordner;
-    SpeicherEinstellungen einstellungen;
-    FesteUmgebung umgebung;
-    HandAusfuehrer hauptfaden;
-    HandAusfuehrer arbeiter;
-    Bibliothek::Anschluesse anschluesse{einstellungen, nullptr, umgebung, hauptfaden, arbeiter};
-
-    std::unique_ptr<Bibliothek> mach() { return std::make_unique<Bibliothek>(anschluesse, ordner.pfad()); }
-
-    /// Lets everything that waits run to its end and tells how many files were read.
-    std::size_t arbeiteAb() {
-        std::size_t gelesen = 0;
-        while (arbeiter.wartende() + hauptfaden.wartende() > 0) {
-            gelesen += arbeiter.wartende();
-            arbeiter.fuehreAlle();
-            hauptfaden.fuehreAlle();
-        }
-        return gelesen;
-    }
-
-    std::string cacheText() const { return ordner.lies(Cache::kDateiname); }
-};
+class BibliothekTest : public Bibliotheksaufbau {};
 
 TEST_F(BibliothekTest, choosesItsFolderFromTheSettingsThenTheOldOnesThenTheDocuments) {
     const std::string schluessel(einstellung::kBibliothekOrdner);
@@ -287,7 +217,7 @@ TEST_F(BibliothekTest, saysInANoticeWhatKeepsItFromTheFolder) {
     arbeiteAb();
 
     {
-        const Ausgesperrt ausgesperrt(ordner.pfad());
+        const Rechte rechte(ordner.pfad(), std::filesystem::perms::none);
         bibliothek->lade();
     }
     EXPECT_EQ(bibliothek->hinweis().wert(), "Ordner nicht lesbar: " + std::generic_category().message(EACCES));

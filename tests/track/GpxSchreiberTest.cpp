@@ -1,18 +1,14 @@
 #include <cerrno>
-#include <csignal>
-#include <cstdlib>
 #include <filesystem>
-#include <functional>
 #include <string>
 #include <system_error>
+#include <utility>
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include "base/Dateien.h"
+#include "hilfe/Engpass.h"
 #include "hilfe/TempOrdner.h"
 #include "track/GpxLeser.h"
 #include "track/GpxSchreiber.h"
@@ -27,17 +23,6 @@ constexpr const char* kNachher = "<gpx><trk><type>cycling</type><trkseg><trkpt l
 
 std::size_t dateienIn(const TempOrdner& ordner) {
     return dateien::liste(ordner.pfad()).size();
-}
-
-/// Runs something in a process of its own, which may lose its rights, and returns whether it returned true.
-bool imKind(const std::function<bool()>& tue) {
-    const pid_t kind = ::fork();
-    if (kind == 0) {
-        ::_exit(tue() ? 0 : 1);
-    }
-    int zustand = 0;
-    ::waitpid(kind, &zustand, 0);
-    return WIFEXITED(zustand) && WEXITSTATUS(zustand) == 0;
 }
 
 bool scheitertMit(int nummer, const std::string& pfad) {
@@ -118,11 +103,10 @@ TEST(GpxSchreiber, beginsAgainOnTheBytesOfAnotherProgram) {
 TEST(GpxSchreiber, aDiskThatIsFullLeavesTheFileAndNothingElse) {
     const TempOrdner ordner;
     const std::string pfad = ordner.schreibe("a.gpx", kVorher);
-    EXPECT_TRUE(imKind([&] {
-        std::signal(SIGXFSZ, SIG_IGN);
-        const rlimit grenze{40, 40};
-        return ::setrlimit(RLIMIT_FSIZE, &grenze) == 0 && scheitertMit(EFBIG, pfad);
-    }));
+    {
+        const VollePlatte platte(40);
+        EXPECT_TRUE(scheitertMit(EFBIG, pfad));
+    }
     EXPECT_EQ(ordner.lies("a.gpx"), kVorher);
     EXPECT_EQ(dateienIn(ordner), 1U);
 }
@@ -130,14 +114,10 @@ TEST(GpxSchreiber, aDiskThatIsFullLeavesTheFileAndNothingElse) {
 TEST(GpxSchreiber, aFolderThatCannotBeWrittenLeavesTheFile) {
     const TempOrdner ordner;
     const std::string pfad = ordner.schreibe("a.gpx", kVorher);
-    fs::permissions(ordner.pfad(), fs::perms::all & ~fs::perms::group_write & ~fs::perms::others_write);
-    constexpr uid_t niemand = 65534;
-    const bool istRoot = ::geteuid() == 0;
-    if (!istRoot) {
-        fs::permissions(ordner.pfad(), fs::perms::owner_read | fs::perms::owner_exec);
+    {
+        const Rechte rechte(ordner.pfad(), kNurLesen);
+        EXPECT_TRUE(scheitertMit(EACCES, pfad));
     }
-    EXPECT_TRUE(imKind([&] { return (!istRoot || ::setuid(niemand) == 0) && scheitertMit(EACCES, pfad); }));
-    fs::permissions(ordner.pfad(), fs::perms::all);
     EXPECT_EQ(ordner.lies("a.gpx"), kVorher);
 }
 

@@ -1,0 +1,106 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "base/Dateien.h"
+#include "hilfe/HandAusfuehrer.h"
+#include "hilfe/SpeicherEinstellungen.h"
+#include "hilfe/TempOrdner.h"
+#include "library/Bibliothek.h"
+#include "library/Cache.h"
+
+namespace spurkiste {
+
+/// A track of one point, with the sport type where there is one.
+inline std::string gpx(double breite, double laenge, const std::string& sport = "") {
+    const auto ort = R"(<trkpt lat=")" + std::to_string(breite) + R"(" lon=")" + std::to_string(laenge) + R"("/>)";
+    const std::string art = sport.empty() ? "" : "<type>" + sport + "</type>";
+    return "<gpx><trk>" + art + "<trkseg>" + ort + "</trkseg></trk></gpx>";
+}
+
+using Namen = std::vector<std::string>;
+
+/// The file names of the records, in library order.
+inline Namen namen(const Bibliothek& bibliothek) {
+    Namen ergebnis;
+    for (const Eintrag& eintrag : bibliothek.eintraege().wert()) {
+        ergebnis.emplace_back(dateien::letzterTeil(eintrag->pfad));
+    }
+    return ergebnis;
+}
+
+/// A trash that waits until the test says what became of the files.
+class HandPapierkorb final : public Papierkorb {
+  public:
+    struct Anfrage {
+        std::vector<std::string> pfade;
+        Fertig fertig;
+    };
+    std::vector<Anfrage> anfragen;
+
+    void verschiebe(std::vector<std::string> pfade, Fertig fertig) override {
+        anfragen.push_back({std::move(pfade), std::move(fertig)});
+    }
+};
+
+/// A library on a temporary folder of which the test drives every thread by hand.
+class Bibliotheksaufbau : public testing::Test {
+  protected:
+    TempOrdner ordner;
+    SpeicherEinstellungen einstellungen;
+    FesteUmgebung umgebung;
+    HandAusfuehrer hauptfaden;
+    HandAusfuehrer arbeiter;
+    HandAusfuehrer schreiber;
+    HandAusfuehrer kopierer;
+    HandPapierkorb papierkorb;
+    Bibliothek::Anschluesse anschluesse{einstellungen, nullptr,    umgebung,  hauptfaden, arbeiter,
+                                        true,          &schreiber, &kopierer, &papierkorb};
+
+    std::unique_ptr<Bibliothek> mach() { return std::make_unique<Bibliothek>(anschluesse, ordner.pfad()); }
+
+    /// Lets everything that waits run to its end and tells how many files were read.
+    std::size_t arbeiteAb() {
+        std::size_t gelesen = 0;
+        while (wartende() > 0) {
+            gelesen += arbeiter.wartende();
+            kopierer.fuehreAlle();
+            schreiber.fuehreAlle();
+            arbeiter.fuehreAlle();
+            hauptfaden.fuehreAlle();
+        }
+        return gelesen;
+    }
+
+    [[nodiscard]] std::size_t wartende() const {
+        return kopierer.wartende() + schreiber.wartende() + arbeiter.wartende() + hauptfaden.wartende();
+    }
+
+    /// A library that has loaded its folder.
+    std::unique_ptr<Bibliothek> geladen() {
+        auto bibliothek = mach();
+        bibliothek->lade();
+        arbeiteAb();
+        return bibliothek;
+    }
+
+    /// The names in the library folder but for the cache, sorted.
+    [[nodiscard]] Namen imOrdner() const {
+        Namen alle = dateien::liste(ordner.pfad());
+        alle.erase(std::remove(alle.begin(), alle.end(), Cache::kDateiname), alle.end());
+        std::sort(alle.begin(), alle.end());
+        return alle;
+    }
+
+    [[nodiscard]] std::string cacheText() const { return ordner.lies(Cache::kDateiname); }
+};
+
+}  // namespace spurkiste
