@@ -1,4 +1,6 @@
 #include <QApplication>
+#include <QIcon>
+#include <QString>
 #include <algorithm>
 #include <cstdio>
 #include <exception>
@@ -23,6 +25,15 @@ void schreibe(std::FILE* strom, const std::string& text) {
     (void)std::fputs(text.c_str(), strom);
 }
 
+/// The icon of all windows, drawn for each of these sizes.
+QIcon programmsymbol() {
+    QIcon symbol;
+    for (const int punkte : {16, 24, 32, 48, 64, 128, 256}) {
+        symbol.addFile(QStringLiteral(":/programm/%1.png").arg(punkte));
+    }
+    return symbol;
+}
+
 int fuehreAus(int& anzahl, char** argumente) {
     constexpr int falscherAufruf = 2;
     const std::vector<std::string_view> worte(argumente + (anzahl > 0 ? 1 : 0), argumente + anzahl);
@@ -37,8 +48,9 @@ int fuehreAus(int& anzahl, char** argumente) {
         return 0;
     }
     QApplication::setApplicationName(QStringLiteral("spurkiste"));
-    QApplication::setDesktopFileName(QStringLiteral("spurkiste"));
+    QApplication::setDesktopFileName(QStringLiteral("org.spurkiste.Spurkiste"));
     const QApplication programm(anzahl, argumente);
+    QApplication::setWindowIcon(programmsymbol());
     std::vector<std::string> dateien;
     std::transform(aufruf.dateien.begin(), aufruf.dateien.end(), std::back_inserter(dateien),
                    [](const std::string& datei) { return spurkiste::dateien::absolut(datei); });
