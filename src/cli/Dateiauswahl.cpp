@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <iterator>
 #include <latch>
 #include <system_error>
 #include <utility>
@@ -27,12 +28,14 @@ std::vector<std::string> sammle(const std::vector<std::string>& worte) {
     std::vector<std::string> pfade;
     for (const std::string& wort : worte) {
         std::error_code fehlt;
+        std::vector<std::string> darin{wort};
         if (std::filesystem::is_directory(wort, fehlt)) {
-            std::vector<std::string> darin = imOrdner(wort);
-            std::move(darin.begin(), darin.end(), std::back_inserter(pfade));
-        } else {
-            pfade.push_back(wort);
+            try {
+                darin = imOrdner(wort);
+            } catch (const std::system_error&) {  // the other words still count
+            }
         }
+        std::move(darin.begin(), darin.end(), std::back_inserter(pfade));
     }
     return pfade;
 }

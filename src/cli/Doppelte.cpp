@@ -93,7 +93,7 @@ int doppelte(const std::string& ordner) {
     try {
         gruppen = findeDoppelte(dateiauswahl::imOrdner(ordner));
     } catch (const std::system_error& fehler) {
-        (void)std::fputs(("Ordner nicht lesbar: " + fehler.code().message() + "\n").c_str(), stderr);
+        (void)std::fputs((ordner + ": nicht lesbar: " + fehler.code().message() + "\n").c_str(), stderr);
         return 1;
     }
     bool erste = true;

@@ -1,10 +1,17 @@
 #include "cli/Pruefe.h"
 
-#include <algorithm>
+#include <cerrno>
+#include <cstddef>
 #include <cstdio>
+#include <filesystem>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
+#include <unistd.h>
+
+#include "base/Dateien.h"
+#include "base/Text.h"
 #include "cli/Dateiauswahl.h"
 #include "track/GpxLeser.h"
 #include "track/JsonText.h"
@@ -51,7 +58,7 @@ std::string_view grund(XmlFehler fehler) {
         case XmlFehler::keiner:
             break;
     }
-    return "ab hier kein XML";
+    return "kein gültiges XML, oft ein einzelnes & oder eine falsche Kodierung";
 }
 
 std::string satz(const GpxBefund& befund) {
@@ -63,7 +70,7 @@ std::string satz(const GpxBefund& befund) {
     };
     switch (befund.art) {
         case Art::keinPunkt:
-            return "kein Punkt";
+            return "kein Punkt in Track oder Route";
         case Art::abgebrochen:
             return "bricht in Zeile " + zeile + " ab: " + std::string(grund(befund.fehler));
         case Art::punktVerworfen:
@@ -90,26 +97,74 @@ void haengeAn(std::string& json, const GpxBefund& befund) {
     json.append("}");
 }
 
-bool istAuffaellig(const Pruefergebnis& ergebnis) {
-    return !ergebnis.befunde || !ergebnis.befunde->empty();
+/// Why a path cannot be read as a file.
+std::string warumNicht(const std::string& pfad) {
+    if (::access(pfad.c_str(), R_OK) != 0) {
+        return std::generic_category().message(errno);
+    }
+    std::error_code unbekannt;
+    return std::filesystem::is_directory(pfad, unbekannt) ? "ein Ordner" : "keine gewöhnliche Datei";
+}
+
+std::string anzahlDateien(std::size_t anzahl) {
+    return std::to_string(anzahl) + (anzahl == 1 ? " Datei" : " Dateien");
 }
 
 }  // namespace
 
+std::vector<Pruefergebnis> pruefeDateien(const std::vector<std::string>& worte) {
+    std::vector<Pruefergebnis> ergebnisse;
+    for (std::string& pfad : dateiauswahl::sammle(worte)) {
+        ergebnisse.push_back({std::move(pfad), std::nullopt});
+    }
+    dateiauswahl::fuerAlle(ergebnisse.size(), [&](std::size_t i) {
+        Pruefergebnis& ergebnis = ergebnisse[i];
+        ergebnis.befunde = GpxLeser::befunde(ergebnis.datei);
+        const auto angaben = dateien::angaben(ergebnis.datei);
+        ergebnis.leer = angaben && angaben->groesse == 0;
+    });
+    return ergebnisse;
+}
+
 std::string alsText(const std::vector<Pruefergebnis>& ergebnisse) {
-    std::string text;
+    std::string zeilen;
+    std::size_t auffaellige = 0;
+    std::size_t unlesbare = 0;
     for (const Pruefergebnis& ergebnis : ergebnisse) {
+        const std::string datei = text::einzeilig(ergebnis.datei);
         if (!ergebnis.befunde) {
-            text.append(ergebnis.datei).append(": nicht lesbar\n");
+            ++unlesbare;
+            continue;
+        }
+        if (ergebnis.befunde->empty()) {
+            continue;
+        }
+        ++auffaellige;
+        if (ergebnis.leer) {  // says more than where its end is missing
+            zeilen.append(datei).append(": leer\n");
             continue;
         }
         for (const GpxBefund& befund : *ergebnis.befunde) {
-            text.append(ergebnis.datei).append(": ").append(satz(befund)).append("\n");
+            zeilen.append(datei).append(": ").append(satz(befund)).append("\n");
         }
     }
-    const auto auffaellige = std::count_if(ergebnisse.begin(), ergebnisse.end(), istAuffaellig);
-    return text.append(std::to_string(ergebnisse.size()) + " Dateien geprüft, " + std::to_string(auffaellige) +
-                       " mit Befund\n");
+    zeilen.append(anzahlDateien(ergebnisse.size() - unlesbare)).append(" geprüft, ");
+    zeilen.append(std::to_string(auffaellige)).append(" mit Befund");
+    if (unlesbare > 0) {
+        zeilen.append(", ").append(std::to_string(unlesbare)).append(" nicht lesbar");
+    }
+    return zeilen.append("\n");
+}
+
+std::string nichtLesbare(const std::vector<Pruefergebnis>& ergebnisse) {
+    std::string zeilen;
+    for (const Pruefergebnis& ergebnis : ergebnisse) {
+        if (!ergebnis.befunde) {
+            zeilen.append(text::einzeilig(ergebnis.datei)).append(": nicht lesbar: ");
+            zeilen.append(warumNicht(ergebnis.datei)).append("\n");
+        }
+    }
+    return zeilen;
 }
 
 std::string alsJson(const std::vector<Pruefergebnis>& ergebnisse) {
@@ -130,21 +185,11 @@ std::string alsJson(const std::vector<Pruefergebnis>& ergebnisse) {
 }
 
 int pruefe(const std::vector<std::string>& worte, bool json) {
-    std::vector<Pruefergebnis> ergebnisse;
-    try {
-        for (std::string& pfad : dateiauswahl::sammle(worte)) {
-            ergebnisse.push_back({std::move(pfad), std::nullopt});
-        }
-    } catch (const std::system_error& fehler) {
-        (void)std::fputs(("Ordner nicht lesbar: " + fehler.code().message() + "\n").c_str(), stderr);
-        return 1;
-    }
-    dateiauswahl::fuerAlle(ergebnisse.size(),
-                           [&](std::size_t i) { ergebnisse[i].befunde = GpxLeser::befunde(ergebnisse[i].datei); });
+    const std::vector<Pruefergebnis> ergebnisse = pruefeDateien(worte);
+    const std::string unlesbare = nichtLesbare(ergebnisse);
+    (void)std::fputs(unlesbare.c_str(), stderr);
     (void)std::fputs((json ? alsJson(ergebnisse) : alsText(ergebnisse)).c_str(), stdout);
-    const bool alleGelesen = std::all_of(ergebnisse.begin(), ergebnisse.end(),
-                                         [](const Pruefergebnis& ergebnis) { return ergebnis.befunde.has_value(); });
-    return std::fflush(stdout) == 0 && alleGelesen ? 0 : 1;
+    return std::fflush(stdout) == 0 && unlesbare.empty() ? 0 : 1;
 }
 
 }  // namespace spurkiste
