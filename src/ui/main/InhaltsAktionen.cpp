@@ -68,7 +68,7 @@ void InhaltsAnsicht::waehleOrdner() {
 }
 
 void InhaltsAnsicht::oeffneKontextmenue(const QPoint& wo) {
-    const auto auswahl = zustand_.auswahl;
+    const auto auswahl = gezeigteAuswahl();
     if (auswahl.empty()) {
         return;
     }
@@ -88,9 +88,15 @@ void InhaltsAnsicht::oeffneKontextmenue(const QPoint& wo) {
 }
 
 void InhaltsAnsicht::wirfWeg() {
-    if (!zustand_.auswahl.empty()) {
-        bibliothek_.inPapierkorb(zustand_.auswahl);
+    if (const auto auswahl = gezeigteAuswahl(); !auswahl.empty()) {
+        bibliothek_.inPapierkorb(auswahl);
     }
+}
+
+std::unordered_set<std::string> InhaltsAnsicht::gezeigteAuswahl() const {
+    std::unordered_set<std::string> auswahl = zustand_.auswahl;
+    std::erase_if(auswahl, [this](const std::string& pfad) { return !tabelle_->zeigt(pfad); });
+    return auswahl;
 }
 
 Eintrag InhaltsAnsicht::eintragMit(const std::string& pfad) const {
