@@ -1,0 +1,273 @@
+#include <QApplication>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMimeData>
+#include <QTest>
+#include <algorithm>
+#include <filesystem>
+#include <functional>
+#include <initializer_list>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+
+#include "base/Meldestelle.h"
+#include "i18n/AppSprache.h"
+#include "library/Bibliotheksaufbau.h"
+#include "platform/Dateimanager.h"
+#include "ui/detail/UmbenennenDialog.h"
+#include "ui/main/InhaltsAnsicht.h"
+#include "ui/main/TabellenAnsicht.h"
+#include "ui/main/Werkzeuge.h"
+
+namespace spurkiste {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+
+/// A file manager that only remembers what it was asked for.
+class MerkenderDateimanager final : public Dateimanager {
+  public:
+    std::vector<std::string> gezeigte;
+
+    void zeige(const std::string& pfad) override { gezeigte.push_back(pfad); }
+};
+
+/// A window on a library of which the test drives every thread by hand.
+class InhaltsAnsichtTest : public Bibliotheksaufbau {
+  protected:
+    MerkenderDateimanager dateimanager;
+    Meldestelle sprachwechsel;
+    std::unique_ptr<Bibliothek> bibliothek;
+    std::unique_ptr<InhaltsAnsicht> fenster;
+
+    InhaltsAnsichtTest() { AppSprache::richteEin(&einstellungen, &umgebung); }
+    ~InhaltsAnsichtTest() override { AppSprache::richteEin(nullptr, nullptr); }
+
+    void oeffne(const Namen& dateien) {
+        einstellungen.schreibe("appLanguage", "de");
+        for (const std::string& name : dateien) {
+            ordner.schreibe(name, gpx(47.0, 8.0, name.starts_with("A") ? "running" : "cycling"));
+        }
+        bibliothek = mach();
+        fenster = std::make_unique<InhaltsAnsicht>(*bibliothek, einstellungen, dateimanager, sprachwechsel);
+        fenster->show();
+        QApplication::setActiveWindow(fenster.get());
+        bis([&] { return wartende() > 0 || bibliothek->laedt().wert(); });
+        setzeDurch();
+    }
+
+    /// Lets the window's event loop turn until something is so.
+    static void bis(const std::function<bool()>& soweit) {
+        while (!soweit()) {
+            QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        }
+    }
+
+    /// Lets all work be done and the window show it.
+    void setzeDurch() {
+        arbeiteAb();
+        bis([&] { return tabelle().modell().rowCount() == static_cast<int>(bibliothek->eintraege().wert().size()); });
+    }
+
+    [[nodiscard]] TabellenAnsicht& tabelle() const { return *fenster->findChild<TabellenAnsicht*>(); }
+    [[nodiscard]] QLineEdit& suchfeld() const { return fenster->findChild<Werkzeuge*>()->suchfeld(); }
+    [[nodiscard]] UmbenennenDialog* blatt() const { return fenster->findChild<UmbenennenDialog*>(); }
+
+    [[nodiscard]] Namen gezeigte() const {
+        Namen ergebnis;
+        for (int reihe = 0; reihe < tabelle().modell().rowCount(); ++reihe) {
+            ergebnis.push_back(tabelle().modell().zeile(reihe).eintrag()->dateiName);
+        }
+        return ergebnis;
+    }
+
+    void waehle(const Namen& dateien) {
+        TabellenAnsicht::Auswahl auswahl;
+        for (const std::string& name : dateien) {
+            auswahl.insert(ordner.in(name));
+        }
+        tabelle().setzeAuswahl(auswahl);
+        Q_EMIT tabelle().auswahlGeaendert(auswahl);
+        if (!dateien.empty()) {
+            tabelle().rolleZu(ordner.in(dateien.front()));
+        }
+    }
+
+    [[nodiscard]] bool sagt(const QString& text) const {
+        const auto schilder = fenster->findChildren<QLabel*>();
+        return std::any_of(schilder.begin(), schilder.end(),
+                           [&](const QLabel* schild) { return schild->isVisible() && schild->text() == text; });
+    }
+
+    /// The menu of the selected rows: its texts, a dash for a line between them; closed again.
+    [[nodiscard]] QStringList kontextmenue() const {
+        Q_EMIT tabelle().kontextmenueGewuenscht(QPoint(10, 10));
+        QStringList texte;
+        if (auto* menue = fenster->findChild<QMenu*>(QString(), Qt::FindDirectChildrenOnly)) {
+            for (const QAction* wahl : menue->actions()) {
+                texte << (wahl->isSeparator() ? QStringLiteral("-") : wahl->text());
+            }
+            delete menue;
+        }
+        return texte;
+    }
+
+    void waehleAusMenue(const QString& text) const {
+        Q_EMIT tabelle().kontextmenueGewuenscht(QPoint(10, 10));
+        auto* menue = fenster->findChild<QMenu*>(QString(), Qt::FindDirectChildrenOnly);
+        ASSERT_NE(menue, nullptr);
+        for (QAction* wahl : menue->actions()) {
+            if (wahl->text() == text) {
+                wahl->trigger();
+            }
+        }
+        delete menue;
+    }
+
+    void lasseFallen(const QByteArray& uriListe) const {
+        QMimeData daten;
+        daten.setData(QStringLiteral("text/uri-list"), uriListe);
+        QDragEnterEvent kommt(QPoint(100, 100), Qt::CopyAction, &daten, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(fenster.get(), &kommt);
+        ASSERT_TRUE(kommt.isAccepted());
+        QDropEvent fall(QPointF(100, 100), Qt::CopyAction, &daten, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(fenster.get(), &fall);
+    }
+};
+
+TEST_F(InhaltsAnsichtTest, DoesNothingToSelectedFilesThatTheSearchHides) {
+    oeffne({"Alpen.gpx", "Aare.gpx", "Bodensee.gpx"});
+    waehle({"Alpen.gpx", "Bodensee.gpx"});
+    suchfeld().setText(QStringLiteral("alp"));
+    EXPECT_THAT(gezeigte(), ElementsAre("Alpen"));
+    EXPECT_THAT(kontextmenue(), ElementsAre("Umbenennen", "Im Finder zeigen", "-", "In den Papierkorb"));
+    QTest::keyClick(&tabelle(), Qt::Key_Delete);
+    ASSERT_EQ(papierkorb.anfragen.size(), 1U);
+    EXPECT_THAT(papierkorb.anfragen[0].pfade, ElementsAre(ordner.in("Alpen.gpx")));
+    suchfeld().setText(QStringLiteral("aare"));
+    QTest::keyClick(&tabelle(), Qt::Key_Delete);
+    EXPECT_EQ(papierkorb.anfragen.size(), 1U);
+    EXPECT_THAT(kontextmenue(), IsEmpty());
+}
+
+TEST_F(InhaltsAnsichtTest, TheMenuOfRowsFitsTheirNumber) {
+    oeffne({"Alpen.gpx", "Bodensee.gpx"});
+    waehle({});
+    EXPECT_THAT(kontextmenue(), IsEmpty());
+    waehle({"Alpen.gpx", "Bodensee.gpx"});
+    EXPECT_THAT(kontextmenue(), ElementsAre("In den Papierkorb"));
+    waehle({"Alpen.gpx"});
+    waehleAusMenue(QStringLiteral("Im Finder zeigen"));
+    EXPECT_THAT(dateimanager.gezeigte, ElementsAre(ordner.in("Alpen.gpx")));
+    waehleAusMenue(QStringLiteral("Umbenennen"));
+    EXPECT_NE(blatt(), nullptr);
+}
+
+TEST_F(InhaltsAnsichtTest, ARenamedFileStaysSelectedEvenWhereTheSearchHidesIt) {
+    oeffne({"Alpen.gpx", "Bodensee.gpx"});
+    suchfeld().setText(QStringLiteral("alp"));
+    waehle({"Alpen.gpx"});
+    QTest::keyClick(&tabelle(), Qt::Key_F2);
+    ASSERT_NE(blatt(), nullptr);
+    auto* feld = blatt()->findChild<QLineEdit*>();
+    EXPECT_EQ(feld->text(), QStringLiteral("Alpen"));
+    EXPECT_EQ(feld->selectedText(), feld->text());
+    feld->setText(QStringLiteral("Churfirsten"));
+    QTest::keyClick(feld, Qt::Key_Return);
+    EXPECT_THAT(imOrdner(), ElementsAre("Bodensee.gpx", "Churfirsten.gpx"));
+    EXPECT_THAT(tabelle().auswahl(), UnorderedElementsAre(ordner.in("Churfirsten.gpx")));
+    EXPECT_THAT(gezeigte(), IsEmpty());
+    EXPECT_TRUE(sagt(QStringLiteral("Churfirsten")));
+}
+
+TEST_F(InhaltsAnsichtTest, ASheetWhoseFileVanishedDoesNoHarm) {
+    oeffne({"Alpen.gpx", "Bodensee.gpx"});
+    waehle({"Alpen.gpx"});
+    QTest::keyClick(&tabelle(), Qt::Key_F2);
+    ASSERT_NE(blatt(), nullptr);
+    std::filesystem::remove(ordner.in("Alpen.gpx"));
+    bibliothek->lade();
+    setzeDurch();
+    EXPECT_THAT(gezeigte(), ElementsAre("Bodensee"));
+    blatt()->findChild<QLineEdit*>()->setText(QStringLiteral("Bodensee 2"));
+    QTest::keyClick(blatt()->findChild<QLineEdit*>(), Qt::Key_Return);
+    EXPECT_THAT(imOrdner(), ElementsAre("Bodensee.gpx"));
+    bis([&] { return sagt(QStringLiteral("Umbenennen fehlgeschlagen: No such file or directory")); });
+}
+
+TEST_F(InhaltsAnsichtTest, TheWindowsKeysRestWhileASheetIsOpen) {
+    oeffne({"Alpen.gpx"});
+    waehle({"Alpen.gpx"});
+    QTest::keyClick(&tabelle(), Qt::Key_F2);
+    ASSERT_NE(blatt(), nullptr);
+    ordner.schreibe("Neu.gpx", gpx(47.0, 8.0));
+    QTest::keyClick(blatt()->findChild<QLineEdit*>(), Qt::Key_F5);
+    EXPECT_EQ(wartende(), 0U);
+    QTest::keyClick(blatt()->findChild<QLineEdit*>(), Qt::Key_Escape);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(blatt(), nullptr);
+    QTest::keyClick(fenster.get(), Qt::Key_F5);
+    EXPECT_EQ(arbeiter.wartende(), 1U);
+}
+
+TEST_F(InhaltsAnsichtTest, EachDroppedFileIsAnImportOfItsOwnInTheOrderOfTheDrop) {
+    oeffne({"Tour.gpx"});
+    const TempOrdner fremd;
+    for (const char* name : {"b.gpx", "a.gpx", "\xC3\xBC ber.gpx", "text.txt"}) {
+        fremd.schreibe(name, gpx(46.0, 9.0));
+    }
+    const auto uri = [&](const char* name) { return QByteArray("file://") + fremd.in("").c_str() + name + "\r\n"; };
+    lasseFallen("# made up\r\n" + uri("b.gpx") + uri("text.txt") + "https://example.org/x.gpx\r\n" + uri("a.gpx") +
+                uri("%C3%BC%20ber.gpx"));
+    Namen nacheinander;
+    while (wartende() > 0) {
+        const Namen davor = imOrdner();
+        kopierer.fuehreAlle();
+        for (const std::string& name : imOrdner()) {
+            if (std::find(davor.begin(), davor.end(), name) == davor.end()) {
+                nacheinander.push_back(name);
+            }
+        }
+        arbeiter.fuehreAlle();
+        hauptfaden.fuehreAlle();
+    }
+    EXPECT_THAT(nacheinander, ElementsAre("b.gpx", "a.gpx", "\xC3\xBC ber.gpx"));
+    setzeDurch();
+}
+
+TEST_F(InhaltsAnsichtTest, OpenedFilesOfTheLibraryAreShownWhateverTheFilterHides) {
+    oeffne({"Alpen.gpx", "Bodensee.gpx"});
+    suchfeld().setText(QStringLiteral("alp"));
+    const TempOrdner fremd;
+    fremd.schreibe("Fremd.gpx", gpx(46.0, 9.0));
+    fenster->oeffneDateien({ordner.in("Bodensee.gpx"), fremd.in("Fremd.gpx"), fremd.pfad(), fremd.in("fehlt.gpx")});
+    setzeDurch();
+    EXPECT_THAT(tabelle().auswahl(), UnorderedElementsAre(ordner.in("Bodensee.gpx")));
+    EXPECT_THAT(gezeigte(), UnorderedElementsAre("Alpen", "Bodensee", "Fremd"));
+    EXPECT_TRUE(suchfeld().text().isEmpty());
+}
+
+TEST_F(InhaltsAnsichtTest, AChosenLanguageIsSpokenByAllWindows) {
+    oeffne({"Alpen.gpx", "Bodensee.gpx"});
+    InhaltsAnsicht zweites(*bibliothek, einstellungen, dateimanager, sprachwechsel);
+    auto* werkzeuge = fenster->findChild<Werkzeuge*>();
+    Q_EMIT werkzeuge->spracheGewaehlt(QStringLiteral("en"));
+    EXPECT_EQ(einstellungen.lies("appLanguage"), "en");
+    for (const InhaltsAnsicht* eines : std::initializer_list<const InhaltsAnsicht*>{fenster.get(), &zweites}) {
+        const auto& titel = eines->findChild<TabellenAnsicht*>()->modell();
+        EXPECT_EQ(titel.headerData(1, Qt::Horizontal, Qt::DisplayRole).toString(), QStringLiteral("Date"));
+    }
+    Q_EMIT werkzeuge->spracheGewaehlt(QStringLiteral("de"));
+    EXPECT_EQ(tabelle().modell().headerData(1, Qt::Horizontal, Qt::DisplayRole).toString(), QStringLiteral("Datum"));
+}
+
+}  // namespace
+}  // namespace spurkiste
