@@ -92,6 +92,16 @@ class Bibliotheksaufbau : public testing::Test {
         return bibliothek;
     }
 
+    /// The same with tracks of these names.
+    std::unique_ptr<Bibliothek> mitSpuren(const Namen& alle) {
+        for (const std::string& name : alle) {
+            ordner.schreibe(name, gpx(47, 8));
+        }
+        return geladen();
+    }
+
+    static const GpxMetadaten& erster(const Bibliothek& bibliothek) { return *bibliothek.eintraege().wert().front(); }
+
     /// The names in the library folder but for the cache, sorted.
     [[nodiscard]] Namen imOrdner() const {
         Namen alle = dateien::liste(ordner.pfad());

@@ -1,0 +1,195 @@
+#include <filesystem>
+#include <optional>
+#include <random>
+#include <set>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "base/ArbeiterPool.h"
+#include "base/Hauptschlange.h"
+#include "library/Importaufbau.h"
+
+namespace spurkiste {
+namespace {
+
+namespace fs = std::filesystem;
+
+class BibliothekImportAblaufTest : public Importaufbau {};
+
+TEST_F(BibliothekImportAblaufTest, doesNotMakeTheWindowWait) {
+    const auto bibliothek = mach();
+    bool fertig = false;
+    bibliothek->importiere(fremde({"a.gpx", "b.gpx"}), [&] { fertig = true; });
+    EXPECT_TRUE(imOrdner().empty());
+    for (std::size_t i = 0; i < 2; ++i) {
+        EXPECT_EQ(imOrdner().size(), i);
+        EXPECT_FALSE(bibliothek->laedt().wert());
+        kopierer.fuehre(0);
+        hauptfaden.fuehreAlle();
+    }
+    EXPECT_TRUE(bibliothek->laedt().wert());
+    EXPECT_TRUE(namen(*bibliothek).empty());
+    arbeiter.fuehre(1);
+    hauptfaden.fuehreAlle();
+    EXPECT_EQ(namen(*bibliothek), Namen{"b.gpx"});  // each as it comes
+    EXPECT_FALSE(fertig);
+    arbeiteAb();
+    EXPECT_EQ(namen(*bibliothek), (Namen{"a.gpx", "b.gpx"}));
+    EXPECT_TRUE(fertig);
+    EXPECT_FALSE(bibliothek->laedt().wert());
+    EXPECT_NE(cacheText().find("b.gpx"), std::string::npos);
+}
+
+TEST_F(BibliothekImportAblaufTest, cachesAgainEvenWithNothingToCopy) {
+    const auto bibliothek = geladen();
+    fs::remove(ordner.in(Cache::kDateiname));
+    bool geladenWorden = false;
+    const Abo abo = bibliothek->laedt().beobachte([&] { geladenWorden = true; });
+    bool fertig = false;
+    bibliothek->importiere(fremde({"a.txt"}), [&] { fertig = true; });
+    EXPECT_TRUE(fertig);
+    EXPECT_FALSE(geladenWorden);
+    EXPECT_TRUE(fs::exists(ordner.in(Cache::kDateiname)));
+}
+
+TEST_F(BibliothekImportAblaufTest, isOvertakenByALoadThatListsItsCopies) {
+    const auto bibliothek = mach();
+    int fertige = 0;
+    bibliothek->importiere(fremde({"a.gpx"}), [&] { ++fertige; });
+    kopierer.fuehreAlle();
+    hauptfaden.fuehreAlle();
+    arbeiter.fuehreAlle();  // read, but not merged yet
+    bibliothek->lade([&] { ++fertige; });
+    hauptfaden.fuehre(0);
+    EXPECT_TRUE(namen(*bibliothek).empty());
+    EXPECT_EQ(fertige, 1);
+    EXPECT_TRUE(bibliothek->laedt().wert());
+    arbeiteAb();
+    EXPECT_EQ(namen(*bibliothek), Namen{"a.gpx"});
+    EXPECT_EQ(fertige, 2);
+}
+
+TEST_F(BibliothekImportAblaufTest, isNotLostWhenALoadListsTheFolderBeforeItsCopiesAreMade) {
+    const auto bibliothek = mach();
+    bibliothek->importiere(fremde({"a.gpx", "b.gpx"}));
+    kopierer.fuehreAlle();
+    hauptfaden.fuehreAlle();
+    bibliothek->lade();  // sees the first one only
+    arbeiteAb();
+    EXPECT_EQ(namen(*bibliothek), (Namen{"a.gpx", "b.gpx"}));
+    EXPECT_NE(cacheText().find("b.gpx"), std::string::npos);
+}
+
+TEST_F(BibliothekImportAblaufTest, staysInItsFolderWhenTheLibraryMovesOn) {
+    const TempOrdner anderer;
+    const auto bibliothek = mach();
+    bibliothek->importiere(fremde({"a.gpx", "b.gpx"}));
+    kopierer.fuehreAlle();
+    bibliothek->wechsleOrdner(anderer.pfad());
+    arbeiteAb();
+    EXPECT_EQ(imOrdner(), (Namen{"a.gpx", "b.gpx"}));
+    EXPECT_TRUE(namen(*bibliothek).empty());
+    EXPECT_EQ(dateien::liste(anderer.pfad()), Namen{std::string(Cache::kDateiname)});
+    EXPECT_FALSE(bibliothek->laedt().wert());
+}
+
+TEST_F(BibliothekImportAblaufTest, mayEndAtAnyMoment) {
+    const std::vector<std::string> quellen = fremde({"a.gpx", "b.gpx", "c.gpx"});
+    for (int schritte = 0; schritte < 6; ++schritte) {
+        bool fertig = false;
+        {
+            const auto bibliothek = mach();
+            bibliothek->importiere(quellen, [&] { fertig = true; });
+            for (int i = 0; i < schritte; ++i) {
+                (kopierer.wartende() > 0 ? kopierer : hauptfaden).fuehre(0);
+            }
+        }
+        const Namen vorher = imOrdner();
+        arbeiteAb();
+        EXPECT_FALSE(fertig);
+        EXPECT_LE(imOrdner().size(), vorher.size() + 1);  // at most the copy in hand is finished
+        for (const std::string& name : imOrdner()) {
+            EXPECT_EQ(ordner.lies(name), gpx(47, 8)) << name;
+        }
+    }
+}
+
+/// Imports, loads and changes of folder, with all their steps in random order: in the end the library shows what its
+/// folder holds, every file once.
+TEST_F(BibliothekImportAblaufTest, endsWithWhatTheFolderHoldsInWhateverOrderThingsHappen) {
+    const std::vector<std::string> quellen = fremde({"a/x.gpx", "b/x.gpx", "y.gpx", "z.txt"});
+    for (unsigned saat = 0; saat < 100; ++saat) {
+        SCOPED_TRACE(saat);
+        std::mt19937 zufall(saat);
+        const auto wuerfle = [&](std::size_t grenze) {
+            return std::uniform_int_distribution<std::size_t>(0, grenze - 1)(zufall);
+        };
+        const TempOrdner einer;
+        const TempOrdner anderer;
+        einer.schreibe("x.gpx", gpx(46, 7));
+        Bibliothek bibliothek(anschluesse, einer.pfad());
+        std::size_t begonnen = 0;
+        std::size_t fertige = 0;
+        const auto fertig = [&] { ++fertige; };
+        bibliothek.lade();
+        for (int schritt = 0; schritt < 60 || wartende() > 0; ++schritt) {
+            const std::size_t wurf = schritt < 60 ? wuerfle(12) : 11;
+            if (wurf == 0) {
+                bibliothek.lade(fertig);
+                ++begonnen;
+            } else if (wurf <= 2) {
+                bibliothek.importiere({quellen[wuerfle(4)], quellen[wuerfle(4)]}, fertig);
+                ++begonnen;
+            } else if (wurf == 3 && wuerfle(3) == 0) {
+                bibliothek.wechsleOrdner(wuerfle(2) == 0 ? einer.pfad() : anderer.pfad());
+            } else if (wurf <= 6 && kopierer.wartende() > 0) {
+                kopierer.fuehre(0);
+            } else if (wurf <= 8 && arbeiter.wartende() > 0) {
+                arbeiter.fuehre(wuerfle(arbeiter.wartende()));
+            } else if (hauptfaden.wartende() > 0) {
+                hauptfaden.fuehre(0);
+            } else if (wurf == 11) {
+                kopierer.fuehreAlle();
+                arbeiter.fuehreAlle();
+            }
+        }
+        std::multiset<std::string> gezeigt;
+        for (const Eintrag& eintrag : bibliothek.eintraege().wert()) {
+            gezeigt.insert(eintrag->pfad);
+        }
+        std::multiset<std::string> vorhanden;
+        for (const std::string& name : dateien::liste(bibliothek.ordner().wert())) {
+            if (name != Cache::kDateiname) {
+                vorhanden.insert(bibliothek.ordner().wert() + "/" + name);
+            }
+        }
+        EXPECT_FALSE(bibliothek.laedt().wert());
+        EXPECT_EQ(fertige, begonnen);
+        EXPECT_EQ(gezeigt, vorhanden);
+        EXPECT_EQ(bibliothek.hinweis().wert(), std::nullopt);
+    }
+}
+
+TEST_F(BibliothekImportAblaufTest, worksWithRealThreads) {
+    Namen alle;
+    for (int i = 0; i < 40; ++i) {
+        alle.push_back(std::to_string(i % 8) + "/" + std::to_string(i) + ".gpx");
+    }
+    const std::vector<std::string> quellen = fremde(alle);
+    Hauptschlange schlange;
+    ArbeiterPool leser(3);
+    ArbeiterPool kopierfaden(1);
+    Bibliothek::Anschluesse echte{einstellungen, nullptr, umgebung, schlange, leser};
+    echte.kopierer = &kopierfaden;
+    Bibliothek bibliothek(echte, ordner.pfad());
+    bibliothek.lade();
+    bibliothek.importiere(quellen, [&] { schlange.beende(); });
+    schlange.laufe();
+    EXPECT_EQ(namen(bibliothek), imOrdner());
+    EXPECT_EQ(imOrdner().size(), quellen.size());
+}
+
+}  // namespace
+}  // namespace spurkiste
