@@ -4,6 +4,7 @@
 #include "ui/detail/KistePapier.h"
 #include "ui/detail/Schrift.h"
 #include "ui/main/InhaltsAnsicht.h"
+#include "ui/main/Vorleserollen.h"
 
 namespace spurkiste {
 
@@ -31,6 +32,7 @@ SpurkisteApp::SpurkisteApp(const std::optional<std::string>& ordner)
     : einstellungen_(DateiEinstellungen::ortDerSuite(DateiEinstellungen::kSuite).value_or("")),
       altbestand_(DateiEinstellungen::ortDerSuite(DateiEinstellungen::kAltbestand).value_or("")) {
     AppSprache::richteEin(&einstellungen_, &umgebung_);
+    vorleserollen::melde();  // before any widget is asked what it is
     QApplication::setStyle(QStringLiteral("Fusion"));
     QApplication::setPalette(palette());
     QApplication::setFont(Schrift::mach(12.5));

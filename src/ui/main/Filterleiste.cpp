@@ -62,6 +62,7 @@ Knopf::Aussehen zuruecksetzen() {
 Filterleiste::Filterleiste(std::function<void(const Aenderung&)> aendere, QWidget* eltern)
     : QWidget(eltern), aendere_(std::move(aendere)), rolle_(new QScrollArea(this)), zurueck_(new Knopf) {
     setFixedHeight(kHoehe);
+    setAccessibleName(QStringLiteral("Filter"));
     auto* reihe = new QWidget;
     auto* zeile = new QHBoxLayout(reihe);
     zeile->setContentsMargins(kRand - kRing - kLinie, 0, kRand - kRing - kLinie, 0);
@@ -107,7 +108,10 @@ void Filterleiste::zeigeAngebot(FilterFeld feld, Angebot angebot) {
     const auto stelle = static_cast<std::size_t>(feld);
     PapierKapsel& kapsel = *kapseln_[stelle];
     kapsel.setText(angebot.wahlen.value(angebot.gewaehlt));
-    kapsel.setAccessibleName(gestalten()[stelle].name + QStringLiteral(": ") + kapsel.text());
+    const QString name = gestalten()[stelle].name + QStringLiteral(": ") + kapsel.text();
+    if (kapsel.accessibleName() != name) {  // else a screen reader is told of each refresh
+        kapsel.setAccessibleName(name);
+    }
     kapsel.setzeAktiv(angebot.gewaehlt > 0);
     kapsel.updateGeometry();
     angebote_[stelle] = std::move(angebot);

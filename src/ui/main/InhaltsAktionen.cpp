@@ -74,6 +74,7 @@ void InhaltsAnsicht::oeffneKontextmenue(const QPoint& wo) {
     }
     auto* menue = new PapierMenue(this);
     menue->setAttribute(Qt::WA_DeleteOnClose);
+    menue->setAccessibleName(QStringLiteral("Aktionen"));
     if (auswahl.size() == 1 && eintragMit(*auswahl.begin())) {
         const std::string pfad = *auswahl.begin();
         connect(menue->addAction(QStringLiteral("Umbenennen")), &QAction::triggered, this,
@@ -119,6 +120,7 @@ void InhaltsAnsicht::oeffneUmbenennen(const std::string& pfad) {
             if (const auto neu = bibliothek_.benenneUm(*eintrag, name.toStdString())) {
                 zustand_.auswahl = {*neu};
                 auffrischung_.sofort();
+                tabelle_->rolleZu(*neu);
             }
         },
         this);

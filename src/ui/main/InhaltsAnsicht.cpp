@@ -119,6 +119,7 @@ void InhaltsAnsicht::ordneAn() {
     stapel->addWidget(werkzeuge_);
     stapel->addWidget(teiler_, 1);
     stapel->addWidget(status_);
+    setTabOrder(tabelle_->horizontalHeader(), tabelle_);  // moving it here has put it first
 }
 
 void InhaltsAnsicht::verbinde(const Meldestelle& sprachwechsel) {

@@ -1,6 +1,5 @@
 #include "ui/main/Statusleiste.h"
 
-#include <QAccessible>
 #include <QHBoxLayout>
 #include <QPainter>
 
@@ -25,14 +24,11 @@ Statusleiste::Statusleiste(QWidget* eltern)
       dateien_(new Schild(this)),
       summe_(new Schild(this)),
       ring_(new Ladering(this)),
-      hinweis_(new Schild(this)),
+      hinweis_(new Hinweiszeile(this)),
       ordner_(new Schild(this)) {
     setFixedHeight(kHoehe);
     dateien_->setzeFarbe(KistePapier::tinte);
     summe_->setzeFarbe(KistePapier::tinteLeise);
-    hinweis_->setzeFarbe(KistePapier::rot);
-    hinweis_->setzeKuerzung(Qt::ElideRight);
-    hinweis_->hide();
     ring_->hide();
     ordner_->setzeFarbe(KistePapier::gravur);
     ordner_->setzeKuerzung(Qt::ElideLeft);
@@ -50,9 +46,11 @@ Statusleiste::Statusleiste(QWidget* eltern)
 }
 
 void Statusleiste::kleide() {
-    for (Schild* schild : {dateien_, summe_, hinweis_, ordner_}) {
-        schild->setFont(Schrift::mach(11.5, QFont::Medium));
+    const QFont schrift = Schrift::mach(11.5, QFont::Medium);
+    for (Schild* schild : {dateien_, summe_, ordner_}) {
+        schild->setFont(schrift);
     }
+    hinweis_->kleide(schrift);
 }
 
 void Statusleiste::zeigeZahlen(const QString& dateien, const QString& summe) {
@@ -63,21 +61,14 @@ void Statusleiste::zeigeZahlen(const QString& dateien, const QString& summe) {
 void Statusleiste::zeigeLaden(bool laedt, std::size_t ausstehend) {
     ring_->setVisible(laedt);
     const QString text = QStringLiteral("Noch %1 Dateien zu lesen").arg(ausstehend);
-    ring_->setToolTip(text);
-    ring_->setAccessibleName(text);
+    if (ring_->toolTip() != text) {  // else a screen reader is told of each refresh
+        ring_->setToolTip(text);
+        ring_->setAccessibleName(text);
+    }
 }
 
 void Statusleiste::zeigeHinweis(const QString& hinweis) {
-    if (hinweis_->text() == hinweis) {
-        return;
-    }
-    hinweis_->setText(hinweis);
-    hinweis_->setToolTip(hinweis);
-    hinweis_->setVisible(!hinweis.isEmpty());
-    if (!hinweis.isEmpty()) {
-        QAccessibleEvent meldung(hinweis_, QAccessible::Alert);
-        QAccessible::updateAccessibility(&meldung);
-    }
+    hinweis_->zeige(hinweis);
 }
 
 void Statusleiste::zeigeOrdner(const QString& ordner) {

@@ -4,6 +4,7 @@
 
 #include "ui/detail/Ladering.h"
 #include "ui/detail/Schild.h"
+#include "ui/main/Hinweiszeile.h"
 
 namespace spurkiste {
 
@@ -32,7 +33,7 @@ class Statusleiste final : public QWidget {
     Schild* dateien_;
     Schild* summe_;
     Ladering* ring_;
-    Schild* hinweis_;
+    Hinweiszeile* hinweis_;
     Schild* ordner_;
 };
 

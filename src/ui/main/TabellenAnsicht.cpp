@@ -80,8 +80,8 @@ TabellenAnsicht::TabellenAnsicht(QWidget* eltern)
 void TabellenAnsicht::setzeSortierung(const Sortierung& sortierung) {
     const auto& vergleiche = sortierung.vergleiche();
     const auto erster = vergleiche.empty() ? std::nullopt : std::optional(vergleiche.front());
-    kopf_->setzeSortierung(erster);
     modell_->setzeSortierung(erster);
+    kopf_->setzeSortierung(erster);
 }
 
 int TabellenAnsicht::reiheVon(const std::string& pfad) const {

@@ -155,10 +155,20 @@ void TabellenAnsicht::keyPressEvent(QKeyEvent* ereignis) {
         case Qt::Key_Delete:
             Q_EMIT loeschenGewuenscht();
             return;
+        case Qt::Key_Up:
+        case Qt::Key_Down:
+            if (auswahl().empty()) {  // the keyboard is on a row already, though nobody sees where
+                return setCurrentIndex(hier);
+            }
+            break;
         default:
             break;
     }
     QTableView::keyPressEvent(ereignis);
+    const bool sprung = ereignis->key() == Qt::Key_Home || ereignis->key() == Qt::Key_End;
+    if (ohne && sprung && hier.isValid() && currentIndex() == hier) {
+        setCurrentIndex(hier);  // selects the row, for which the toolkit would have to move
+    }
 }
 
 void TabellenAnsicht::keyboardSearch(const QString& suche) {

@@ -48,8 +48,11 @@ Tabellenkopf::Tabellenkopf(QWidget* eltern) : QHeaderView(Qt::Horizontal, eltern
 }
 
 void Tabellenkopf::setzeSortierung(const std::optional<Vergleich>& vergleich) {
-    sortierung_ = vergleich;
-    viewport()->update();
+    if (sortierung_ != vergleich) {
+        sortierung_ = vergleich;
+        sageAn();
+        viewport()->update();
+    }
 }
 
 void Tabellenkopf::setzeBreiten(const Spaltenbreiten& breiten) {
@@ -122,10 +125,20 @@ void Tabellenkopf::keyPressEvent(QKeyEvent* ereignis) {
 
 void Tabellenkopf::waehle(int spalte) {
     gewaehlt_ = std::clamp(spalte, 0, std::max(0, count() - 1));
-    // For a screen reader the header is one control; it says which column it is on.
-    setAccessibleName(model() == nullptr ? QString() : model()->headerData(gewaehlt_, Qt::Horizontal).toString());
+    sageAn();
     viewport()->update();
     Q_EMIT spalteGewaehlt(gewaehlt_);
+}
+
+void Tabellenkopf::sageAn() {
+    // For a screen reader the header is one control; it says which column it is on, and whether that one sorts.
+    if (model() != nullptr) {
+        const auto text = [this](int rolle) {
+            return model()->headerData(gewaehlt_, Qt::Horizontal, rolle).toString();
+        };
+        setAccessibleName(text(Qt::DisplayRole));
+        setAccessibleDescription(text(Qt::AccessibleDescriptionRole));
+    }
 }
 
 void Tabellenkopf::focusInEvent(QFocusEvent* ereignis) {

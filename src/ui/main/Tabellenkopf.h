@@ -50,6 +50,7 @@ class Tabellenkopf final : public QHeaderView {
     void folgeDemZug(int spalte, int breite);
     void wendeAn();
     void waehle(int spalte);
+    void sageAn();
 
     Schriftsatz satz_;
     Bildvorrat bilder_;

@@ -1,0 +1,28 @@
+#include "ui/main/Hinweiszeile.h"
+
+#include <QHBoxLayout>
+
+#include "ui/detail/KistePapier.h"
+
+namespace spurkiste {
+
+Hinweiszeile::Hinweiszeile(QWidget* eltern) : QWidget(eltern), text_(new Schild(this)) {
+    text_->setzeFarbe(KistePapier::rot);
+    text_->setzeKuerzung(Qt::ElideRight);
+    auto* zeile = new QHBoxLayout(this);
+    zeile->setContentsMargins(0, 0, 0, 0);
+    zeile->addWidget(text_);
+    hide();
+}
+
+void Hinweiszeile::zeige(const QString& hinweis) {
+    if (text_->text() == hinweis) {
+        return;
+    }
+    hide();
+    text_->setText(hinweis);
+    text_->setToolTip(hinweis);
+    setVisible(!hinweis.isEmpty());
+}
+
+}  // namespace spurkiste

@@ -1,0 +1,53 @@
+#include "ui/main/Vorleserollen.h"
+
+#include <QAccessibleWidget>
+#include <algorithm>
+#include <array>
+
+#include "ui/detail/DetailKarte.h"
+#include "ui/detail/Kachel.h"
+#include "ui/detail/Ladering.h"
+#include "ui/detail/SkizzenAnsicht.h"
+#include "ui/main/Filterleiste.h"
+#include "ui/main/Hinweiszeile.h"
+#include "ui/main/InhaltsAnsicht.h"
+#include "ui/main/Statusleiste.h"
+#include "ui/main/Tabellenkopf.h"
+#include "ui/main/Werkzeuge.h"
+
+namespace spurkiste::vorleserollen {
+
+namespace {
+
+struct Rolle {
+    const QMetaObject* klasse;
+    QAccessible::Role rolle;
+};
+
+const std::array kRollen{
+    Rolle{&InhaltsAnsicht::staticMetaObject, QAccessible::Window},
+    Rolle{&Werkzeuge::staticMetaObject, QAccessible::ToolBar},
+    Rolle{&Filterleiste::staticMetaObject, QAccessible::ToolBar},
+    Rolle{&Tabellenkopf::staticMetaObject, QAccessible::ColumnHeader},
+    Rolle{&Statusleiste::staticMetaObject, QAccessible::StatusBar},
+    Rolle{&Hinweiszeile::staticMetaObject, QAccessible::Notification},
+    Rolle{&Ladering::staticMetaObject, QAccessible::Animation},
+    Rolle{&SkizzenAnsicht::staticMetaObject, QAccessible::Graphic},
+    Rolle{&Kachel::staticMetaObject, QAccessible::Grouping},
+    Rolle{&DetailKarte::staticMetaObject, QAccessible::Grouping},
+};
+
+/// The toolkit asks for each widget that somebody looks at, first by the name of its class.
+QAccessibleInterface* beschreibe(const QString& /*klasse*/, QObject* objekt) {
+    const auto* gefunden = std::find_if(kRollen.begin(), kRollen.end(),
+                                        [&](const Rolle& rolle) { return rolle.klasse == objekt->metaObject(); });
+    return gefunden == kRollen.end() ? nullptr : new QAccessibleWidget(qobject_cast<QWidget*>(objekt), gefunden->rolle);
+}
+
+}  // namespace
+
+void melde() {
+    QAccessible::installFactory(beschreibe);
+}
+
+}  // namespace spurkiste::vorleserollen

@@ -1,0 +1,50 @@
+"""What a screen reader hears of the programs on the accessibility bus, as it happens."""
+
+from gi.repository import GLib
+
+from fenster_test import warte_bis
+
+
+class Ohr:
+    """Listens from now on; events arrive while somebody waits."""
+
+    def __init__(self, atspi):
+        self.atspi = atspi
+        self.fokus = []    # (role, name, description) of what got the keyboard
+        self.gezeigt = []  # (role, texts) of what appeared
+        atspi.Registry.registerEventListener(self.hoere, "object:state-changed:focused", "object:state-changed:showing")
+
+    def hoere(self, ereignis):
+        if not ereignis.detail1:
+            return
+        try:
+            quelle = ereignis.source
+            if ereignis.type.startswith("object:state-changed:focused"):
+                self.fokus.append((quelle.getRole(), quelle.name, quelle.description))
+            else:
+                self.gezeigt.append((quelle.getRole(), [kind.name for kind in quelle]))
+        except GLib.Error:  # it has gone already
+            pass
+
+    @staticmethod
+    def lausche():
+        while GLib.MainContext.default().iteration(False):
+            pass
+
+    def warte(self, bedingung, worauf):
+        def gehoert():
+            self.lausche()
+            return bedingung()
+        return warte_bis(gehoert, worauf)
+
+    def warte_auf_fokus(self, tue):
+        """Does something that moves the keyboard, and returns the role and the name of what has it then."""
+        self.lausche()
+        self.fokus.clear()
+        tue()
+        self.warte(lambda: self.fokus, "something gets the keyboard")
+        return self.fokus[-1][:2]
+
+    def meldungen(self):
+        """The notices that appeared."""
+        return [texte[0] for rolle, texte in self.gezeigt if rolle == self.atspi.ROLE_NOTIFICATION]

@@ -1,0 +1,212 @@
+"""Does the whole job with keys alone: no mouse, and the accessibility bus is only read. Looks at the disk after each step.
+
+tastatur_test.py PROGRAM RESOURCES: like fenster_test.py, whose surroundings it shares.
+"""
+
+import os
+import tempfile
+import unittest
+
+import fenster_test
+from aktionen_test import Programm, fuelle, xdotool
+from fenster_test import spur
+from ohr import Ohr
+
+
+class Tastatur(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        import pyatspi
+
+        cls.atspi = pyatspi
+        cls.ablage = tempfile.TemporaryDirectory()
+        cls.addClassCleanup(cls.ablage.cleanup)
+        cls.heim, cls.meine, cls.stick = (os.path.join(cls.ablage.name, name) for name in ("heim", "Meine Touren", "Stick & Karte"))
+        os.makedirs(cls.heim, mode=0o700)
+        fuelle(cls.meine, {"Alpen": spur(47.4, "2023-01-02"), "Tour": spur(47.9, "2024-09-21", "<type>running</type>"),
+                           "Zürichberg": spur(47.6, "2022-05-01")})
+        fuelle(cls.stick, {"Neue Spur": spur(47.7, "2024-01-01"), "Zürichberg": spur(47.8, "2024-01-02")})
+        cls.programm = Programm(pyatspi, cls.meine, cls.heim, 0)
+        cls.addClassCleanup(cls.programm.beende)
+        cls.ohr = Ohr(pyatspi)
+        # What a window manager would do: without one, no window gets the keyboard by itself.
+        xdotool("windowfocus", "--sync", cls.programm.nummer)
+
+    def run(self, result=None):
+        result.failfast = True  # each step stands on those before it
+        return super().run(result)
+
+    # --- Pressing keys and looking at what came of it ---------------------------------------------------------------
+
+    def gehe_zu(self, rolle, name="", taste="Tab"):
+        """Goes from control to control until one of this role, whose name begins so, has the keyboard."""
+        besucht = []
+        while len(besucht) < 40:
+            hier = self.ohr.warte_auf_fokus(lambda: xdotool("key", taste))
+            if hier[0] == rolle and hier[1].startswith(name):
+                return
+            besucht.append(hier[1])
+        self.fail(f"{name} cannot be reached by {taste}, only {besucht}")
+
+    def gehe_zum_knopf(self, name):
+        self.gehe_zu(self.atspi.ROLE_PUSH_BUTTON, name)
+
+    def waehle(self, oeffne, *tasten):
+        self.programm.waehle(lambda: xdotool("key", oeffne), *tasten)
+
+    def waehle_zeile(self, name):
+        if self.ohr.warte_auf_fokus(lambda: xdotool("key", "ctrl+f"))[0] != self.atspi.ROLE_TEXT:
+            self.fail("Ctrl+F does not lead to the search")
+        self.gehe_zu(self.atspi.ROLE_TABLE)
+        xdotool("key", "Home", *["Down"] * self.reihen().index(name))
+        self.ohr.warte(lambda: name + ".gpx" in self.programm.texte(), f"{name} is selected")
+
+    def reihen(self):
+        tabelle = self.programm.tabelle()
+        return [tabelle.getAccessibleAt(zeile, 0).name for zeile in range(tabelle.nRows)]
+
+    def erwarte_reihen(self, *namen):
+        self.ohr.warte(lambda: self.reihen() == list(namen), f"{namen}, but there is {self.reihen()}")
+
+    def erwarte_dateien(self, *namen):
+        self.ohr.warte(lambda: self.programm.dateien() == sorted(name + ".gpx" for name in namen),
+                       f"{namen}, but there is {self.programm.dateien()}")
+        self.ohr.warte(lambda: sorted(self.reihen()) == sorted(namen), "the table shows them")
+
+    def im_waehler(self, oeffne, titel, *eingaben):
+        """Opens a chooser of files by a key and types into it."""
+        def offen():
+            return [f for f in self.programm.fenster() if f.name == titel]
+        self.ohr.warte_auf_fokus(lambda: xdotool("key", oeffne))
+        self.ohr.warte(offen, "the chooser opens")
+        xdotool("search", "--sync", "--onlyvisible", "--name", titel.split()[0], "windowfocus", "--sync")
+        for eingabe in eingaben:
+            xdotool("type", "--delay", "20", eingabe)
+            xdotool("key", "Return")
+        self.ohr.warte(lambda: not offen(), "the chooser is closed")
+        xdotool("windowfocus", "--sync", self.programm.nummer)
+
+    def einstellungen(self):
+        with open(os.path.join(self.heim, "spurkiste/einstellungen.conf"), encoding="utf-8") as datei:
+            return datei.read()
+
+    # --- The job ----------------------------------------------------------------------------------------------------
+
+    def test_01_imports(self):
+        self.im_waehler("ctrl+o", "GPX-Dateien in die Bibliothek kopieren", self.stick + "/", '"Neue Spur.gpx" "Zürichberg.gpx"')
+        self.erwarte_dateien("Alpen", "Neue Spur", "Tour", "Zürichberg", "Zürichberg 2")
+        self.assertEqual(self.programm.lies("Zürichberg 2.gpx"), spur(47.8, "2024-01-02"))
+        self.assertEqual(sorted(os.listdir(self.stick)), ["Neue Spur.gpx", "Zürichberg.gpx"])
+
+    def test_02_searches_and_takes_it_back(self):
+        xdotool("key", "ctrl+f")
+        xdotool("type", "--delay", "20", "neue sp")
+        self.ohr.warte(lambda: "1 / 5 ROUTEN" in self.programm.texte(), "the search narrows the table")
+        self.erwarte_reihen("Neue Spur")
+        xdotool("key", "Escape")
+        self.ohr.warte(lambda: len(self.reihen()) == 5, "Escape takes the search back")
+
+    def test_03_filters_and_resets(self):
+        self.gehe_zum_knopf("Sport: ")
+        self.waehle("space", "Down")
+        self.ohr.warte(lambda: 0 < len(self.reihen()) < 5, "the filter hides rows")
+        self.gehe_zum_knopf("Zurücksetzen")
+        xdotool("key", "space")
+        self.ohr.warte(lambda: len(self.reihen()) == 5, "all rows are back")
+
+    def test_04_sorts(self):
+        self.gehe_zu(self.atspi.ROLE_TABLE_COLUMN_HEADER)
+        xdotool("key", "Home", "Return")
+        self.erwarte_reihen("Alpen", "Neue Spur", "Tour", "Zürichberg", "Zürichberg 2")
+        xdotool("key", "Return")
+        self.erwarte_reihen("Zürichberg 2", "Zürichberg", "Tour", "Neue Spur", "Alpen")
+        xdotool("key", "Right", "Right", "Right", "Return")
+        self.erwarte_reihen("Alpen", "Zürichberg", "Neue Spur", "Zürichberg 2", "Tour")
+        xdotool("key", "Home", "space")
+        self.erwarte_reihen("Alpen", "Neue Spur", "Tour", "Zürichberg", "Zürichberg 2")
+
+    def test_05_sets_the_sport_from_the_row_and_from_the_header(self):
+        self.waehle_zeile("Alpen")
+        self.waehle("space", "End")
+        self.ohr.warte(lambda: "<type>kayaking</type>" in self.programm.lies("Alpen.gpx"), "the sport stands in the file")
+        self.gehe_zum_knopf("Sportart ändern")
+        self.waehle("Return", "Home", "Down")
+        self.ohr.warte(lambda: "<type>running</type>" in self.programm.lies("Alpen.gpx"), "the other sport stands in the file")
+        self.ohr.warte(lambda: self.programm.zelle("Alpen", 2).name == "Sportart Laufen", "the table says so")
+
+    def test_06_renames(self):
+        self.waehle_zeile("Tour")
+        for oeffne, name in (lambda: xdotool("key", "F2"), "Abendrunde"), (lambda: xdotool("key", "Return"), "Abend"):
+            self.assertEqual(self.ohr.warte_auf_fokus(oeffne), (self.atspi.ROLE_TEXT, "Dateiname"))
+            xdotool("type", "--delay", "20", name)
+            self.gehe_zum_knopf("Umbenennen")
+            xdotool("key", "space")
+            self.erwarte_dateien("Alpen", "Neue Spur", name, "Zürichberg", "Zürichberg 2")
+            self.ohr.warte(lambda: name + ".gpx" in self.programm.texte(), "it is still selected")
+
+    def test_07_changes_its_mind_in_the_menu_and_in_the_sheet(self):
+        self.waehle_zeile("Abend")
+        self.programm.waehle(lambda: xdotool("key", "Menu"), "Home")
+        self.ohr.warte(lambda: self.programm.alle(self.atspi.ROLE_TEXT, name="Dateiname"), "the sheet is open")
+        xdotool("type", "--delay", "20", "Falsch")
+        xdotool("key", "Escape")
+        self.ohr.warte(lambda: not self.programm.alle(self.atspi.ROLE_TEXT, name="Dateiname"), "the sheet is closed")
+        self.erwarte_dateien("Alpen", "Neue Spur", "Abend", "Zürichberg", "Zürichberg 2")
+
+    def test_08_throws_away_one_and_several(self):
+        self.waehle_zeile("Zürichberg")
+        xdotool("key", "shift+Down")
+        self.ohr.warte(lambda: self.programm.tabelle().nSelectedRows == 2, "two rows are selected")
+        xdotool("key", "Delete")
+        self.erwarte_dateien("Abend", "Alpen", "Neue Spur")
+        papierkorb = os.path.join(self.heim, "Trash/files")
+        self.assertEqual(sorted(os.listdir(papierkorb)), ["Zürichberg 2.gpx", "Zürichberg.gpx"])
+        self.waehle_zeile("Neue Spur")
+        self.programm.waehle(lambda: xdotool("key", "Menu"), "End")
+        self.erwarte_dateien("Abend", "Alpen")
+        self.assertIn("Neue Spur.gpx", os.listdir(papierkorb))
+
+    def test_09_every_control_is_reached_and_the_way_back_is_the_same(self):
+        self.waehle_zeile("Abend")
+        erreichbar = {(e.getRole(), e.name) for e in self.programm.alle(self.atspi.ROLE_PUSH_BUTTON, self.atspi.ROLE_TEXT, self.atspi.ROLE_TABLE)
+                      if e.getState().contains(self.atspi.STATE_FOCUSABLE) and e.getState().contains(self.atspi.STATE_SHOWING)}
+        self.assertGreater(len(erreichbar), 12)
+        hin = self.rundgang("Tab", len(erreichbar))
+        self.assertLessEqual(erreichbar, set(hin))
+        self.assertIn(self.atspi.ROLE_TABLE_COLUMN_HEADER, [rolle for rolle, _ in hin])
+        self.assertEqual(self.rundgang("shift+Tab", len(erreichbar)), list(reversed(hin)))
+
+    def rundgang(self, taste, mindestens):
+        """Where a key leads to, from the table to the table; the table, being one more stop, stands last, or first."""
+        stellen = []
+        while not stellen or stellen[-1][0] != self.atspi.ROLE_TABLE:
+            self.assertLess(len(stellen), 2 * mindestens, f"the table is never reached again: {stellen}")
+            stellen.append(self.ohr.warte_auf_fokus(lambda: xdotool("key", taste)))
+        return stellen if taste == "Tab" else stellen[-1:] + stellen[:-1]
+
+    def test_10_opens_and_closes_another_window(self):
+        def fenster():
+            return len(self.programm.alle(self.atspi.ROLE_TABLE))
+        xdotool("key", "ctrl+n")
+        self.ohr.warte(lambda: fenster() == 2, "another window opens")
+        nummern = xdotool("search", "--sync", "--all", "--onlyvisible", "--pid", self.programm.prozess.pid, "--name", "Korvo GPX Library").split()
+        neues, = set(nummern) - {self.programm.nummer}
+        xdotool("windowfocus", "--sync", neues, "key", "ctrl+w")
+        self.ohr.warte(lambda: fenster() == 1, "it is closed")
+        xdotool("windowfocus", "--sync", self.programm.nummer)
+
+    def test_11_speaks_another_language(self):
+        self.gehe_zum_knopf("Sprache")
+        self.waehle("space", "Home", "Down", "Down")  # the system's, German, English
+        self.ohr.warte(lambda: self.programm.alle(self.atspi.ROLE_PUSH_BUTTON, name="Import"), "the window is English")
+        self.assertIn("appLanguage=en", self.einstellungen())
+
+    def test_12_changes_the_folder(self):
+        self.gehe_zum_knopf("Folder")
+        self.im_waehler("space", "Bibliotheksordner wählen", self.stick)
+        self.ohr.warte(lambda: sorted(self.reihen()) == ["Neue Spur", "Zürichberg"], "the other folder is shown")
+        self.assertIn("bibliothekOrdner=" + self.stick, self.einstellungen())
+
+
+if __name__ == "__main__":
+    fenster_test.main()
