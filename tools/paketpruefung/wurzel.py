@@ -32,6 +32,8 @@ def warum_nicht_frisch(archive, ablage):
     """Why no fresh system can be made here; empty when one can."""
     if os.geteuid() != 0:
         return "only root can change into one"
+    if rufe("unshare", "--mount", "--pid", "--fork", "true").returncode != 0:
+        return "mounting is not allowed here"
     if not archive:
         return "apt has no list of Debian's packages (apt-get update)"
     _, adresse, ausgabe, _ = archive[0].split()
