@@ -31,8 +31,7 @@ DetailKarte::DetailKarte(std::size_t zeilen, QWidget* element, QWidget* eltern)
     for (std::size_t i = 0; i < zeilen; ++i) {
         const int reihe = static_cast<int>(i);
         schilder_.push_back(neuesSchild());
-        werte_.push_back(neueTextzeile(KistePapier::tinte, true, this));
-        werte_.back()->setWordWrap(true);
+        werte_.push_back(new Absatz(KistePapier::tinte, true, this));
         reihen_->addWidget(schilder_.back(), reihe, 0, Qt::AlignTop);
         reihen_->addWidget(werte_.back(), reihe, 1, Qt::AlignTop);
     }
@@ -61,10 +60,9 @@ DetailKarte::DetailKarte(std::size_t zeilen, QWidget* element, QWidget* eltern)
     kleide();
 }
 
-QLabel* DetailKarte::neuesSchild() {
-    QLabel* schild = neueTextzeile(KistePapier::tinteLeise, false, this);
+Absatz* DetailKarte::neuesSchild() {
+    auto* schild = new Absatz(KistePapier::tinteLeise, false, this);
     schild->setFixedWidth(kSchildbreite);
-    schild->setWordWrap(true);
     return schild;
 }
 
@@ -72,7 +70,7 @@ void DetailKarte::kleide() {
     titel_->setFont(Schrift::mach(10, QFont::Bold, 1.8));
     const QFont schrift = Schrift::mach(12.5, QFont::Medium);
     for (const auto* gruppe : {&schilder_, &werte_}) {
-        for (QLabel* zeile : *gruppe) {
+        for (Absatz* zeile : *gruppe) {
             zeile->setFont(schrift);
         }
     }
@@ -86,11 +84,12 @@ void DetailKarte::zeige(const QString& titel, std::span<const DetailTexte::Zeile
     titel_->setText(titel);
     setAccessibleName(titel);
     if (elementSchild_ != nullptr) {
-        elementSchild_->setText(elementSchild);
+        elementSchild_->zeige(elementSchild);
     }
     for (std::size_t i = 0; i < zeilen.size(); ++i) {
-        schilder_[i]->setText(alsText(zeilen[i].schild));
-        werte_[i]->setText(alsText(zeilen[i].wert));
+        schilder_[i]->zeige(alsText(zeilen[i].schild));
+        werte_[i]->zeige(alsText(zeilen[i].wert));
+        werte_[i]->setAccessibleName(alsText(zeilen[i].schild));
     }
 }
 

@@ -1,11 +1,11 @@
 #pragma once
 
 #include <QGridLayout>
-#include <QLabel>
 #include <QWidget>
 #include <span>
 #include <vector>
 
+#include "ui/detail/Absatz.h"
 #include "ui/detail/DetailTexte.h"
 #include "ui/detail/Schild.h"
 
@@ -28,14 +28,14 @@ class DetailKarte final : public QWidget {
     void paintEvent(QPaintEvent* ereignis) override;
 
   private:
-    [[nodiscard]] QLabel* neuesSchild();
+    [[nodiscard]] Absatz* neuesSchild();
 
     Schild* titel_;
     QWidget* strich_;
     QGridLayout* reihen_;
-    QLabel* elementSchild_ = nullptr;
-    std::vector<QLabel*> schilder_;
-    std::vector<QLabel*> werte_;
+    Absatz* elementSchild_ = nullptr;
+    std::vector<Absatz*> schilder_;
+    std::vector<Absatz*> werte_;
 };
 
 }  // namespace spurkiste

@@ -1,8 +1,10 @@
 #include "ui/detail/Kachel.h"
 
+#include <QFontMetricsF>
 #include <QPainter>
 #include <QVBoxLayout>
 
+#include "base/Text.h"
 #include "ui/detail/KistePapier.h"
 #include "ui/detail/Papier.h"
 #include "ui/detail/Schrift.h"
@@ -52,18 +54,35 @@ void Kachel::kleide() {
     titel_->setFont(Schrift::mach(9.5, QFont::Bold, 1.3));
     wert_->setFont(Schrift::mach(kWertschrift, QFont::DemiBold));
     zusatz_->setFont(Schrift::mach(9.5, QFont::Medium));
+    kuerze();
 }
 
 void Kachel::zeige(const DetailTexte::Kachel& kachel) {
     titel_->setText(alsText(kachel.titel));
-    wert_->setText(alsText(kachel.wert));
-    zusatz_->setText(alsText(kachel.zusatz));
-    zusatz_->setToolTip(zusatz_->text());
+    ganzerWert_ = alsText(text::einzeilig(kachel.wert));
+    zusatz_->setText(alsText(text::einzeilig(kachel.zusatz)));
     zusatz_->setVisible(!kachel.zusatz.empty());
-    setAccessibleName(titel_->text() + QStringLiteral(": ") + wert_->text());
+    kuerze();
+    setAccessibleName(titel_->text() + QStringLiteral(": ") + ganzerWert_);
     setAccessibleDescription(zusatz_->text());
     symbol_ = kachel.symbol;
     update();
+}
+
+void Kachel::resizeEvent(QResizeEvent* ereignis) {
+    QWidget::resizeEvent(ereignis);
+    kuerze();
+}
+
+void Kachel::kuerze() {
+    const double platz = width() - 2 * kRand;
+    const QString gekuerzt = QFontMetricsF(wert_->font()).elidedText(ganzerWert_, Qt::ElideRight, platz);
+    if (gekuerzt != wert_->text()) {
+        wert_->setText(gekuerzt);
+    }
+    wert_->setToolTip(gekuerzt == ganzerWert_ ? QString() : alsKurzhilfe(ganzerWert_));
+    const bool passt = QFontMetricsF(zusatz_->font()).horizontalAdvance(zusatz_->text()) <= platz;
+    zusatz_->setToolTip(passt ? QString() : alsKurzhilfe(zusatz_->text()));
 }
 
 void Kachel::paintEvent(QPaintEvent* /*ereignis*/) {

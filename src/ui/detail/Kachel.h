@@ -9,7 +9,8 @@
 
 namespace spurkiste {
 
-/// A figure on a small card: caption and icon, the value, perhaps a line below. GUI thread.
+/// A figure on a small card: caption and icon, the value, perhaps a line below. What is too long ends with an ellipsis
+/// and is whole in a tooltip. GUI thread.
 class Kachel final : public QWidget {
     Q_OBJECT
 
@@ -22,11 +23,15 @@ class Kachel final : public QWidget {
 
   protected:
     void paintEvent(QPaintEvent* ereignis) override;
+    void resizeEvent(QResizeEvent* ereignis) override;
 
   private:
+    void kuerze();
+
     Schild* titel_;
     QLabel* wert_;
     Schild* zusatz_;
+    QString ganzerWert_;
     std::string_view symbol_;
 };
 

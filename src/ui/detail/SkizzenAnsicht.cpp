@@ -1,12 +1,14 @@
 #include "ui/detail/SkizzenAnsicht.h"
 
 #include <QFontMetricsF>
+#include <QImage>
 #include <QPainter>
-#include <QPainterPath>
 #include <QPen>
-#include <QPolygonF>
+#include <algorithm>
 #include <cmath>
+#include <cstddef>
 
+#include "ui/detail/Deckung.h"
 #include "ui/detail/KistePapier.h"
 #include "ui/detail/Papier.h"
 #include "ui/detail/Schatten.h"
@@ -25,16 +27,55 @@ QPointF alsPunkt(const SkizzenGeometrie::Punkt& punkt) {
     return {punkt.x, punkt.y};
 }
 
-/// All lines as one polygon with gaps would be simpler, but joining is what must not happen.
-QPainterPath alsPfad(const SkizzenGeometrie& geometrie) {
-    QPainterPath pfad;
+/// Lays a colour over an opaque or premultiplied pixel, 0 to 255 of it.
+void lege(QRgb& pixel, QRgb farbe, int anteil) {
+    constexpr int ganz = 255;
+    const auto mische = [&](int neu, int alt) { return (neu * anteil + alt * (ganz - anteil) + ganz / 2) / ganz; };
+    pixel = qRgba(mische(qRed(farbe), qRed(pixel)), mische(qGreen(farbe), qGreen(pixel)),
+                  mische(qBlue(farbe), qBlue(pixel)), mische(ganz, qAlpha(pixel)));
+}
+
+/// The lines on their light seams, and the lone points.
+void maleLinien(QImage& bild, const SkizzenGeometrie& geometrie) {
+    // Logical pixels.
+    constexpr double saumbreite = 5;
+    constexpr double linienbreite = 2.4;
+    constexpr double punktdurchmesser = 4;
+    constexpr double saumDeckkraft = 0.84;
+
+    const double verhaeltnis = bild.devicePixelRatio();
+    const auto stift = [&](double breite) { return Deckung(bild.width(), bild.height(), breite / 2 * verhaeltnis); };
+    const Deckung::Lage lage{verhaeltnis, kInnen * verhaeltnis};
+    Deckung saum = stift(saumbreite);
+    Deckung linien = stift(linienbreite);
     for (const auto& linie : geometrie.linien) {
-        pfad.moveTo(alsPunkt(linie.front()));
-        for (std::size_t i = 1; i < linie.size(); ++i) {
-            pfad.lineTo(alsPunkt(linie[i]));
+        saum.ziehe(linie, lage);
+        linien.ziehe(linie, lage);
+    }
+    Deckung punkte = stift(punktdurchmesser);
+    for (const auto& einzelner : geometrie.einzelne) {
+        punkte.ziehe(einzelner, lage);
+    }
+
+    const QRgb weiss = qRgb(255, 255, 255);
+    const QRgb gold = KistePapier::gold.rgb();
+    const auto rand = static_cast<std::size_t>(std::ceil(kInnen * verhaeltnis));
+    const std::size_t ende = std::max(static_cast<std::size_t>(bild.width()), rand) - rand;
+    for (int y = static_cast<int>(rand); y < bild.height() - static_cast<int>(rand); ++y) {
+        auto* ziel = reinterpret_cast<QRgb*>(bild.scanLine(y));
+        const auto unten = saum.zeile(y);
+        const auto oben = linien.zeile(y);
+        const auto auchOben = punkte.zeile(y);
+        for (std::size_t x = rand; x < ende; ++x) {
+            const int deckend = std::max(oben[x], auchOben[x]);
+            if (unten[x] > 0 && deckend < 255) {
+                lege(ziel[x], weiss, static_cast<int>(saumDeckkraft * unten[x] + 0.5));
+            }
+            if (deckend > 0) {
+                lege(ziel[x], gold, deckend);
+            }
         }
     }
-    return pfad;
 }
 
 void punkt(QPainter& maler, const SkizzenGeometrie::Punkt& mitte, double durchmesser, const QColor& farbe) {
@@ -50,10 +91,6 @@ void endpunkt(QPainter& maler, const std::optional<SkizzenGeometrie::Punkt>& mit
         maler.setBrush(farbe);
         maler.drawEllipse(alsPunkt(*mitte), durchmesser / 2, durchmesser / 2);
     }
-}
-
-void linie(QPainter& maler, const QPainterPath& pfad, const QColor& farbe, double breite) {
-    maler.strokePath(pfad, QPen(farbe, breite, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
 }
 
 }  // namespace
@@ -80,39 +117,38 @@ void SkizzenAnsicht::zeichneSchatten(QPainter& maler, const QRect& karte) {
 void SkizzenAnsicht::paintEvent(QPaintEvent* /*ereignis*/) {
     const double verhaeltnis = devicePixelRatioF();
     const QSize geraet = (QSizeF(size()) * verhaeltnis).toSize();
-    if (bild_.size() != geraet) {  // painting a long track takes longer than scrolling may
-        bild_ = QPixmap(geraet);
+    if (bild_.size() != geraet) {  // scrolling need not paint it anew
+        bild_ = QImage(geraet, QImage::Format_ARGB32_Premultiplied);
         bild_.setDevicePixelRatio(verhaeltnis);
-        bild_.fill(Qt::transparent);
-        QPainter maler(&bild_);
-        male(maler);
+        male();
     }
-    QPainter(this).drawPixmap(0, 0, bild_);
+    QPainter(this).drawImage(0, 0, bild_);
 }
 
-void SkizzenAnsicht::male(QPainter& maler) const {
-    maler.setRenderHint(QPainter::Antialiasing);
-    papier::form(maler, karte(), kRadius, KistePapier::eierschale, KistePapier::mitDeckkraft(KistePapier::gold, 0.48));
+void SkizzenAnsicht::male() {
+    const QRectF karte(rect());
+    bild_.fill(Qt::transparent);
+    {
+        QPainter maler(&bild_);
+        papier::form(maler, karte, kRadius, KistePapier::eierschale,
+                     KistePapier::mitDeckkraft(KistePapier::gold, 0.48));
+    }
     if (!eintrag_) {
         return;
     }
-    const QRectF flaeche = karte().adjusted(kInnen, kInnen, -kInnen, -kInnen);
+    const QRectF flaeche = karte.adjusted(kInnen, kInnen, -kInnen, -kInnen);
     const auto geometrie = SkizzenGeometrie::berechne(*eintrag_, flaeche.width(), flaeche.height());
+    maleLinien(bild_, geometrie);
+    QPainter maler(&bild_);
+    maler.setRenderHint(QPainter::Antialiasing);
     maler.save();
     maler.setClipRect(flaeche);
     maler.translate(flaeche.topLeft());
     if (geometrie.fleck) {
         punkt(maler, *geometrie.fleck, 6, KistePapier::gold);
-    } else {
-        const QPainterPath pfad = alsPfad(geometrie);
-        linie(maler, pfad, KistePapier::mitDeckkraft(Qt::white, 0.84), 5);
-        linie(maler, pfad, KistePapier::gold, 2.4);
-        for (const auto& einzelner : geometrie.einzelne) {
-            punkt(maler, einzelner, 4, KistePapier::gold);
-        }
-        endpunkt(maler, geometrie.start, KistePapier::gruen);
-        endpunkt(maler, geometrie.ende, KistePapier::rot);
     }
+    endpunkt(maler, geometrie.start, KistePapier::gruen);
+    endpunkt(maler, geometrie.ende, KistePapier::rot);
     maler.restore();
     maleMarke(maler);
 }

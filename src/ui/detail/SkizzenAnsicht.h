@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QPixmap>
+#include <QImage>
 #include <QWidget>
 
 #include "track/GpxMetadaten.h"
@@ -27,12 +27,11 @@ class SkizzenAnsicht final : public QWidget {
     void paintEvent(QPaintEvent* ereignis) override;
 
   private:
-    [[nodiscard]] QRectF karte() const { return QRectF(rect()); }
-    void male(QPainter& maler) const;
+    void male();
     void maleMarke(QPainter& maler) const;
 
     Eintrag eintrag_;
-    QPixmap bild_;  // the card as it was painted last; empty when it has to be painted anew
+    QImage bild_;  // the card as it was painted last; empty when it has to be painted anew
 };
 
 }  // namespace spurkiste

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace spurkiste {
 
@@ -69,14 +70,16 @@ SkizzenGeometrie SkizzenGeometrie::berechne(const GpxMetadaten& eintrag, double 
         geometrie.fleck = Punkt{breite / 2, hoehe / 2};
         return geometrie;
     }
+    geometrie.punkte.reserve(skizze.punkte().size());
+    for (const Koordinate& ort : skizze.punkte()) {
+        geometrie.punkte.push_back(abbildung.bild(ort));
+    }
+    std::size_t anfang = 0;
     for (std::size_t nummer = 0; nummer < skizze.linien(); ++nummer) {
-        const auto linie = skizze.linie(nummer);
-        if (linie.size() == 1) {
-            geometrie.einzelne.push_back(abbildung.bild(linie.front()));
-        } else if (!linie.empty()) {
-            auto& bild = geometrie.linien.emplace_back(linie.size());
-            std::transform(linie.begin(), linie.end(), bild.begin(),
-                           [&](const Koordinate& ort) { return abbildung.bild(ort); });
+        const auto linie = std::span(std::as_const(geometrie.punkte)).subspan(anfang, skizze.linie(nummer).size());
+        anfang += linie.size();
+        if (!linie.empty()) {
+            (linie.size() == 1 ? geometrie.einzelne : geometrie.linien).push_back(linie);
         }
     }
     const auto marke = [&](const std::optional<Koordinate>& ort) {

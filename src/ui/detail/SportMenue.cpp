@@ -22,6 +22,7 @@ namespace {
 constexpr int kMenueBreite = 188;
 constexpr int kMenueAbstand = 4;
 constexpr int kKapselHoechstens = 220;
+constexpr int kKapselMindestens = 112;  // if it would like to be wider
 
 // The larger form, in logical pixels.
 constexpr double kHoehe = 40;
@@ -52,7 +53,7 @@ QString q(const std::u16string& text) {
 
 SportMenue::SportMenue(bool ausfuehrlich, QWidget* eltern) : QAbstractButton(eltern), ausfuehrlich_(ausfuehrlich) {
     setFocusPolicy(Qt::TabFocus);
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setSizePolicy(ausfuehrlich ? QSizePolicy::Fixed : QSizePolicy::Maximum, QSizePolicy::Fixed);
     connect(this, &QAbstractButton::clicked, this, &SportMenue::oeffneHier);
 }
 
@@ -98,6 +99,11 @@ QSize SportMenue::sizeHint() const {
     return {static_cast<int>(std::ceil(breite)) + ring, static_cast<int>(kHoehe) + ring};
 }
 
+QSize SportMenue::minimumSizeHint() const {
+    const QSize ideal = sizeHint();
+    return ausfuehrlich_ ? ideal : ideal.boundedTo({kKapselMindestens + 2 * papier::kRingRand, ideal.height()});
+}
+
 QRectF SportMenue::kasten() const {
     const double ring = papier::kRingRand;
     return QRectF(rect()).adjusted(ring, ring, -ring, -ring);
@@ -111,7 +117,7 @@ void SportMenue::paintEvent(QPaintEvent* /*ereignis*/) {
     if (ausfuehrlich_) {
         maleAusfuehrlich(maler);
     } else {
-        kapsel_.zeichne(maler, kasten().left(), kasten().top(), inhalt(), kKapselHoechstens);
+        kapsel_.zeichne(maler, kasten().left(), kasten().top(), inhalt(), kasten().width());
     }
     const double radius = kasten().height() / 2;
     if (underMouse() || isDown()) {

@@ -10,7 +10,8 @@
 
 namespace spurkiste {
 
-/// Shows a record's sport and lets it be changed: a small capsule, or the larger one of the header. It keeps nothing of
+/// Shows a record's sport and lets it be changed: a small capsule, whose text is shortened where there is little room,
+/// or the larger one of the header. It keeps nothing of
 /// its own: the choice is reported, and what it shows changes with the record. Keeps papier::kRingRand free for the
 /// focus ring. GUI thread.
 class SportMenue final : public QAbstractButton {
@@ -37,7 +38,7 @@ class SportMenue final : public QAbstractButton {
     [[nodiscard]] static QString kurzhilfe(const GpxMetadaten& eintrag);
 
     [[nodiscard]] QSize sizeHint() const override;
-    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+    [[nodiscard]] QSize minimumSizeHint() const override;
 
   Q_SIGNALS:
     /// A sport was chosen for the record shown.

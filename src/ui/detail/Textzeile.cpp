@@ -8,6 +8,10 @@ QString alsText(const std::string& text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
+QString alsKurzhilfe(const QString& text) {
+    return QStringLiteral("<qt>") + text.toHtmlEscaped() + QStringLiteral("</qt>");
+}
+
 QLabel* neueTextzeile(const QColor& farbe, bool waehlbar, QWidget* eltern) {
     auto* zeile = new QLabel(eltern);
     zeile->setTextFormat(Qt::PlainText);

@@ -1,0 +1,79 @@
+#include "ui/detail/Absatz.h"
+
+#include <QTextBlock>
+#include <QTextBlockFormat>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QTextLayout>
+#include <QWheelEvent>
+#include <algorithm>
+
+#include "ui/detail/KistePapier.h"
+
+namespace spurkiste {
+
+Absatz::Absatz(const QColor& farbe, bool waehlbar, QWidget* eltern) : QTextEdit(eltern) {
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    setUndoRedoEnabled(false);
+    setReadOnly(true);
+    setTextInteractionFlags(waehlbar ? Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard
+                                     : Qt::NoTextInteraction);
+    setFocusPolicy(waehlbar ? Qt::ClickFocus : Qt::NoFocus);
+    setTabChangesFocus(true);
+    setAcceptDrops(false);  // files are dropped on the window
+    viewport()->setAutoFillBackground(false);
+    viewport()->setCursor(waehlbar ? Qt::IBeamCursor : Qt::ArrowCursor);
+    document()->setDocumentMargin(0);
+    QPalette palette = this->palette();
+    palette.setColor(QPalette::Base, Qt::transparent);
+    palette.setColor(QPalette::Text, farbe);
+    palette.setColor(QPalette::Highlight, KistePapier::mitDeckkraft(KistePapier::gold, 0.28));
+    palette.setColor(QPalette::HighlightedText, KistePapier::tinte);
+    setPalette(palette);
+    QSizePolicy regel(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    regel.setHeightForWidth(true);
+    setSizePolicy(regel);
+}
+
+void Absatz::zeige(const QString& text) {
+    if (text == toPlainText()) {
+        return;  // what is marked stays marked
+    }
+    setPlainText(text);
+    QTextBlockFormat form;
+    form.setLineHeight(kZeile, QTextBlockFormat::FixedHeight);
+    QTextCursor alles(document());
+    alles.select(QTextCursor::Document);
+    alles.mergeBlockFormat(form);
+    updateGeometry();
+}
+
+int Absatz::heightForWidth(int breite) const {
+    int zeilen = 0;
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+        QTextLayout umbruch(block.text(), font());
+        QTextOption wie;
+        wie.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+        umbruch.setTextOption(wie);
+        umbruch.beginLayout();
+        for (QTextLine zeile = umbruch.createLine(); zeile.isValid(); zeile = umbruch.createLine()) {
+            zeile.setLineWidth(breite);
+            ++zeilen;
+        }
+        umbruch.endLayout();
+    }
+    return kZeile * std::max(1, zeilen);
+}
+
+QSize Absatz::sizeHint() const {
+    return {0, heightForWidth(std::max(1, width()))};
+}
+
+void Absatz::wheelEvent(QWheelEvent* ereignis) {
+    ereignis->ignore();  // there is nothing to scroll here, but around it
+}
+
+}  // namespace spurkiste

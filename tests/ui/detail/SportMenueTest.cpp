@@ -1,0 +1,218 @@
+#include <QAction>
+#include <QMenu>
+#include <QPainter>
+#include <QPointer>
+#include <QTest>
+#include <QTextDocument>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "hilfe/Ansichtsbau.h"
+#include "ui/detail/KistePapier.h"
+#include "ui/detail/SportMenue.h"
+#include "ui/detail/Sprachbuehne.h"
+#include "ui/detail/Symbole.h"
+
+namespace spurkiste {
+namespace {
+
+using testing::ElementsAre;
+using testing::ElementsAreArray;
+using testing::IsEmpty;
+
+constexpr auto kAusDatei = "Sportart aus der GPX-Datei — wählen, um <type> zu ändern";
+constexpr auto kVorschlag = "Automatischer Vorschlag — wählen, um <type> dauerhaft in die GPX-Datei zu schreiben";
+
+/// A record that names a sport, or one that went so fast (kilometres per hour) that one is suggested.
+Eintrag mitSport(const std::string& sport) {
+    return eintragMit("Tour", [&](GpxMetadaten& eintrag) { eintrag.sportRoh = sport; });
+}
+Eintrag mitTempo(double kmh) {
+    return eintragMit("Tour", [&](GpxMetadaten& eintrag) {
+        eintrag.dauerSekunden = kmh > 0 ? 3600 : 0;
+        eintrag.hatZeitstempel = kmh > 0;
+        eintrag.streckeMeter = 1000 * kmh;
+    });
+}
+
+class SportMenueTest : public testing::Test {
+  protected:
+    SportMenueTest() {
+        fenster.resize(400, 300);
+        fenster.show();
+        fenster.activateWindow();
+    }
+
+    /// The menu that is open now; the test fails without one.
+    static QMenu& menue(QWidget& eltern) {
+        const auto alle = eltern.findChildren<QMenu*>();
+        EXPECT_EQ(alle.size(), 1);
+        return *alle.front();
+    }
+    QMenu& oeffne(const Eintrag& eintrag) {
+        for (QMenu* altes : fenster.findChildren<QMenu*>()) {
+            delete altes;
+        }
+        SportMenue::oeffne(*eintrag, &fenster, QRect(10, 10, 80, 25),
+                           [this](GpxSportart art) { gewaehlt.push_back(art); });
+        return menue(fenster);
+    }
+    static void klicke(QMenu& menue, int stelle) {
+        QTest::mouseClick(&menue, Qt::LeftButton, {}, menue.actionGeometry(menue.actions().at(stelle)).center());
+    }
+
+    Sprachbuehne sprache;
+    QWidget fenster;
+    std::vector<GpxSportart> gewaehlt;
+};
+
+TEST_F(SportMenueTest, listsAllSportsAndMarksTheCurrentOne) {
+    struct Fall {
+        Eintrag eintrag;
+        std::optional<int> marke;
+    };
+    for (const Fall& fall : std::vector<Fall>{
+             {mitSport("Running"), 1},
+             {mitSport("paragliding"), std::nullopt},
+             {mitTempo(20), 0},
+             {mitTempo(0), std::nullopt},
+         }) {
+        const QMenu& menue = oeffne(fall.eintrag);
+        std::vector<std::string> namen;
+        std::vector<int> marken;
+        for (const QAction* zeile : menue.actions()) {
+            namen.push_back(zeile->text().toStdString());
+            EXPECT_TRUE(zeile->isEnabled());
+            if (zeile->isChecked()) {
+                marken.push_back(static_cast<int>(namen.size()) - 1);
+            }
+        }
+        EXPECT_THAT(namen, ElementsAre("Rad", "Laufen", "Motorrad", "Auto", "Wandern", "Gehen", "MTB", "Gravel",
+                                       "E-Bike", "Trailrunning", "Schwimmen", "Ski", "Inline", "Rudern", "Kajak"));
+        EXPECT_EQ(marken, fall.marke ? std::vector{*fall.marke} : std::vector<int>());
+    }
+}
+
+TEST_F(SportMenueTest, aSportOfTheFileHasACheckMarkAndASuggestionAWand) {
+    // The same row marked in three ways; what differs is the icon alone.
+    const auto bild = [&](const Eintrag& eintrag) {
+        QMenu& menue = oeffne(eintrag);
+        menue.setActiveAction(menue.actions().at(0));
+        return menue.grab().toImage();
+    };
+    const QImage ohne = bild(mitSport("paragliding"));
+    const auto mit = [&](std::string_view symbol) {
+        const QMenu& menue = oeffne(mitTempo(0));
+        const QRectF zeile = menue.actionGeometry(menue.actions().at(0));
+        QImage gemalt = ohne;
+        QPainter maler(&gemalt);
+        Symbole::zeichne(maler, QRectF(zeile.right() - 26, zeile.center().y() - 8, 16, 16), symbol,
+                         KistePapier::goldDunkel);
+        return gemalt;
+    };
+    EXPECT_EQ(bild(mitSport("cycling")), mit("checkmark"));
+    EXPECT_EQ(bild(mitTempo(20)), mit("wand.and.stars"));
+    EXPECT_NE(mit("checkmark"), mit("wand.and.stars"));
+    EXPECT_NE(mit("checkmark"), ohne);
+}
+
+TEST_F(SportMenueTest, aChoiceIsReportedOnceAndTheCurrentOneIsAChoiceToo) {
+    klicke(oeffne(mitSport("Running")), 4);
+    EXPECT_THAT(gewaehlt, ElementsAre(GpxSportart::wandern));
+    gewaehlt.clear();
+    klicke(oeffne(mitSport("Running")), 1);
+    EXPECT_THAT(gewaehlt, ElementsAre(GpxSportart::laufen));
+    gewaehlt.clear();
+
+    QMenu& menue = oeffne(mitSport("Running"));  // the keyboard starts from the current one
+    QTest::keyClick(&menue, Qt::Key_Down);
+    QTest::keyClick(&menue, Qt::Key_Return);
+    EXPECT_THAT(gewaehlt, ElementsAre(GpxSportart::motorrad));
+    gewaehlt.clear();
+    QMenu& weitere = oeffne(mitSport("Running"));
+    QTest::keyClick(&weitere, Qt::Key_End);
+    QTest::keyClick(&weitere, Qt::Key_Return);
+    EXPECT_THAT(gewaehlt, ElementsAre(GpxSportart::kajak));
+    gewaehlt.clear();
+    QTest::keyClick(&oeffne(mitSport("Running")), Qt::Key_Escape);
+    EXPECT_THAT(gewaehlt, IsEmpty());
+}
+
+TEST_F(SportMenueTest, theCapsuleOpensTheMenuAndReportsTheRecordItWasOpenedFor) {
+    const Eintrag eintrag = mitSport("Running");
+    for (const bool ausfuehrlich : {false, true}) {
+        SportMenue knopf(ausfuehrlich, &fenster);
+        std::vector<std::pair<Eintrag, GpxSportart>> gemeldet;
+        QObject::connect(&knopf, &SportMenue::gewaehlt,
+                         [&](const Eintrag& e, GpxSportart art) { gemeldet.emplace_back(e, art); });
+        const auto erwarte = [&](GpxSportart art) {
+            EXPECT_THAT(gemeldet, ElementsAre(std::pair(eintrag, art)));
+            gemeldet.clear();
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        };
+        knopf.zeige(eintrag);
+        knopf.resize(knopf.sizeHint());
+        knopf.show();
+        QTest::mouseClick(&knopf, Qt::LeftButton);
+        knopf.zeige(mitSport("Cycling"));  // the record is published anew while the menu is open
+        klicke(menue(knopf), 2);
+        erwarte(GpxSportart::motorrad);
+        knopf.zeige(eintrag);
+        for (const Qt::Key taste : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Down, Qt::Key_F4}) {
+            QTest::keyClick(&knopf, taste);
+            QTest::keyClick(&menue(knopf), Qt::Key_Return);
+            erwarte(GpxSportart::laufen);
+        }
+    }
+}
+
+TEST_F(SportMenueTest, saysWhatItShowsAndWhereThatComesFrom) {
+    struct Fall {
+        Eintrag eintrag;
+        const char* name;
+        const char* kurzhilfe;
+    };
+    for (const Fall& fall : std::vector<Fall>{
+             {mitSport("Running"), "Sportart Laufen", kAusDatei},
+             {mitSport("paragliding"), "Sportart paragliding", kAusDatei},
+             {mitTempo(20), "Sportart Rad", kVorschlag},
+             {mitTempo(0), "Sportart –", kVorschlag},
+         }) {
+        SportMenue knapp(false, &fenster);
+        knapp.zeige(fall.eintrag);
+        EXPECT_EQ(knapp.accessibleName(), fall.name);
+        EXPECT_EQ(knapp.toolTip(), fall.kurzhilfe);
+        EXPECT_FALSE(Qt::mightBeRichText(knapp.toolTip()));  // the brackets are shown
+        SportMenue ausfuehrlich(true, &fenster);
+        ausfuehrlich.zeige(fall.eintrag);
+        EXPECT_EQ(ausfuehrlich.accessibleName(), "Sportart ändern");
+        EXPECT_EQ(ausfuehrlich.toolTip(), fall.kurzhilfe);
+    }
+}
+
+TEST_F(SportMenueTest, growsWithItsTextUpToALimit) {
+    const auto breite = [&](bool ausfuehrlich, const Eintrag& eintrag) {
+        SportMenue knopf(ausfuehrlich, &fenster);
+        knopf.zeige(eintrag);
+        knopf.resize(knopf.sizeHint());
+        EXPECT_FALSE(knopf.grab().isNull());
+        return knopf.sizeHint();
+    };
+    for (const bool ausfuehrlich : {false, true}) {
+        const QSize kurz = breite(ausfuehrlich, mitSport("Yoga am See von Genf"));
+        const QSize lang = breite(ausfuehrlich, mitSport(std::string(5000, 'x')));
+        EXPECT_EQ(kurz.height(), lang.height());
+        EXPECT_GT(lang.width(), kurz.width());
+        EXPECT_LT(lang.width(), 334);
+    }
+    EXPECT_LT(breite(false, mitSport("Ski")).width(), breite(false, mitSport("Running")).width());
+}
+
+}  // namespace
+}  // namespace spurkiste
