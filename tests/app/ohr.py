@@ -2,6 +2,7 @@
 
 from gi.repository import GLib
 
+from aktionen_test import xdotool
 from fenster_test import warte_bis
 
 
@@ -11,6 +12,7 @@ class Ohr:
     def __init__(self, atspi):
         self.atspi = atspi
         self.fokus = []    # (role, name, description) of what got the keyboard
+        self.quelle = None  # and itself, the last one
         self.gezeigt = []  # (role, texts) of what appeared
         atspi.Registry.registerEventListener(self.hoere, "object:state-changed:focused", "object:state-changed:showing")
 
@@ -21,6 +23,7 @@ class Ohr:
             quelle = ereignis.source
             if ereignis.type.startswith("object:state-changed:focused"):
                 self.fokus.append((quelle.getRole(), quelle.name, quelle.description))
+                self.quelle = quelle
             else:
                 self.gezeigt.append((quelle.getRole(), [kind.name for kind in quelle]))
         except GLib.Error:  # it has gone already
@@ -44,6 +47,16 @@ class Ohr:
         tue()
         self.warte(lambda: self.fokus, "something gets the keyboard")
         return self.fokus[-1][:2]
+
+    def gehe_zu(self, rolle, name="", taste="Tab"):
+        """Presses a key until a control of this role, whose name begins so, has the keyboard."""
+        besucht = []
+        while len(besucht) < 40:
+            hier = self.warte_auf_fokus(lambda: xdotool("key", taste))
+            if hier[0] == rolle and hier[1].startswith(name):
+                return
+            besucht.append(hier[1])
+        raise AssertionError(f"{taste} does not lead to {name or rolle}, only to {besucht}")
 
     def meldungen(self):
         """The notices that appeared."""
