@@ -87,7 +87,7 @@ class Verorter final : private XmlExpat {
 
     /// Whether the document is well-formed.
     bool zerlege() {
-        constexpr std::size_t haeppchen = std::size_t{1} << 30U;  // expat counts in int
+        constexpr std::size_t haeppchen = std::size_t{16} << 20U;  // expat copies each and has little memory
         std::string_view rest = dokument_;
         for (;;) {
             const std::string_view stueck = rest.substr(0, haeppchen);

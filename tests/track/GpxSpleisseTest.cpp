@@ -180,6 +180,24 @@ class Dichter {
     std::mt19937 zufall_;
 };
 
+TEST(GpxSpleisse, largeFilesHaveTheirPlaceFoundInPieces) {
+    constexpr std::size_t mebi = std::size_t{1} << 20U;
+    const auto vorher = [](std::size_t leerraum) {
+        return "<gpx><trk>" + std::string(leerraum, ' ') + "<type a=\"/>\"/></trk></gpx>";
+    };
+    const auto pruefe = [&](std::size_t leerraum) {
+        const auto spleisse = GpxSpleisse::berechne(vorher(leerraum), GpxSportart::laufen);
+        ASSERT_TRUE(spleisse.has_value()) << leerraum;
+        const std::size_t schildende = 10 + leerraum + 14;
+        const std::vector<GpxSpleisse::Spleiss> erwartet = {{{schildende - 2, schildende}, ">running</type>"}};
+        EXPECT_EQ(spleisse->spleisse, erwartet) << leerraum;
+    };
+    pruefe(130 * mebi);
+    for (const std::size_t naht : {10, 16, 23}) {  // where the pieces part: before the tag, in it, before its end
+        pruefe(16 * mebi - naht);
+    }
+}
+
 /// Whether the bytes that would go are only the content of a <type>, or the end of a tag that has to be opened.
 bool istErlaubt(const std::string& inhalt, const XmlBereich& weg) {
     const std::string_view bytes = std::string_view(inhalt).substr(weg.von, weg.bis - weg.von);
