@@ -136,8 +136,12 @@ TEST_F(GioPapierkorbTest, deletesNothingWhenTheTrashCannotBeWritten) {
     }
     for (const char* ort : {"daten", "spuren"}) {
         SCOPED_TRACE(ort);
-        const Rechte rechte(heim->in(ort), kNurLesen);
-        bleibtLiegen();
+        // In a process of its own, since GIO forgets to free a few bytes over it.
+        EXPECT_TRUE(imKind([&] {
+            const Rechte rechte(heim->in(ort), kNurLesen);
+            bleibtLiegen();
+            return !HasFailure();
+        }));
     }
     EXPECT_THAT(imKorb(), IsEmpty());
     EXPECT_THAT(wirfWeg({a}).verschoben, ElementsAre(a));
