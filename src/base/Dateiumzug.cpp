@@ -137,6 +137,7 @@ void verschiebe(const std::string& alt, const std::string& neu) {
         if (fehler == 0) {
             fehler = verschiebeIrgendwie(dazwischen, neu);
             if (fehler != 0) {
+                // NOLINTNEXTLINE(readability-suspicious-call-argument): back to where it came from
                 (void)verschiebeIrgendwie(dazwischen, alt);
             }
         }

@@ -14,10 +14,11 @@
 namespace spurkiste::dateiauswahl {
 
 std::vector<std::string> imOrdner(const std::string& ordner) {
+    const std::string praefix = ordner.ends_with('/') ? ordner : ordner + "/";
     std::vector<std::string> pfade;
     for (const std::string& name : dateien::liste(ordner)) {
         if (text::klein(dateien::endung(name)) == "gpx") {
-            pfade.push_back((ordner.ends_with('/') ? ordner : ordner + "/") + name);
+            pfade.push_back(praefix + name);
         }
     }
     std::sort(pfade.begin(), pfade.end());

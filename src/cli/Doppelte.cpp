@@ -46,7 +46,7 @@ std::vector<std::vector<std::string>> teileAuf(const std::vector<std::string>& k
         if (gleiche != arten.end()) {
             gleiche->second.push_back(pfad);
         } else {
-            arten.push_back({std::move(orte), {pfad}});
+            arten.emplace_back(std::move(orte), std::vector{pfad});
         }
     }
     std::vector<std::vector<std::string>> gruppen;

@@ -116,7 +116,7 @@ std::optional<std::string> Bibliothek::benenneUm(const GpxMetadaten& eintrag, st
 void Bibliothek::inPapierkorb(const std::unordered_set<std::string>& kennungen) {
     std::vector<std::string> pfade;
     for (const Eintrag& eintrag : eintraege_.wert()) {
-        if (kennungen.count(eintrag->pfad) != 0) {
+        if (kennungen.contains(eintrag->pfad)) {
             pfade.push_back(eintrag->pfad);
         }
     }
@@ -149,7 +149,7 @@ void Bibliothek::inPapierkorb(const std::unordered_set<std::string>& kennungen) 
 void Bibliothek::entferne(const std::vector<std::string>& pfade) {
     const std::unordered_set<std::string_view> weg(pfade.begin(), pfade.end());
     Eintraege liste = eintraege_.wert();
-    liste.erase(std::remove_if(liste.begin(), liste.end(), [&](const Eintrag& e) { return weg.count(e->pfad) != 0; }),
+    liste.erase(std::remove_if(liste.begin(), liste.end(), [&](const Eintrag& e) { return weg.contains(e->pfad); }),
                 liste.end());
     setzeEintraege(std::move(liste));
 }
