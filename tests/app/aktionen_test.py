@@ -87,9 +87,7 @@ class Programm:
         warte_bis(lambda: name + ".gpx" in self.texte(), f"{name} is selected")
 
     def texte(self):
-        """What can be read: labels, and what can be marked."""
-        absaetze = (e.queryText() for e in self.alle(self.atspi.ROLE_TEXT))
-        return [e.name for e in self.alle(self.atspi.ROLE_LABEL)] + [a.getText(0, a.characterCount) for a in absaetze]
+        return [e.name for e in self.alle(self.atspi.ROLE_LABEL)]
 
     def dateien(self):
         return sorted(name for name in os.listdir(self.ordner) if name.lower().endswith(".gpx"))

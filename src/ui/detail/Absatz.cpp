@@ -1,5 +1,6 @@
 #include "ui/detail/Absatz.h"
 
+#include <QAccessible>
 #include <QTextBlock>
 #include <QTextBlockFormat>
 #include <QTextCursor>
@@ -43,6 +44,8 @@ void Absatz::zeige(const QString& text) {
         return;  // what is marked stays marked
     }
     setPlainText(text);
+    QAccessibleEvent neuerName(this, QAccessible::NameChanged);
+    QAccessible::updateAccessibility(&neuerName);
     QTextBlockFormat form;
     form.setLineHeight(kZeile, QTextBlockFormat::FixedHeight);
     QTextCursor alles(document());

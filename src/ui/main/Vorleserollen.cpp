@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 
+#include "ui/detail/Absatz.h"
 #include "ui/detail/DetailKarte.h"
 #include "ui/detail/Kachel.h"
 #include "ui/detail/Ladering.h"
@@ -38,7 +39,26 @@ const std::array kRollen{
 };
 
 /// The toolkit asks for each widget that somebody looks at, first by the name of its class.
+/// A paragraph is read like a label: its text is its name. That it is built as a text field is its own affair.
+class VorgelesenerAbsatz final : public QAccessibleWidget {
+  public:
+    explicit VorgelesenerAbsatz(Absatz* absatz) : QAccessibleWidget(absatz, QAccessible::StaticText) {}
+
+    [[nodiscard]] QString text(QAccessible::Text was) const override {
+        return was == QAccessible::Name ? static_cast<Absatz*>(widget())->toPlainText() : QAccessibleWidget::text(was);
+    }
+    [[nodiscard]] int childCount() const override { return 0; }
+    [[nodiscard]] QAccessible::State state() const override {
+        QAccessible::State zustand = QAccessibleWidget::state();
+        zustand.focusable = false;
+        return zustand;
+    }
+};
+
 QAccessibleInterface* beschreibe(const QString& /*klasse*/, QObject* objekt) {
+    if (auto* absatz = qobject_cast<Absatz*>(objekt)) {
+        return new VorgelesenerAbsatz(absatz);
+    }
     const auto* gefunden = std::find_if(kRollen.begin(), kRollen.end(),
                                         [&](const Rolle& rolle) { return rolle.klasse == objekt->metaObject(); });
     return gefunden == kRollen.end() ? nullptr : new QAccessibleWidget(qobject_cast<QWidget*>(objekt), gefunden->rolle);
