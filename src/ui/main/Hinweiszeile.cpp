@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 
 #include "ui/detail/KistePapier.h"
+#include "ui/detail/Textzeile.h"
 
 namespace spurkiste {
 
@@ -21,7 +22,8 @@ void Hinweiszeile::zeige(const QString& hinweis) {
     }
     hide();
     text_->setText(hinweis);
-    text_->setToolTip(hinweis);
+    text_->setToolTip(alsKurzhilfe(hinweis));
+    text_->setAccessibleDescription(hinweis);
     setVisible(!hinweis.isEmpty());
 }
 

@@ -10,6 +10,7 @@
 #include <algorithm>
 
 #include "ui/detail/PapierMenue.h"
+#include "ui/detail/Textzeile.h"
 #include "ui/detail/UmbenennenDialog.h"
 #include "ui/main/InhaltsAnsicht.h"
 #include "ui/main/UriListe.h"
@@ -117,7 +118,9 @@ void InhaltsAnsicht::oeffneUmbenennen(const std::string& pfad) {
     blatt_ = new UmbenennenDialog(
         eintrag,
         [this, eintrag](const QString& name) {
-            if (const auto neu = bibliothek_.benenneUm(*eintrag, name.toStdString())) {
+            // A name that is not UTF-8 cannot be typed: left as it was shown, it is the file's own.
+            const bool bleibt = name == alsText(eintrag->dateiName);
+            if (const auto neu = bibliothek_.benenneUm(*eintrag, bleibt ? eintrag->dateiName : name.toStdString())) {
                 zustand_.auswahl = {*neu};
                 auffrischung_.sofort();
                 tabelle_->rolleZu(*neu);

@@ -6,6 +6,7 @@
 #include "ui/detail/KistePapier.h"
 #include "ui/detail/Schrift.h"
 #include "ui/detail/Symbole.h"
+#include "ui/detail/Textzeile.h"
 
 namespace spurkiste {
 
@@ -73,7 +74,8 @@ void Statusleiste::zeigeHinweis(const QString& hinweis) {
 
 void Statusleiste::zeigeOrdner(const QString& ordner) {
     ordner_->setText(ordner);
-    ordner_->setToolTip(ordner);
+    ordner_->setToolTip(alsKurzhilfe(ordner));
+    ordner_->setAccessibleDescription(ordner);
 }
 
 void Statusleiste::paintEvent(QPaintEvent* /*ereignis*/) {

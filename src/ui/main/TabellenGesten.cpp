@@ -13,6 +13,7 @@
 #include <cstddef>
 #include <utility>
 
+#include "ui/detail/Textzeile.h"
 #include "ui/main/TabellenAnsicht.h"
 
 namespace spurkiste {
@@ -29,7 +30,9 @@ bool TabellenAnsicht::viewportEvent(QEvent* ereignis) {
         case QEvent::ToolTip: {
             const auto& hilfe = static_cast<QHelpEvent&>(*ereignis);
             const QModelIndex index = indexAt(hilfe.pos());
-            QToolTip::showText(hilfe.globalPos(), kurzhilfe(index), viewport(), visualRect(index));
+            const QString text = kurzhilfe(index);
+            QToolTip::showText(hilfe.globalPos(), text.isEmpty() ? text : alsKurzhilfe(text), viewport(),
+                               visualRect(index));
             return true;
         }
         default:
@@ -122,6 +125,9 @@ void TabellenAnsicht::mouseDoubleClickEvent(QMouseEvent* ereignis) {
 
 void TabellenAnsicht::contextMenuEvent(QContextMenuEvent* ereignis) {
     QPoint wo = ereignis->globalPos();
+    if (ereignis->reason() == QContextMenuEvent::Mouse && reiheBei(ereignis->pos().y()) < 0) {
+        return;  // beside the rows: what is selected elsewhere is not meant
+    }
     if (ereignis->reason() == QContextMenuEvent::Keyboard && currentIndex().isValid()) {
         scrollTo(currentIndex());
         const QRect zeile = reihenRechteck(currentIndex().row());

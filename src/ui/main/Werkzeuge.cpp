@@ -9,6 +9,7 @@
 #include "ui/detail/Papier.h"
 #include "ui/detail/PapierMenue.h"
 #include "ui/detail/Schrift.h"
+#include "ui/detail/Textzeile.h"
 
 namespace spurkiste {
 
@@ -104,7 +105,9 @@ void Werkzeuge::kleide() {
 void Werkzeuge::zeigeOrdner(const QString& pfad) {
     const std::string roh = pfad.toStdString();
     ordner_->setText(QString::fromStdString(std::string(dateien::letzterTeil(roh))));
-    ordnerwechsel_->setToolTip(QStringLiteral("Bibliotheksordner wechseln (aktuell: %1)").arg(pfad));
+    const QString hilfe = QStringLiteral("Bibliotheksordner wechseln (aktuell: %1)").arg(pfad);
+    ordnerwechsel_->setToolTip(alsKurzhilfe(hilfe));
+    ordnerwechsel_->setAccessibleDescription(hilfe);  // else a screen reader would read out the tooltip's markup
 }
 
 void Werkzeuge::richteSpalteAus(int breite) {

@@ -188,6 +188,24 @@ TEST_F(InhaltsAnsichtTest, ARenamedFileStaysSelectedEvenWhereTheSearchHidesIt) {
     EXPECT_TRUE(sagt(QStringLiteral("Churfirsten")));
 }
 
+TEST_F(InhaltsAnsichtTest, ANameThatIsNotUtf8StaysUntilAnotherIsTyped) {
+    const std::string roh = "kaputt\xFF";
+    oeffne({roh + ".gpx"});
+    const auto benenne = [&](const QString& name) {
+        waehle({imOrdner().front()});
+        QTest::keyClick(&tabelle(), Qt::Key_F2);
+        ASSERT_NE(blatt(), nullptr);
+        auto* feld = blatt()->findChild<QLineEdit*>();
+        feld->setText(name.isNull() ? feld->text() : name);
+        QTest::keyClick(feld, Qt::Key_Return);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    };
+    benenne(QString());
+    EXPECT_THAT(imOrdner(), ElementsAre(roh + ".gpx"));
+    benenne(QStringLiteral("ganz"));
+    EXPECT_THAT(imOrdner(), ElementsAre("ganz.gpx"));
+}
+
 TEST_F(InhaltsAnsichtTest, ASheetWhoseFileVanishedDoesNoHarm) {
     oeffne({"Alpen.gpx", "Bodensee.gpx"});
     waehle({"Alpen.gpx"});

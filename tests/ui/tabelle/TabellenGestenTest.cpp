@@ -1,7 +1,11 @@
 // What the user does with the table, and what it reports of it.
 #include <QContextMenuEvent>
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QScrollBar>
+#include <QTextDocument>
+#include <QTextDocumentFragment>
+#include <QToolTip>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -163,6 +167,26 @@ TEST_F(TabellenGestenTest, asksForTheMenuOfTheSelectedRows) {
     ASSERT_EQ(kontextmenues.size(), 2U);
     EXPECT_EQ(kontextmenues[0], wo);
     EXPECT_NEAR(kontextmenues[1].y(), wo.y(), 1);
+}
+
+TEST_F(TabellenGestenTest, aRightClickBesideTheRowsMeansNoneOfThem) {
+    tabelle.setzeZeilen(zeilen({2, 4}));
+    klicke(0);
+    const QPoint daneben(60, tabelle.viewport()->height() - 10);
+    QContextMenuEvent maus(QContextMenuEvent::Mouse, daneben, tabelle.viewport()->mapToGlobal(daneben));
+    QApplication::sendEvent(tabelle.viewport(), &maus);
+    EXPECT_THAT(kontextmenues, IsEmpty());
+    EXPECT_THAT(markiert(), ElementsAre(0));
+}
+
+TEST_F(TabellenGestenTest, tooltipsShowNamesAsTheyAre) {
+    const std::string name = "<h1>Wege &amp; Umwege " + std::string(200, 'x');
+    tabelle.setzeZeilen({zeileMit(0, name)});
+    const QPoint wo = mitte(0, Spalte::name);
+    QHelpEvent hilfe(QEvent::ToolTip, wo, tabelle.viewport()->mapToGlobal(wo));
+    QApplication::sendEvent(tabelle.viewport(), &hilfe);
+    ASSERT_TRUE(Qt::mightBeRichText(QToolTip::text()));
+    EXPECT_EQ(QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText().toStdString(), name);
 }
 
 TEST_F(TabellenGestenTest, aClickOnATitleSorts) {
