@@ -1,10 +1,14 @@
 #include "ui/detail/Absatz.h"
 
 #include <QAccessible>
+#include <QEvent>
+#include <QScrollBar>
 #include <QTextBlock>
 #include <QTextBlockFormat>
 #include <QTextCursor>
 #include <QTextDocument>
+#include <QTextFrame>
+#include <QTextFrameFormat>
 #include <QTextLayout>
 #include <QWheelEvent>
 #include <algorithm>
@@ -28,13 +32,15 @@ Absatz::Absatz(const QColor& farbe, bool waehlbar, QWidget* eltern) : QTextEdit(
     viewport()->setAutoFillBackground(false);
     viewport()->setCursor(waehlbar ? Qt::IBeamCursor : Qt::ArrowCursor);
     document()->setDocumentMargin(0);
+    // What hangs out below the last line is empty: no reason to scroll.
+    connect(verticalScrollBar(), &QScrollBar::rangeChanged, this, [this] { verticalScrollBar()->setRange(0, 0); });
     QPalette palette = this->palette();
     palette.setColor(QPalette::Base, Qt::transparent);
     palette.setColor(QPalette::Text, farbe);
     palette.setColor(QPalette::Highlight, KistePapier::mitDeckkraft(KistePapier::gold, 0.28));
     palette.setColor(QPalette::HighlightedText, KistePapier::tinte);
     setPalette(palette);
-    QSizePolicy regel(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    QSizePolicy regel(QSizePolicy::Preferred, QSizePolicy::Fixed);
     regel.setHeightForWidth(true);
     setSizePolicy(regel);
 }
@@ -46,12 +52,34 @@ void Absatz::zeige(const QString& text) {
     setPlainText(text);
     QAccessibleEvent neuerName(this, QAccessible::NameChanged);
     QAccessible::updateAccessibility(&neuerName);
+    richteAus();
+}
+
+/// In a line of fixed height the toolkit puts the baseline at four fifths, less the leading of its fonts; so the first
+/// line is moved to its place.
+void Absatz::richteAus() {
     QTextBlockFormat form;
     form.setLineHeight(kZeile, QTextBlockFormat::FixedHeight);
     QTextCursor alles(document());
     alles.select(QTextCursor::Document);
     alles.mergeBlockFormat(form);
+
+    QTextLayout probe(document()->firstBlock().text(), font());
+    probe.beginLayout();
+    const QTextLine zeile = probe.createLine();
+    probe.endLayout();
+    const double durchschuss = zeile.isValid() ? std::max(0.0, zeile.leading()) : 0.0;
+    QTextFrameFormat rahmen = document()->rootFrame()->frameFormat();
+    rahmen.setTopMargin(std::max(0.0, kGrundlinie - (0.8 * kZeile - durchschuss)));
+    document()->rootFrame()->setFrameFormat(rahmen);
     updateGeometry();
+}
+
+void Absatz::changeEvent(QEvent* ereignis) {
+    QTextEdit::changeEvent(ereignis);
+    if (ereignis->type() == QEvent::FontChange) {
+        richteAus();
+    }
 }
 
 int Absatz::heightForWidth(int breite) const {

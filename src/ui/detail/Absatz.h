@@ -12,7 +12,9 @@ class Absatz final : public QTextEdit {
     Q_OBJECT
 
   public:
-    static constexpr int kZeile = 15;  ///< height of a line, in logical pixels; for fonts of 12.5
+    // In logical pixels; for fonts of 12.5.
+    static constexpr int kZeile = 16;          ///< height of a line
+    static constexpr double kGrundlinie = 12;  ///< of the first line, from the top
 
     /// `waehlbar` lets the text be marked and copied.
     Absatz(const QColor& farbe, bool waehlbar, QWidget* eltern);
@@ -26,7 +28,11 @@ class Absatz final : public QTextEdit {
     [[nodiscard]] QSize minimumSizeHint() const override { return {0, kZeile}; }
 
   protected:
+    void changeEvent(QEvent* ereignis) override;
     void wheelEvent(QWheelEvent* ereignis) override;
+
+  private:
+    void richteAus();
 };
 
 }  // namespace spurkiste

@@ -9,8 +9,8 @@
 #include <QTextDocument>
 #include <QTextLayout>
 #include <algorithm>
+#include <map>
 #include <memory>
-#include <set>
 #include <string>
 #include <tuple>
 #include <utility>
@@ -284,15 +284,26 @@ TEST_F(DetailAnsichtTest, captionsAndValuesStandOnOneLineInEveryScript) {
         ansicht.kleide();
         QCoreApplication::processEvents();
         for (const DetailKarte* karte : sichtbare<DetailKarte>(ansicht)) {
-            std::set<int> grundlinien;
-            const auto absaetze = sichtbare<Absatz>(*karte);
-            for (const Absatz* absatz : absaetze) {
-                const QTextBlock block = absatz->document()->begin();
-                const QTextLine zeile = block.layout()->lineAt(0);
-                grundlinien.insert(absatz->y() + qRound(block.layout()->position().y() + zeile.y() + zeile.ascent()));
+            for (const Absatz* absatz : sichtbare<Absatz>(*karte)) {
+                const QTextLayout& satz = *absatz->document()->firstBlock().layout();
+                const QTextLine zeile = satz.lineAt(0);
+                EXPECT_NEAR(satz.position().y() + zeile.y() + zeile.ascent(), Absatz::kGrundlinie, 0.25) << code;
+                EXPECT_EQ(absatz->verticalScrollBar()->value(), 0);
+                EXPECT_GE(absatz->height(), Absatz::kZeile);
             }
-            EXPECT_EQ(grundlinien.size(), (absaetze.size() + 1) / 2) << code;
         }
+        // Side by side, the caption beside the capsule too.
+        std::map<int, int> reihen;
+        for (const DetailKarte* karte : sichtbare<DetailKarte>(ansicht)) {
+            for (const Absatz* absatz : sichtbare<Absatz>(*karte)) {
+                EXPECT_GE(absatz->x(), absatz->width() > 72 ? 13 + 72 + 8 : 13);
+                ++reihen[absatz->mapTo(&ansicht, QPoint()).y()];
+            }
+        }
+        EXPECT_EQ(reihen.size(), 7U) << code;
+        const SportMenue* menue = sichtbare<SportMenue>(ansicht).at(0);
+        EXPECT_EQ(menue->x() + 3, 13 + 72 + 8);
+        EXPECT_LT(menue->y(), sichtbare<Absatz>(*menue->parentWidget()).at(0)->y());
     }
 }
 
