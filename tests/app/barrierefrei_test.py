@@ -49,9 +49,14 @@ class Barrierefrei(unittest.TestCase):
         return gefunden[0]
 
     def sichtbare(self):
-        gezeigt = self.atspi.STATE_SHOWING
-        return [e for fenster in self.programm.fenster()
-                for e in [fenster, *self.atspi.findAllDescendants(fenster, lambda e: e.getState().contains(gezeigt))]]
+        """What can be seen, the insides of the table left out: they are many, and have a test of their own."""
+        gefunden, offen = [], self.programm.fenster()
+        while offen:
+            element = offen.pop()
+            if element is not None and element.getState().contains(self.atspi.STATE_SHOWING):
+                gefunden.append(element)
+                offen += list(element) if element.getRole() != self.atspi.ROLE_TABLE else []
+        return gefunden
 
     def waehle(self, name):
         self.ohr.warte_auf_fokus(lambda: xdotool("key", "ctrl+f"))
@@ -81,8 +86,7 @@ class Barrierefrei(unittest.TestCase):
         self.waehle("Tour")
         rollen = ("push button", "text", "table", "list", "combo box", "check box", "menu item", "dialog", "frame", "image", "panel")
         namenlos = [self.rolle(e) for e in self.sichtbare() if self.rolle(e) in rollen and not e.name.strip()]
-        # The toolkit's own corner between the two headers of the table, which nobody sees or reaches.
-        self.assertEqual(namenlos, ["panel"])
+        self.assertEqual(namenlos, [])
 
     def test_3_cells_say_what_eyes_see(self):
         tabelle = self.programm.tabelle()
