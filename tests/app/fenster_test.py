@@ -184,7 +184,7 @@ def innen():
 def aussen():
     """Gives the tests a display, with room for two windows, and a bus."""
     lesen, schreiben = os.pipe()
-    server = subprocess.Popen(["Xvfb", "-displayfd", str(schreiben), "-screen", "0", "1440x1720x24", "-nolisten", "tcp"],
+    server = subprocess.Popen(["Xvfb", "-displayfd", str(schreiben), "-screen", "0", "1440x1720x24", "-nolisten", "tcp", "-noreset"],
                               pass_fds=[schreiben], stderr=subprocess.DEVNULL)
     os.close(schreiben)
     with os.fdopen(lesen) as strom:
