@@ -108,7 +108,8 @@ void Filterleiste::zeigeAngebot(FilterFeld feld, Angebot angebot) {
     const auto stelle = static_cast<std::size_t>(feld);
     PapierKapsel& kapsel = *kapseln_[stelle];
     kapsel.setText(angebot.wahlen.value(angebot.gewaehlt));
-    const QString name = gestalten()[stelle].name + QStringLiteral(": ") + kapsel.text();
+    const QString vorsatz = gestalten()[stelle].name + QStringLiteral(": ");
+    const QString name = kapsel.text().startsWith(vorsatz) ? kapsel.text() : vorsatz + kapsel.text();
     if (kapsel.accessibleName() != name) {  // else a screen reader is told of each refresh
         kapsel.setAccessibleName(name);
     }
