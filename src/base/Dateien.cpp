@@ -335,7 +335,11 @@ bool istVorlaeufig(std::string_view name) {
 }
 
 void raeumeAuf(const std::string& pfad) {
-    const int nummer = oeffneNummer(pfad, O_WRONLY | O_NONBLOCK | O_NOFOLLOW);
+    constexpr int nurHier = O_NONBLOCK | O_NOFOLLOW;
+    int nummer = oeffneNummer(pfad, O_WRONLY | nurHier);
+    if (nummer < 0 && errno == EACCES) {
+        nummer = oeffneNummer(pfad, O_RDONLY | nurHier);  // it was to replace a read-only file
+    }
     if (nummer < 0) {
         return;
     }

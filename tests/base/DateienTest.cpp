@@ -8,7 +8,9 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "base/Dateien.h"
 #include "hilfe/Engpass.h"
@@ -159,6 +161,26 @@ TEST(AtomareDateiTest, BehaeltRechteUndVerweisUndErlaubtLangeNamen) {
     EXPECT_TRUE(fs::is_symlink(ordner.in("link")));
     EXPECT_EQ(ordner.lies(std::string(255, 'n')), "neu");
     EXPECT_EQ(fs::status(ziel).permissions(), fs::perms::owner_read | fs::perms::group_read);
+}
+
+TEST(AtomareDateiTest, WasEinAbbruchLiegenLiessWirdAufgeraeumt) {
+    const TempOrdner ordner;
+    const std::string schreibbar = ordner.schreibe(".spurkiste-1.tmp", "halb");
+    const std::string nurLesbar = ordner.schreibe(".spurkiste-2.tmp", "halb");
+    const std::string inArbeit = ordner.schreibe(".spurkiste-3.tmp", "halb");
+    fs::permissions(schreibbar, static_cast<fs::perms>(0666));
+    fs::permissions(nurLesbar, static_cast<fs::perms>(0444));
+    fs::permissions(inArbeit, static_cast<fs::perms>(0444));
+    const int nummer = ::open(inArbeit.c_str(), O_RDONLY | O_CLOEXEC);
+    ASSERT_EQ(::flock(nummer, LOCK_EX), 0);
+    {
+        const Rechte alle(ordner.pfad(), fs::perms::all);
+        for (const std::string& pfad : {schreibbar, nurLesbar, inArbeit}) {
+            dateien::raeumeAuf(pfad);
+        }
+    }
+    EXPECT_THAT(dateien::liste(ordner.pfad()), testing::ElementsAre(".spurkiste-3.tmp"));
+    ::close(nummer);
 }
 
 TEST(AtomareDateiTest, FehlerLassenDasAlteStehenUndNichtsZurueck) {
