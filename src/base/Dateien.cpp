@@ -56,6 +56,11 @@ int oeffneNummer(const std::string& pfad, int wie) {
     return ::open(pfad.c_str(), wie | O_CLOEXEC, rechteEinerNeuenDatei);
 }
 
+/// The path by which the system knows an open file that has no name.
+std::string ueberNummer(int nummer) {
+    return "/proc/self/fd/" + std::to_string(nummer);
+}
+
 /// Whether the system refused because it knows no files without a name, here or at all.
 bool kenntKeineNamenlosen(int fehler) {
     return fehler == EOPNOTSUPP || fehler == EISDIR || fehler == EINVAL || fehler == ENOENT;
@@ -67,11 +72,13 @@ int oeffneVorlaeufig(const std::string& ziel, std::string& name) {
     const std::string ordner = ordnerVon(ziel);
 #ifdef O_TMPFILE
     const int namenlos = oeffneNummer(ordner.empty() ? "." : ordner, O_WRONLY | O_TMPFILE);
-    if (namenlos >= 0) {
+    if (namenlos >= 0 && gibtEs(ueberNummer(namenlos))) {
         ::flock(namenlos, LOCK_EX);
         return namenlos;
     }
-    if (!kenntKeineNamenlosen(errno)) {
+    if (namenlos >= 0) {
+        ::close(namenlos);  // without /proc it could never get a name
+    } else if (!kenntKeineNamenlosen(errno)) {
         throw systemfehler(errno);
     }
 #endif
@@ -106,7 +113,7 @@ void uebernimmRechte(int nummer, const std::string& ziel) {
 
 /// Gives a file without a name a temporary one.
 std::string benenne(int nummer, const std::string& ziel) {
-    const std::string selbst = "/proc/self/fd/" + std::to_string(nummer);
+    const std::string selbst = ueberNummer(nummer);
     constexpr int versuche = 100;
     for (int i = 0; i < versuche; ++i) {
         std::string name = vorlaeufigerName(ordnerVon(ziel));

@@ -163,6 +163,25 @@ TEST(AtomareDateiTest, BehaeltRechteUndVerweisUndErlaubtLangeNamen) {
     EXPECT_EQ(fs::status(ziel).permissions(), fs::perms::owner_read | fs::perms::group_read);
 }
 
+TEST(AtomareDateiTest, ErscheintAuchWoEsKeinProcGibt) {
+    if (::geteuid() != 0) {
+        GTEST_SKIP() << "only root can leave /proc behind";
+    }
+    const TempOrdner ordner;
+    ordner.schreibe("ziel", "alt");
+    EXPECT_TRUE(imKind([&] {
+        if (::chroot(ordner.pfad().c_str()) != 0 || ::chdir("/") != 0) {
+            return false;
+        }
+        dateien::AtomareDatei datei("/ziel");
+        datei.schreibe("neu");
+        datei.uebernimm();
+        return true;
+    }));
+    EXPECT_EQ(ordner.lies("ziel"), "neu");
+    EXPECT_THAT(dateien::liste(ordner.pfad()), ElementsAre("ziel"));
+}
+
 TEST(AtomareDateiTest, WasEinAbbruchLiegenLiessWirdAufgeraeumt) {
     const TempOrdner ordner;
     const std::string schreibbar = ordner.schreibe(".spurkiste-1.tmp", "halb");
