@@ -110,6 +110,9 @@ class Bibliothek {
     [[nodiscard]] std::string standardOrdner() const;
     void kopiereNaechste();
     void landeKopie(Import& import, const std::string& ziel, const std::string& fehler);
+    void schreibeSportart(const std::shared_ptr<Sportwechsel>& wechsel);
+    [[nodiscard]] bool versucheNocheinmal(const std::shared_ptr<Sportwechsel>& wechsel, const std::string& pfad,
+                                          bool gelungen);
     void landeSportwechsel(const std::shared_ptr<Sportwechsel>& wechsel, Eintrag neuer, const std::string& fehler);
     void entferne(const std::vector<std::string>& pfade);
     void parseUndHaengeAn(const std::vector<std::string>& dateien, std::int64_t generation, Fertig fertig);

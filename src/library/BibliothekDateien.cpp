@@ -21,6 +21,7 @@ namespace spurkiste {
 /// One call of setzeSportart(). Bound to the main thread.
 struct Bibliothek::Sportwechsel {
     std::string pfad;  ///< where the file is now: it may be renamed before the result lands
+    GpxSportart art;
     std::int64_t generation;
     Fertig fertig;
 };
@@ -155,17 +156,41 @@ void Bibliothek::entferne(const std::vector<std::string>& pfade) {
 }
 
 void Bibliothek::setzeSportart(GpxSportart art, const GpxMetadaten& eintrag, Fertig fertig) {
-    const auto wechsel = std::make_shared<Sportwechsel>(Sportwechsel{eintrag.pfad, generation_, std::move(fertig)});
-    wechsel_.push_back(wechsel);
+    wechsel_.push_back(std::make_shared<Sportwechsel>(Sportwechsel{eintrag.pfad, art, generation_, std::move(fertig)}));
+    schreibeSportart(wechsel_.back());
+}
+
+void Bibliothek::schreibeSportart(const std::shared_ptr<Sportwechsel>& wechsel) {
     Ausfuehrer& schreiber = anschluesse_.schreiber != nullptr ? *anschluesse_.schreiber : anschluesse_.arbeiter;
-    schreiber.fuehreAus(
-        [this, lebt = std::weak_ptr(lebt_), wechsel, hauptfaden = &anschluesse_.hauptfaden, art, pfad = eintrag.pfad] {
-            hauptfaden->fuehreAus([this, lebt, wechsel, ausgang = schreibeUndLies(art, pfad)] {
-                if (!lebt.expired()) {
-                    landeSportwechsel(wechsel, ausgang.eintrag, ausgang.fehler);
-                }
-            });
+    schreiber.fuehreAus([this, lebt = std::weak_ptr(lebt_), wechsel, hauptfaden = &anschluesse_.hauptfaden,
+                         art = wechsel->art, pfad = wechsel->pfad] {
+        hauptfaden->fuehreAus([this, lebt, wechsel, pfad, ausgang = schreibeUndLies(art, pfad)] {
+            if (!lebt.expired() && !versucheNocheinmal(wechsel, pfad, ausgang.eintrag != nullptr)) {
+                landeSportwechsel(wechsel, ausgang.eintrag, ausgang.fehler);
+            }
         });
+    });
+}
+
+/// A file may get another name while its turn is being waited for, or in the middle of it; then what failed under the
+/// old name is done under the new one, unless a later change of the same file does it anyway.
+bool Bibliothek::versucheNocheinmal(const std::shared_ptr<Sportwechsel>& wechsel, const std::string& pfad,
+                                    bool gelungen) {
+    if (gelungen || wechsel->pfad == pfad) {
+        return false;
+    }
+    const auto stelle = std::find(wechsel_.begin(), wechsel_.end(), wechsel);
+    const bool ueberholt = std::any_of(stelle + 1, wechsel_.end(),
+                                       [&](const auto& spaeterer) { return spaeterer->pfad == wechsel->pfad; });
+    if (!ueberholt) {
+        schreibeSportart(wechsel);
+        return true;
+    }
+    wechsel_.erase(stelle);
+    if (wechsel->fertig) {
+        wechsel->fertig();
+    }
+    return true;
 }
 
 void Bibliothek::landeSportwechsel(const std::shared_ptr<Sportwechsel>& wechsel, Eintrag neuer,

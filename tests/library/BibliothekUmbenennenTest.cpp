@@ -5,7 +5,7 @@
 #include <system_error>
 #include <vector>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <sys/stat.h>
 
 #include "hilfe/Engpass.h"
@@ -201,14 +201,36 @@ TEST_F(BibliothekUmbenennenTest, takesTheSportThatIsBeingWrittenAlong) {
     EXPECT_EQ(eintrag(*bibliothek, "z.gpx").sportRoh, "cycling");
     EXPECT_EQ(eintrag(*bibliothek, "z.gpx").dateiName, "z");
 
-    // Renamed before the write has begun: the write says that it found nothing, and creates nothing.
-    bibliothek->setzeSportart(GpxSportart::ski, eintrag(*bibliothek, "z.gpx"));
-    bibliothek->benenneUm(eintrag(*bibliothek, "z.gpx"), "y");
+    // Renamed before the write has begun: it is done under the new name.
+    const GpxMetadaten z = eintrag(*bibliothek, "z.gpx");
+    int fertige = 0;
+    bibliothek->setzeSportart(GpxSportart::ski, z, [&] { ++fertige; });
+    bibliothek->benenneUm(z, "y");
     arbeiteAb();
     EXPECT_EQ(imOrdner(), Namen{"y.gpx"});
     EXPECT_EQ(namen(*bibliothek), Namen{"y.gpx"});
-    EXPECT_EQ(ordner.lies("y.gpx"), gpx(47, 8, "cycling"));
-    EXPECT_EQ(bibliothek->hinweis().wert(), "Sportart nicht gespeichert: Die GPX-Datei ist kein lesbares XML.");
+    EXPECT_EQ(ordner.lies("y.gpx"), gpx(47, 8, "skiing"));
+    EXPECT_EQ(eintrag(*bibliothek, "y.gpx").sportRoh, "skiing");
+    EXPECT_EQ(bibliothek->hinweis().wert(), std::nullopt);
+
+    // Before and after the renaming: the later choice stays.
+    const GpxMetadaten y = eintrag(*bibliothek, "y.gpx");
+    bibliothek->setzeSportart(GpxSportart::rad, y, [&] { ++fertige; });
+    bibliothek->benenneUm(y, "x");
+    bibliothek->setzeSportart(GpxSportart::laufen, eintrag(*bibliothek, "x.gpx"), [&] { ++fertige; });
+    arbeiteAb();
+    EXPECT_EQ(ordner.lies("x.gpx"), gpx(47, 8, "running"));
+    EXPECT_EQ(bibliothek->hinweis().wert(), std::nullopt);
+
+    // A file that is nowhere any more is tried once under each name, and then it is said.
+    const GpxMetadaten x = eintrag(*bibliothek, "x.gpx");
+    bibliothek->setzeSportart(GpxSportart::rad, x, [&] { ++fertige; });
+    bibliothek->benenneUm(x, "w");
+    std::filesystem::remove(ordner.in("w.gpx"));
+    arbeiteAb();
+    EXPECT_EQ(fertige, 4);
+    EXPECT_THAT(bibliothek->hinweis().wert().value_or(""), testing::StartsWith("Sportart nicht gespeichert: "));
+    EXPECT_EQ(imOrdner(), Namen{});
 }
 
 }  // namespace
