@@ -24,6 +24,9 @@ class DetailKarte final : public QWidget {
     /// Takes the fonts anew, after the language changed.
     void kleide();
 
+    /// None: the height follows from the width, and asking the layout would answer for the narrowest one.
+    [[nodiscard]] QSize minimumSizeHint() const override { return {0, 0}; }
+
   protected:
     void paintEvent(QPaintEvent* ereignis) override;
 

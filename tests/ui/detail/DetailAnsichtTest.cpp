@@ -21,6 +21,7 @@
 
 #include "hilfe/BeispielEintrag.h"
 #include "ui/detail/DetailAnsicht.h"
+#include "ui/detail/Papier.h"
 #include "ui/detail/Sprachbuehne.h"
 #include "ui/main/Formate.h"
 
@@ -119,6 +120,9 @@ TEST_F(DetailAnsichtTest, saysEverythingThatIsKnown) {
     EXPECT_EQ(sichtbare<SportMenue>(ansicht).size(), 1U);
     EXPECT_EQ(sichtbare<Knopf>(ansicht).at(0)->text(), "IM ORDNER ZEIGEN");
     EXPECT_THAT(sichtbare<Leerbild>(ansicht), IsEmpty());
+    // Nothing follows the button but the margin.
+    const QWidget* inhalt = ansicht.findChild<QScrollArea*>()->widget();
+    EXPECT_EQ(inhalt->childrenRect().bottom(), inhalt->height() - 1 - 18 + papier::kRingRand);
 }
 
 TEST_F(DetailAnsichtTest, saysWhatIsNotKnown) {
