@@ -80,9 +80,9 @@ void Kachel::kuerze() {
     if (gekuerzt != wert_->text()) {
         wert_->setText(gekuerzt);
     }
-    wert_->setToolTip(gekuerzt == ganzerWert_ ? QString() : alsKurzhilfe(ganzerWert_));
+    setzeKurzhilfe(*wert_, gekuerzt == ganzerWert_ ? QString() : ganzerWert_);
     const bool passt = QFontMetricsF(zusatz_->font()).horizontalAdvance(zusatz_->text()) <= platz;
-    zusatz_->setToolTip(passt ? QString() : alsKurzhilfe(zusatz_->text()));
+    setzeKurzhilfe(*zusatz_, passt ? QString() : zusatz_->text());
 }
 
 void Kachel::paintEvent(QPaintEvent* /*ereignis*/) {

@@ -12,6 +12,13 @@ QString alsKurzhilfe(const QString& text) {
     return QStringLiteral("<qt>") + text.toHtmlEscaped() + QStringLiteral("</qt>");
 }
 
+void setzeKurzhilfe(QWidget& element, const QString& text) {
+    element.setToolTip(text.isEmpty() ? text : alsKurzhilfe(text));
+    if (element.accessibleDescription() != text) {  // else a screen reader is told of each refresh
+        element.setAccessibleDescription(text);
+    }
+}
+
 QLabel* neueTextzeile(const QColor& farbe, bool waehlbar, QWidget* eltern) {
     auto* zeile = new QLabel(eltern);
     zeile->setTextFormat(Qt::PlainText);

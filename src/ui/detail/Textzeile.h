@@ -13,6 +13,9 @@ namespace spurkiste {
 /// A text for a tooltip, which would otherwise take what looks like markup for it; long ones are broken into lines.
 [[nodiscard]] QString alsKurzhilfe(const QString& text);
 
+/// Gives the widget a tooltip of plain text, which a screen reader reads as plain text too; none for an empty one.
+void setzeKurzhilfe(QWidget& element, const QString& text);
+
 /// A label of plain text in one colour. `waehlbar` lets the text be marked and copied, by mouse and keyboard.
 [[nodiscard]] QLabel* neueTextzeile(const QColor& farbe, bool waehlbar, QWidget* eltern);
 

@@ -29,7 +29,7 @@ Titelzeile::Titelzeile(const QColor& farbe, QWidget* eltern) : QLabel(eltern) {
 void Titelzeile::zeige(const QString& text) {
     const QString einzeilig = alsText(text::einzeilig(text.toStdString()));
     setText(einzeilig);
-    setToolTip(alsKurzhilfe(einzeilig));
+    setzeKurzhilfe(*this, einzeilig);
     updateGeometry();
 }
 

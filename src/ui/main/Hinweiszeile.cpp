@@ -22,8 +22,7 @@ void Hinweiszeile::zeige(const QString& hinweis) {
     }
     hide();
     text_->setText(hinweis);
-    text_->setToolTip(alsKurzhilfe(hinweis));
-    text_->setAccessibleDescription(hinweis);
+    setzeKurzhilfe(*text_, hinweis);
     setVisible(!hinweis.isEmpty());
 }
 

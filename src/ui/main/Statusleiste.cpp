@@ -74,8 +74,7 @@ void Statusleiste::zeigeHinweis(const QString& hinweis) {
 
 void Statusleiste::zeigeOrdner(const QString& ordner) {
     ordner_->setText(ordner);
-    ordner_->setToolTip(alsKurzhilfe(ordner));
-    ordner_->setAccessibleDescription(ordner);
+    setzeKurzhilfe(*ordner_, ordner);
 }
 
 void Statusleiste::paintEvent(QPaintEvent* /*ereignis*/) {

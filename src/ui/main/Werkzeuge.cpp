@@ -106,8 +106,7 @@ void Werkzeuge::zeigeOrdner(const QString& pfad) {
     const std::string roh = pfad.toStdString();
     ordner_->setText(QString::fromStdString(std::string(dateien::letzterTeil(roh))));
     const QString hilfe = QStringLiteral("Bibliotheksordner wechseln (aktuell: %1)").arg(pfad);
-    ordnerwechsel_->setToolTip(alsKurzhilfe(hilfe));
-    ordnerwechsel_->setAccessibleDescription(hilfe);  // else a screen reader would read out the tooltip's markup
+    setzeKurzhilfe(*ordnerwechsel_, hilfe);
 }
 
 void Werkzeuge::richteSpalteAus(int breite) {
