@@ -88,21 +88,15 @@ std::span<const std::uint8_t> Deckung::zeile(int y) const {
     return std::span(bild_).subspan(gross(y + 2 * halb_) * gross(schritt_) + gross(2 * halb_), gross(breite_));
 }
 
-void Deckung::ziehe(std::span<const Punkt> linie, const Lage& lage) {
-    if (linie.empty()) {
-        return;
-    }
-    const auto ort = [&](const Punkt& punkt) {
-        return Punkt{lage.massstab * punkt.x + lage.verschiebung, lage.massstab * punkt.y + lage.verschiebung};
-    };
-    Punkt vorher = ort(linie.front());
-    stemple(vorher);
-    for (const Punkt& punkt : linie.subspan(1)) {
-        const Punkt hier = ort(punkt);
-        if (std::abs(hier.x - vorher.x) >= kGenau || std::abs(hier.y - vorher.y) >= kGenau) {
-            verbinde(vorher, hier);
-            vorher = hier;
-        }
+void Deckung::setzeAn(const Punkt& ort) {
+    stift_ = ort;
+    stemple(ort);
+}
+
+void Deckung::fuehre(const Punkt& ort) {
+    if (std::abs(ort.x - stift_.x) >= kGenau || std::abs(ort.y - stift_.y) >= kGenau) {
+        verbinde(stift_, ort);
+        stift_ = ort;
     }
 }
 

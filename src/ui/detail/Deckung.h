@@ -17,15 +17,12 @@ class Deckung {
     /// For a picture of this size, of which nothing is covered yet; `radius` is the pen's.
     Deckung(int breite, int hoehe, double radius);
 
-    /// Where points lie in the picture: at this multiple, moved by so many pixels on both axes.
-    struct Lage {
-        double massstab = 1.0;
-        double verschiebung = 0.0;
-    };
+    /// Sets the pen down: a dot, from which a line may go on. Coordinates must be finite.
+    void setzeAn(const SkizzenGeometrie::Punkt& ort);
 
-    /// Draws a line; a line of one point is a dot, one of none is nothing. Deviates by less than an eighth of a pixel:
-    /// points that follow closer than that do not count. Coordinates must be finite.
-    void ziehe(std::span<const SkizzenGeometrie::Punkt> linie, const Lage& lage);
+    /// Leads the pen on in a straight line from where it was; it must have been set down. Deviates by less than an
+    /// eighth of a pixel: places that follow closer than that do not count.
+    void fuehre(const SkizzenGeometrie::Punkt& ort);
 
     /// The coverage of a row's pixels, 255 where it is complete.
     [[nodiscard]] std::span<const std::uint8_t> zeile(int y) const;
@@ -46,6 +43,7 @@ class Deckung {
     int schritt_;                        // from row to row
     std::vector<std::uint8_t> bild_;     // with room around the picture, so that no stamp reaches beyond
     std::vector<std::uint8_t> stempel_;  // the pen's coverage, row by row
+    SkizzenGeometrie::Punkt stift_;      // where the pen is
     int gestempeltX_ = -1;               // where the last stamp is, in parts of a pixel
     int gestempeltY_ = -1;
 };

@@ -45,16 +45,24 @@ void maleLinien(QImage& bild, const SkizzenGeometrie& geometrie) {
 
     const double verhaeltnis = bild.devicePixelRatio();
     const auto stift = [&](double breite) { return Deckung(bild.width(), bild.height(), breite / 2 * verhaeltnis); };
-    const Deckung::Lage lage{verhaeltnis, kInnen * verhaeltnis};
     Deckung saum = stift(saumbreite);
     Deckung linien = stift(linienbreite);
-    for (const auto& linie : geometrie.linien) {
-        saum.ziehe(linie, lage);
-        linien.ziehe(linie, lage);
-    }
     Deckung punkte = stift(punktdurchmesser);
-    for (const auto& einzelner : geometrie.einzelne) {
-        punkte.ziehe(einzelner, lage);
+    for (std::size_t nummer = 0; nummer < geometrie.linien.linien(); ++nummer) {
+        const auto linie = geometrie.linien.linie(nummer);
+        for (std::size_t i = 0; i < linie.size(); ++i) {
+            const auto ort = geometrie.bild(linie[i]);
+            const SkizzenGeometrie::Punkt pixel{verhaeltnis * (ort.x + kInnen), verhaeltnis * (ort.y + kInnen)};
+            if (linie.size() == 1) {
+                punkte.setzeAn(pixel);
+            } else if (i == 0) {
+                saum.setzeAn(pixel);
+                linien.setzeAn(pixel);
+            } else {
+                saum.fuehre(pixel);
+                linien.fuehre(pixel);
+            }
+        }
     }
 
     const QRgb weiss = qRgb(255, 255, 255);

@@ -2,7 +2,6 @@
 
 #include <optional>
 #include <span>
-#include <vector>
 
 #include "track/GpxMetadaten.h"
 
@@ -11,7 +10,8 @@ namespace spurkiste {
 /// Where a track's sketch stands on a surface: north up, both axes to the same scale, as large as fits with a margin of
 /// 12 on every side, centred. A value, in the units of the surface, y growing downwards. Every coordinate is finite and
 /// within kGrenze, however absurd those of the track are.
-struct SkizzenGeometrie {
+class SkizzenGeometrie {
+  public:
     struct Punkt {
         double x = 0;
         double y = 0;
@@ -22,23 +22,28 @@ struct SkizzenGeometrie {
     static constexpr double kRand = 12;     ///< kept free on each side
     static constexpr double kGrenze = 1e5;  ///< farther out nothing is drawn; drawing surfaces count in less than this
 
-    std::vector<Punkt> punkte;                     ///< of all lines, one behind the other
-    std::vector<std::span<const Punkt>> linien;    ///< of at least two of them each, never to be joined
-    std::vector<std::span<const Punkt>> einzelne;  ///< of one each: what a segment of one point is
-    std::optional<Punkt> fleck;                    ///< the whole track is this place, and nothing else is drawn
-    std::optional<Punkt> start;                    ///< not clamped to the surface; absent without a start
-    std::optional<Punkt> ende;                     ///< to be drawn over `start`
-
-    SkizzenGeometrie() = default;
-    SkizzenGeometrie(SkizzenGeometrie&&) = default;
-    SkizzenGeometrie& operator=(SkizzenGeometrie&&) = default;
-    SkizzenGeometrie(const SkizzenGeometrie&) = delete;  // the lines of a copy would be those of the original
-    SkizzenGeometrie& operator=(const SkizzenGeometrie&) = delete;
-    ~SkizzenGeometrie() = default;
-
-    /// For a surface of this size. A track without a sketch has no geometry at all. Longitudes are shortened by the
+    /// For a surface of this size. A track without a sketch has nothing to draw at all. Longitudes are shortened by the
     /// cosine of the middle latitude, which is true enough for what a person can do in a day. Any thread.
     [[nodiscard]] static SkizzenGeometrie berechne(const GpxMetadaten& eintrag, double breite, double hoehe);
+
+    /// Where a place of the track is. Only points are mapped that are asked for: there may be a hundred thousand.
+    [[nodiscard]] Punkt bild(const Koordinate& ort) const;
+
+    Skizze linien;               ///< to be drawn, never to be joined; one point is a dot, and there may be none
+    std::optional<Punkt> fleck;  ///< the whole track is this place, and nothing else is drawn
+    std::optional<Punkt> start;  ///< not clamped to the surface; absent without a start
+    std::optional<Punkt> ende;   ///< to be drawn over `start`
+
+  private:
+    void passeEin(std::span<const Koordinate> punkte, double breite, double hoehe);
+
+    double hoehe_ = 0;
+    double sueden_ = 0;
+    double westen_ = 0;
+    double kosinus_ = 1;
+    double massstab_ = 0;
+    double links_ = 0;
+    double unten_ = 0;
 };
 
 }  // namespace spurkiste

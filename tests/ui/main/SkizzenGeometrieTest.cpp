@@ -1,5 +1,7 @@
 #include <cmath>
+#include <cstddef>
 #include <limits>
+#include <optional>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -28,8 +30,30 @@ GpxMetadaten spur(const Linien& linien) {
     return eintrag;
 }
 
-SkizzenGeometrie geometrie(const GpxMetadaten& eintrag) {
-    return SkizzenGeometrie::berechne(eintrag, kBreite, kHoehe);
+/// The geometry with every point mapped.
+struct Bild {
+    std::vector<std::vector<Punkt>> linien;  ///< of two points and more
+    std::vector<Punkt> einzelne;
+    std::optional<Punkt> fleck;
+    std::optional<Punkt> start;
+    std::optional<Punkt> ende;
+};
+
+Bild geometrie(const GpxMetadaten& eintrag, double breite = kBreite, double hoehe = kHoehe) {
+    const auto geometrie = SkizzenGeometrie::berechne(eintrag, breite, hoehe);
+    Bild bild{{}, {}, geometrie.fleck, geometrie.start, geometrie.ende};
+    for (std::size_t nummer = 0; nummer < geometrie.linien.linien(); ++nummer) {
+        std::vector<Punkt> linie;
+        for (const Koordinate& ort : geometrie.linien.linie(nummer)) {
+            linie.push_back(geometrie.bild(ort));
+        }
+        if (linie.size() == 1) {
+            bild.einzelne.push_back(linie.front());
+        } else if (!linie.empty()) {
+            bild.linien.push_back(linie);
+        }
+    }
+    return bild;
 }
 
 void erwarte(const Punkt& punkt, double x, double y) {
@@ -94,7 +118,7 @@ TEST(SkizzenGeometrie, absurdTracksAndSurfacesGiveFiniteFigures) {
         auto eintrag = spur({linie});
         eintrag.start = linie[0];
         for (const auto& [breite, hoehe] : {std::pair{kBreite, kHoehe}, std::pair{10.0, 5.0}, std::pair{0.0, 0.0}}) {
-            const auto bild = SkizzenGeometrie::berechne(eintrag, breite, hoehe);
+            const auto bild = geometrie(eintrag, breite, hoehe);
             for (const Punkt& punkt : bild.linien[0]) {
                 EXPECT_LE(std::abs(punkt.x), SkizzenGeometrie::kGrenze);
                 EXPECT_LE(std::abs(punkt.y), SkizzenGeometrie::kGrenze);
