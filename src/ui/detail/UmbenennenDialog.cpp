@@ -89,7 +89,6 @@ UmbenennenDialog::UmbenennenDialog(const Eintrag& eintrag, std::function<void(co
     setWindowTitle(QStringLiteral("Datei umbenennen"));
     setAccessibleName(windowTitle());
     name_->setText(alsText(eintrag->dateiName));
-    genau_ = name_->text().toStdString() == eintrag->dateiName;
     name_->selectAll();
     ordneAn();
     const auto pruefe = [this] { umbenennen_->setEnabled(istBenannt()); };
@@ -155,11 +154,8 @@ void UmbenennenDialog::bestaetige() {
     if (istBenannt()) {
         const auto aktion = std::move(aktion_);
         const QString name = name_->text();
-        const bool verfaelscht = !genau_ && !name_->isModified();
         accept();
-        if (!verfaelscht) {
-            aktion(name);
-        }
+        aktion(name);
     }
 }
 

@@ -17,8 +17,7 @@ class UmbenennenDialog final : public QDialog {
     Q_OBJECT
 
   public:
-    /// `aktion` receives the name as it was typed. A name that the field cannot show exactly is not handed over as long
-    /// as nothing was typed: confirming it would rename the file.
+    /// `aktion` receives the name as it was typed.
     UmbenennenDialog(const Eintrag& eintrag, std::function<void(const QString&)> aktion, QWidget* eltern);
 
   protected:
@@ -34,7 +33,6 @@ class UmbenennenDialog final : public QDialog {
     std::function<void(const QString&)> aktion_;
     QWidget* blatt_;
     QLineEdit* name_;
-    bool genau_ = true;  ///< whether the field began with the file's name, byte for byte
     Knopf* abbrechen_;
     Knopf* umbenennen_;
 };

@@ -168,9 +168,6 @@ TEST_F(UmbenennenDialogTest, neitherAFileThatHasGoneNorAnOddNameDoesHarm) {
 
     oeffne("Fr\xfch");  // bytes that are no UTF-8
     EXPECT_EQ(feld->text(), QString::fromUtf8("Fr\ufffdh"));
-    taste(Qt::Key_Return);
-    EXPECT_TRUE(istZu());
-    EXPECT_THAT(namen, ElementsAre("Weg"));  // nothing was typed, and it stays as it is
     oeffne(std::string(4000, 'x'));
     EXPECT_EQ(feld->text().size(), 4000);
 }
