@@ -122,7 +122,7 @@ class Aktionen(unittest.TestCase):
         heim, heim2 = os.path.join(cls.ablage.name, "heim"), os.path.join(cls.ablage.name, "heim2")
         for ort in (heim, heim2):
             os.makedirs(ort, mode=0o700)
-        cls.heim = heim
+        cls.heim, cls.heim2 = heim, heim2
         meine, fremde = os.path.join(cls.ablage.name, "Meine Touren"), os.path.join(cls.ablage.name, "Täler & Höhen")
         fuelle(meine, {"Alpen": spur(47.4, "2023-01-02"), "Tour": spur(47.5, "2024-09-21", "<type>running</type>"),
                        "Zürichberg": spur(47.6, "2022-05-01")})
@@ -228,6 +228,13 @@ class Aktionen(unittest.TestCase):
         warte_bis(lambda: self.mein.namen() == [], "the new folder is shown")
         with open(os.path.join(self.heim, "spurkiste/einstellungen.conf"), encoding="utf-8") as datei:
             self.assertIn("bibliothekOrdner=" + ziel, datei.read())
+
+    def test_9_starts_again_after_a_crash(self):
+        self.fremd.prozess.kill()
+        self.fremd.prozess.wait(30)
+        wieder = Programm(self.atspi, self.fremd.ordner, self.heim2, HOEHE)  # waits for its window and its rows
+        self.addCleanup(wieder.beende)
+        self.assertIsNone(wieder.prozess.poll())
 
 
 if __name__ == "__main__":
