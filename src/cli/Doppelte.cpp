@@ -8,6 +8,7 @@
 #include <system_error>
 #include <utility>
 
+#include "cli/Abschluss.h"
 #include "cli/Dateiauswahl.h"
 #include "track/GpxLeser.h"
 
@@ -105,7 +106,7 @@ int doppelte(const std::string& ordner) {
             (void)std::fputs((pfad + "\n").c_str(), stdout);
         }
     }
-    return std::fflush(stdout) == 0 ? 0 : 1;
+    return schliesseAusgabeAb(0);
 }
 
 }  // namespace spurkiste

@@ -1,14 +1,13 @@
 #include "cli/Liste.h"
 
-#include <cerrno>
 #include <chrono>
 #include <cstdio>
 #include <optional>
 #include <string>
-#include <system_error>
 
 #include "base/ArbeiterPool.h"
 #include "base/Hauptschlange.h"
+#include "cli/Abschluss.h"
 #include "cli/Ausgabe.h"
 #include "cli/Fortschritt.h"
 #include "cli/Terminal.h"
@@ -111,11 +110,7 @@ int liste(const Aufruf& aufruf) {
         return 1;
     }
     gibAus(aufruf, bibliothek.eintraege().wert());
-    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
-        schreibe(stderr, "Ausgabe nicht geschrieben: " + std::generic_category().message(errno) + "\n");
-        return 1;
-    }
-    return 0;
+    return schliesseAusgabeAb(0);
 }
 
 }  // namespace spurkiste

@@ -12,6 +12,7 @@
 
 #include "base/Dateien.h"
 #include "base/Text.h"
+#include "cli/Abschluss.h"
 #include "cli/Dateiauswahl.h"
 #include "track/GpxLeser.h"
 #include "track/JsonText.h"
@@ -189,7 +190,7 @@ int pruefe(const std::vector<std::string>& worte, bool json) {
     const std::string unlesbare = nichtLesbare(ergebnisse);
     (void)std::fputs(unlesbare.c_str(), stderr);
     (void)std::fputs((json ? alsJson(ergebnisse) : alsText(ergebnisse)).c_str(), stdout);
-    return std::fflush(stdout) == 0 && unlesbare.empty() ? 0 : 1;
+    return schliesseAusgabeAb(unlesbare.empty() ? 0 : 1);
 }
 
 }  // namespace spurkiste

@@ -5,6 +5,7 @@
 #include <exception>
 #include <system_error>
 
+#include "cli/Abschluss.h"
 #include "track/GpxLeser.h"
 #include "track/GpxSchreiber.h"
 
@@ -38,7 +39,7 @@ int sport(GpxSportart art, const std::vector<std::string>& dateien) {
             scheitere(datei, fehler.what());
         }
     }
-    return std::fflush(stdout) == 0 ? ende : 1;
+    return schliesseAusgabeAb(ende);
 }
 
 }  // namespace spurkiste

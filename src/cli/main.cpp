@@ -8,6 +8,7 @@
 #include <variant>
 #include <vector>
 
+#include "cli/Abschluss.h"
 #include "cli/Aufruf.h"
 #include "cli/Doppelte.h"
 #include "cli/Liste.h"
@@ -47,7 +48,7 @@ int fuehreAus(std::span<char*> argumente) {
         case Aufruf::Befehl::doppelte:
             return spurkiste::doppelte(aufruf.ordner);
     }
-    return std::fflush(stdout) == 0 ? 0 : 1;
+    return spurkiste::schliesseAusgabeAb(0);
 }
 
 }  // namespace

@@ -133,10 +133,18 @@ class Programm(unittest.TestCase):
             self.assertEqual((lauf.returncode, lauf.stdout, lauf.stderr.count("\n")), (2, "", 1), falsch)
         self.assertEqual(rufe("--help").returncode, 0)
         self.assertRegex(rufe("--version").stdout, r"^spurkiste-cli \d+\.\d+\.\d+\n$")
-        with open("/dev/full", "w") as voll:
-            lauf = subprocess.run([PROGRAMM, "liste", self.ordner], stdout=voll, stderr=subprocess.PIPE, env=umgebung(), timeout=60)
-        self.assertEqual(lauf.returncode, 1)
-        self.assertEqual(lauf.stderr.count(b"\n"), 1)
+
+    def test_says_that_it_could_not_write_its_output(self):
+        zweimal = os.path.join(self.ablage.name, "zweimal")
+        os.mkdir(zweimal)
+        for name in ("a.gpx", "b.gpx"):
+            with open(os.path.join(zweimal, name), "w", encoding="utf-8") as datei:
+                datei.write('<gpx><trk><trkseg><trkpt lat="1" lon="2"/></trkseg></trk></gpx>')
+        for worte in (["liste", zweimal], ["doppelte", zweimal], ["pruefe", zweimal, "--json"],
+                      ["sport", "cycling", os.path.join(zweimal, "a.gpx")], ["--help"], ["--version"]):
+            with open("/dev/full", "w") as voll:
+                lauf = subprocess.run([PROGRAMM, *worte], stdout=voll, stderr=subprocess.PIPE, env=umgebung(), timeout=60)
+            self.assertEqual((lauf.returncode, lauf.stderr.count(b"\n")), (1, 1), worte)
 
     def test_finds_resources_where_it_is_told(self):
         leer = os.path.join(self.ablage.name, "leer")
