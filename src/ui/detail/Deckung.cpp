@@ -70,8 +70,10 @@ Deckung::Deckung(int breite, int hoehe, double radius)
 void Deckung::schneideStempel() {
     stempel_.reserve(gross(kTeile * kTeile * (2 * halb_ + 1) * stempelbreite_));
     for (int teil = 0; teil < kTeile * kTeile; ++teil) {
-        const double mitteX = halb_ + (teil % kTeile + 0.5) * kGenau;
-        const double mitteY = halb_ + (teil / kTeile + 0.5) * kGenau;
+        const int spalte = teil % kTeile;
+        const int zeile = teil / kTeile;
+        const double mitteX = halb_ + (spalte + 0.5) * kGenau;
+        const double mitteY = halb_ + (zeile + 0.5) * kGenau;
         for (int y = 0; y <= 2 * halb_; ++y) {
             for (int x = 0; x < stempelbreite_; ++x) {
                 const double dx = x + 0.5 - mitteX;

@@ -48,8 +48,8 @@ void maleLinien(QImage& bild, const SkizzenGeometrie& geometrie) {
     Deckung saum = stift(saumbreite);
     Deckung linien = stift(linienbreite);
     Deckung punkte = stift(punktdurchmesser);
-    for (std::size_t nummer = 0; nummer < geometrie.linien.linien(); ++nummer) {
-        const auto linie = geometrie.linien.linie(nummer);
+    for (std::size_t nummer = 0; nummer < geometrie.linien().linien(); ++nummer) {
+        const auto linie = geometrie.linien().linie(nummer);
         for (std::size_t i = 0; i < linie.size(); ++i) {
             const auto ort = geometrie.bild(linie[i]);
             const SkizzenGeometrie::Punkt pixel{verhaeltnis * (ort.x + kInnen), verhaeltnis * (ort.y + kInnen)};
@@ -152,11 +152,11 @@ void SkizzenAnsicht::male() {
     maler.save();
     maler.setClipRect(flaeche);
     maler.translate(flaeche.topLeft());
-    if (geometrie.fleck) {
-        punkt(maler, *geometrie.fleck, 6, KistePapier::gold);
+    if (geometrie.fleck()) {
+        punkt(maler, *geometrie.fleck(), 6, KistePapier::gold);
     }
-    endpunkt(maler, geometrie.start, KistePapier::gruen);
-    endpunkt(maler, geometrie.ende, KistePapier::rot);
+    endpunkt(maler, geometrie.start(), KistePapier::gruen);
+    endpunkt(maler, geometrie.ende(), KistePapier::rot);
     maler.restore();
     maleMarke(maler);
 }

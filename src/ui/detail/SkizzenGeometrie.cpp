@@ -30,7 +30,7 @@ void SkizzenGeometrie::passeEin(std::span<const Koordinate> punkte, double breit
     const double hoch = norden - sueden_;
     const double weit = osten - westen_;
     if (weit < kEinOrt && hoch < kEinOrt) {
-        fleck = Punkt{breite / 2, hoehe / 2};
+        fleck_ = Punkt{breite / 2, hoehe / 2};
         return;
     }
     hoehe_ = hoehe;
@@ -53,15 +53,15 @@ SkizzenGeometrie SkizzenGeometrie::berechne(const GpxMetadaten& eintrag, double 
         return geometrie;
     }
     geometrie.passeEin(eintrag.skizze.punkte(), breite, hoehe);
-    if (geometrie.fleck) {
+    if (geometrie.fleck_) {
         return geometrie;
     }
-    geometrie.linien = eintrag.skizze;
+    geometrie.linien_ = eintrag.skizze;
     const auto marke = [&](const std::optional<Koordinate>& ort) {
         return ort ? std::optional(geometrie.bild(*ort)) : std::nullopt;
     };
-    geometrie.start = marke(eintrag.start);
-    geometrie.ende = marke(eintrag.ende);
+    geometrie.start_ = marke(eintrag.start);
+    geometrie.ende_ = marke(eintrag.ende);
     return geometrie;
 }
 

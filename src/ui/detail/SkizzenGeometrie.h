@@ -29,14 +29,22 @@ class SkizzenGeometrie {
     /// Where a place of the track is. Only points are mapped that are asked for: there may be a hundred thousand.
     [[nodiscard]] Punkt bild(const Koordinate& ort) const;
 
-    Skizze linien;               ///< to be drawn, never to be joined; one point is a dot, and there may be none
-    std::optional<Punkt> fleck;  ///< the whole track is this place, and nothing else is drawn
-    std::optional<Punkt> start;  ///< not clamped to the surface; absent without a start
-    std::optional<Punkt> ende;   ///< to be drawn over `start`
+    /// To be drawn, never to be joined; one point is a dot, and there may be none.
+    [[nodiscard]] const Skizze& linien() const { return linien_; }
+    /// The whole track is this place, and nothing else is drawn; absent for every other track.
+    [[nodiscard]] const std::optional<Punkt>& fleck() const { return fleck_; }
+    /// Not clamped to the surface; absent without a start.
+    [[nodiscard]] const std::optional<Punkt>& start() const { return start_; }
+    /// To be drawn over start(); absent without an end.
+    [[nodiscard]] const std::optional<Punkt>& ende() const { return ende_; }
 
   private:
     void passeEin(std::span<const Koordinate> punkte, double breite, double hoehe);
 
+    Skizze linien_;
+    std::optional<Punkt> fleck_;
+    std::optional<Punkt> start_;
+    std::optional<Punkt> ende_;
     double hoehe_ = 0;
     double sueden_ = 0;
     double westen_ = 0;

@@ -41,10 +41,10 @@ struct Bild {
 
 Bild geometrie(const GpxMetadaten& eintrag, double breite = kBreite, double hoehe = kHoehe) {
     const auto geometrie = SkizzenGeometrie::berechne(eintrag, breite, hoehe);
-    Bild bild{{}, {}, geometrie.fleck, geometrie.start, geometrie.ende};
-    for (std::size_t nummer = 0; nummer < geometrie.linien.linien(); ++nummer) {
+    Bild bild{{}, {}, geometrie.fleck(), geometrie.start(), geometrie.ende()};
+    for (std::size_t nummer = 0; nummer < geometrie.linien().linien(); ++nummer) {
         std::vector<Punkt> linie;
-        for (const Koordinate& ort : geometrie.linien.linie(nummer)) {
+        for (const Koordinate& ort : geometrie.linien().linie(nummer)) {
             linie.push_back(geometrie.bild(ort));
         }
         if (linie.size() == 1) {
