@@ -22,10 +22,16 @@ SPUR = """<?xml version="1.0" encoding="UTF-8"?>
 
 
 def quellen():
-    """Debian's archives as this machine's apt knows them, one line each."""
+    """Debian's archives as this machine's apt knows them, one line each; it is asked to look when it knows none."""
     form = "deb $(REPO_URI) $(RELEASE) $(COMPONENT)"
-    zeilen = rufe("apt-get", "indextargets", "--format", form, "Created-By: Packages", "Origin: Debian").stdout.splitlines()
-    return sorted({zeile for zeile in zeilen if zeile.startswith("deb ")})
+    for versuch in range(2):
+        zeilen = rufe("apt-get", "indextargets", "--format", form, "Created-By: Packages", "Origin: Debian").stdout.splitlines()
+        archive = sorted({zeile for zeile in zeilen if zeile.startswith("deb ")})
+        if archive or versuch > 0 or os.geteuid() != 0:
+            return archive
+        with contextlib.suppress(subprocess.TimeoutExpired):
+            rufe("apt-get", "update", timeout=120)
+    return []
 
 
 def warum_nicht_frisch(archive, ablage):
@@ -71,7 +77,7 @@ def verzeichnis(ort):
 def bildschirm():
     """An X server without a screen; gives its name."""
     lesen, schreiben = os.pipe()
-    server = subprocess.Popen(["Xvfb", "-displayfd", str(schreiben), "-screen", "0", "1440x860x24", "-nolisten", "tcp"],
+    server = subprocess.Popen(["Xvfb", "-displayfd", str(schreiben), "-screen", "0", "1440x860x24", "-nolisten", "tcp", "-noreset"],
                               pass_fds=[schreiben], stderr=subprocess.DEVNULL)
     os.close(schreiben)
     try:
