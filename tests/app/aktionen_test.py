@@ -22,7 +22,7 @@ class Programm:
         self.atspi, self.ordner = atspi, ordner
         self.umgebung = os.environ | {
             "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "QT_QPA_PLATFORM": "xcb", "LANG": "de_DE.UTF-8", "TZ": "UTC",
-            "SPURKISTE_RESSOURCEN": RESSOURCEN, "XDG_CONFIG_HOME": heim, "XDG_RUNTIME_DIR": heim, "XDG_DATA_HOME": heim}
+            "SPURKISTE_RESSOURCEN": RESSOURCEN, "HOME": heim, "XDG_CONFIG_HOME": heim, "XDG_RUNTIME_DIR": heim, "XDG_DATA_HOME": heim}
         self.prozess = subprocess.Popen([PROGRAMM, "--ordner", ordner], env=self.umgebung)
         warte_bis(self.fenster, "the window appears on the accessibility bus")
         self.nummer = xdotool("search", "--sync", "--all", "--onlyvisible", "--pid", self.prozess.pid, "--name", "Korvo GPX Library").split()[0]
