@@ -14,6 +14,7 @@
 #include "ui/detail/Schatten.h"
 #include "ui/detail/Schild.h"
 #include "ui/detail/Schrift.h"
+#include "ui/detail/Textzeile.h"
 
 namespace spurkiste {
 
@@ -68,11 +69,6 @@ Knopf::Aussehen knopfform(const QColor& text, const QColor& grund, QFont::Weight
     aussehen.ueberfahren = KistePapier::mitDeckkraft(KistePapier::tinte, 0.04);
     aussehen.gedrueckt = KistePapier::mitDeckkraft(KistePapier::tinte, 0.08);
     return aussehen;
-}
-
-/// A name as the field can show it: bytes that are not UTF-8 become replacement characters.
-QString alsText(const std::string& name) {
-    return QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include "hilfe/Skizzenbau.h"
 #include "ui/detail/KistePapier.h"
 #include "ui/detail/SkizzenAnsicht.h"
 
@@ -23,15 +24,8 @@ constexpr int kBreite = 334;
 constexpr int kHoehe = SkizzenAnsicht::kHoehe;
 
 Eintrag spur(const Linien& linien, std::optional<Koordinate> start = {}, std::optional<Koordinate> ende = {}) {
-    Skizze::Bau bau;
-    for (const auto& linie : linien) {
-        bau.beginneLinie();
-        for (const Koordinate& ort : linie) {
-            bau.haengeAn(ort);
-        }
-    }
     GpxMetadaten eintrag;
-    eintrag.skizze = std::move(bau).fertig();
+    eintrag.skizze = skizzeAus(linien);
     eintrag.start = start;
     eintrag.ende = ende;
     return std::make_shared<const GpxMetadaten>(std::move(eintrag));

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "hilfe/Skizzenbau.h"
 #include "ui/detail/SkizzenGeometrie.h"
 
 namespace spurkiste {
@@ -18,15 +19,8 @@ constexpr double kBreite = 324;
 constexpr double kHoehe = 204;
 
 GpxMetadaten spur(const Linien& linien) {
-    Skizze::Bau bau;
-    for (const auto& linie : linien) {
-        bau.beginneLinie();
-        for (const Koordinate& ort : linie) {
-            bau.haengeAn(ort);
-        }
-    }
     GpxMetadaten eintrag;
-    eintrag.skizze = std::move(bau).fertig();
+    eintrag.skizze = skizzeAus(linien);
     return eintrag;
 }
 
