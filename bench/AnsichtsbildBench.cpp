@@ -11,8 +11,8 @@
 #include <benchmark/benchmark.h>
 
 #include "erzeuge/Erzeuger.h"
+#include "sicht/Ansichtsbild.h"
 #include "track/GpxMetadaten.h"
-#include "ui/main/Ansichtsbild.h"
 
 namespace {
 

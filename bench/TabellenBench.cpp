@@ -16,7 +16,7 @@
 
 #include "erzeuge/Erzeuger.h"
 #include "hilfe/Ansichtsbau.h"
-#include "ui/main/Ansichtsbild.h"
+#include "sicht/Ansichtsbild.h"
 #include "ui/main/TabellenAnsicht.h"
 
 namespace {

@@ -5,9 +5,9 @@
 
 #include "base/Text.h"
 #include "cli/Tabelle.h"
+#include "sicht/Formate.h"
+#include "sicht/Zeile.h"
 #include "track/GpxMetadatenJson.h"
-#include "ui/main/Formate.h"
-#include "ui/main/Zeile.h"
 
 namespace spurkiste::ausgabe {
 

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "library/Bibliothek.h"
-#include "ui/main/Ansichtstexte.h"
+#include "sicht/Ansichtstexte.h"
 
 /// The forms in which records are written out. Each hands its text to the sink in pieces. Main thread.
 namespace spurkiste::ausgabe {

@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
+#include "sicht/Ansichtsbild.h"
 #include "track/GpxMetadaten.h"
-#include "ui/main/Ansichtsbild.h"
 
 namespace spurkiste {
 

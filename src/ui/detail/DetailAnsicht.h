@@ -5,9 +5,9 @@
 #include <QWidget>
 #include <vector>
 
+#include "sicht/DetailTexte.h"
 #include "track/GpxMetadaten.h"
 #include "ui/detail/DetailKarte.h"
-#include "ui/detail/DetailTexte.h"
 #include "ui/detail/Kachel.h"
 #include "ui/detail/Knopf.h"
 #include "ui/detail/Leerbild.h"

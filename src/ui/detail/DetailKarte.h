@@ -5,8 +5,8 @@
 #include <span>
 #include <vector>
 
+#include "sicht/DetailTexte.h"
 #include "ui/detail/Absatz.h"
-#include "ui/detail/DetailTexte.h"
 #include "ui/detail/Schild.h"
 
 namespace spurkiste {

@@ -4,7 +4,7 @@
 #include <QWidget>
 #include <string_view>
 
-#include "ui/detail/DetailTexte.h"
+#include "sicht/DetailTexte.h"
 #include "ui/detail/Schild.h"
 
 namespace spurkiste {

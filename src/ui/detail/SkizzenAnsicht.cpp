@@ -8,12 +8,12 @@
 #include <cmath>
 #include <cstddef>
 
-#include "ui/detail/Deckung.h"
+#include "sicht/Deckung.h"
+#include "sicht/SkizzenGeometrie.h"
 #include "ui/detail/KistePapier.h"
 #include "ui/detail/Papier.h"
 #include "ui/detail/Schatten.h"
 #include "ui/detail/Schrift.h"
-#include "ui/detail/SkizzenGeometrie.h"
 #include "ui/detail/Symbole.h"
 
 namespace spurkiste {

@@ -5,10 +5,10 @@
 #include <array>
 #include <functional>
 
+#include "sicht/Ansichtsbild.h"
+#include "sicht/Ansichtstexte.h"
+#include "sicht/Ansichtszustand.h"
 #include "ui/detail/PapierKapsel.h"
-#include "ui/main/Ansichtsbild.h"
-#include "ui/main/Ansichtstexte.h"
-#include "ui/main/Ansichtszustand.h"
 
 namespace spurkiste {
 

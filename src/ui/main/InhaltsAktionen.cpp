@@ -9,11 +9,11 @@
 #include <QShortcut>
 #include <algorithm>
 
+#include "sicht/UriListe.h"
 #include "ui/detail/PapierMenue.h"
 #include "ui/detail/Textzeile.h"
 #include "ui/detail/UmbenennenDialog.h"
 #include "ui/main/InhaltsAnsicht.h"
-#include "ui/main/UriListe.h"
 
 namespace spurkiste {
 

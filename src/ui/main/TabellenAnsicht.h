@@ -11,9 +11,9 @@
 #include <string>
 #include <vector>
 
+#include "sicht/Sortierung.h"
 #include "ui/detail/Rollbalken.h"
 #include "ui/main/Kartenrahmen.h"
-#include "ui/main/Sortierung.h"
 #include "ui/main/TabellenAuswahl.h"
 #include "ui/main/TabellenModell.h"
 #include "ui/main/Tabellenkopf.h"

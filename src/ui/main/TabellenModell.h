@@ -9,9 +9,9 @@
 #include <string_view>
 #include <vector>
 
-#include "ui/main/Sortierung.h"
-#include "ui/main/Zeile.h"
-#include "ui/main/Zeilenabgleich.h"
+#include "sicht/Sortierung.h"
+#include "sicht/Zeile.h"
+#include "sicht/Zeilenabgleich.h"
 
 namespace spurkiste {
 

@@ -4,10 +4,10 @@
 #include <optional>
 #include <vector>
 
+#include "sicht/Sortierung.h"
+#include "sicht/Spaltenbreiten.h"
 #include "ui/detail/Bildvorrat.h"
 #include "ui/detail/Schriftsatz.h"
-#include "ui/main/Sortierung.h"
-#include "ui/main/Spaltenbreiten.h"
 
 namespace spurkiste {
 

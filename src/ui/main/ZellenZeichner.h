@@ -6,11 +6,11 @@
 #include <QRectF>
 #include <vector>
 
+#include "sicht/Sortierung.h"
+#include "sicht/Zeile.h"
 #include "ui/detail/Bildvorrat.h"
 #include "ui/detail/Schriftsatz.h"
 #include "ui/detail/SportKapsel.h"
-#include "ui/main/Sortierung.h"
-#include "ui/main/Zeile.h"
 
 namespace spurkiste {
 

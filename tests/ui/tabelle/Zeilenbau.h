@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "hilfe/Ansichtsbau.h"
-#include "ui/main/Zeile.h"
+#include "sicht/Zeile.h"
 
 namespace spurkiste {
 

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+#include "sicht/Filter.h"
+#include "sicht/Sortierung.h"
+#include "track/GpxMetadaten.h"
+
+namespace spurkiste {
+
+/// What the user of one window has set, and what else decides what it shows. A value; each window has its own.
+struct Ansichtszustand {
+    /// Paths of the selected records, hidden ones included. Only gestures and behalteVorhandene() change it.
+    std::unordered_set<std::string> auswahl;
+    Sortierung sortierung;
+    std::string suche;                       ///< the text of the search field as it stands, blanks included
+    std::optional<std::string> startFilter;  ///< the chosen start place
+    std::optional<std::string> zielFilter;   ///< the chosen finish place
+    std::optional<std::string> sportFilter;  ///< the chosen sport's label, so it belongs to one language
+    GhostFilter ghostFilter = GhostFilter::alle;
+    ArtFilter artFilter = ArtFilter::alle;
+    LaengenFilter laengenFilter = LaengenFilter::alle;
+    bool laedt = false;  ///< whether the library is reading files
+
+    /// Whether a filter or the search is in effect.
+    [[nodiscard]] bool filterAktiv() const;
+
+    /// Takes back all filters and the search.
+    void setzeZurueck();
+
+    /// Takes out of the selection what is no longer among the records; for whenever the records have changed.
+    void behalteVorhandene(const std::vector<Eintrag>& eintraege);
+
+    friend bool operator==(const Ansichtszustand&, const Ansichtszustand&) = default;
+};
+
+}  // namespace spurkiste

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "base/Text.h"
+#include "sicht/Ansichtstexte.h"
+#include "sicht/Reihenfolge.h"
+#include "sicht/Sortierung.h"
+#include "sicht/Wortliste.h"
+#include "track/GpxMetadaten.h"
+
+namespace spurkiste {
+
+/// Remembers between two pictures what follows from each record and the language alone, and the order of the records:
+/// a key stroke then costs neither texts nor sorting, and a new record only itself. It changes how fast a picture is
+/// made, never what it shows. A record is told by its address, and kept alive while it is remembered; what is no longer
+/// among the records is forgotten. One per window, bound to the main thread.
+class Zeilenspeicher {
+  public:
+    /// Brings the memory up to the records and the language. Costs a pass over the pointers, and for each new record
+    /// the making of its row. No record is null.
+    void gleicheAb(const std::vector<Eintrag>& eintraege, const Ansichtstexte& texte);
+
+    /// The records in their order, with all that follows from each.
+    [[nodiscard]] const std::vector<Platz>& plaetze() const { return plaetze_; }
+    /// The positions of all records in sorted order.
+    [[nodiscard]] const std::vector<Reihenfolge::Stelle>& reihenfolge(const Sortierung& sortierung);
+
+    /// The place names of all records, and the texts shown for their sports.
+    [[nodiscard]] const Wortliste& orte() const { return orte_; }
+    [[nodiscard]] const Wortliste& sportarten() const { return sportarten_; }
+
+  private:
+    using Stelle = Reihenfolge::Stelle;
+
+    void ersetzeAb(std::size_t ab, bool neueSprache, const std::vector<Eintrag>& eintraege);
+    [[nodiscard]] Platz baue(const Eintrag& eintrag, std::uint32_t kennung);
+    [[nodiscard]] Reihenfolge::Bestand bestand() const { return {plaetze_, sportarten_, *namensordnung_}; }
+
+    Ansichtstexte texte_;                               // of the rows
+    std::optional<text::Namensordnung> namensordnung_;  // absent before the first records
+    std::vector<const GpxMetadaten*> adressen_;         // of the records, kept alive by the rows
+    std::vector<Platz> plaetze_;
+    Wortliste orte_;
+    Wortliste sportarten_;
+    Reihenfolge reihenfolge_;
+    std::uint32_t naechsteKennung_ = 0;
+};
+
+}  // namespace spurkiste
