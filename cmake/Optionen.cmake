@@ -33,9 +33,18 @@ function(spurkiste_bibliothek name)
   target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
 endfunction()
 
+# spurkiste_fensterbibliothek(name ...): the same for a room that sees Qt, which nobody else does: its headers are on no
+# other target's include path.
+function(spurkiste_fensterbibliothek name)
+  spurkiste_bibliothek(${name} ${ARGN})
+  set_target_properties(${name} PROPERTIES AUTOMOC ON)
+  target_compile_definitions(${name} PRIVATE QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS)
+endfunction()
+
 include(GoogleTest)
-# spurkiste_test(name SOURCES ... LINKT ...): one GoogleTest program; every case is a test of its own in ctest. Those of
-# the window are labelled, for ThreadSanitizer cannot see into Qt and would report races that are none.
+# spurkiste_test(name SOURCES ... LINKT ...): one GoogleTest program; every case is a test of its own in ctest. Those that
+# link Qt6::Test get an application object and a label: ThreadSanitizer cannot see into Qt and would report races that are
+# none.
 function(spurkiste_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINKT" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
@@ -43,7 +52,8 @@ function(spurkiste_test name)
   target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
   set(kennzeichen)
-  if(spurkiste_oberflaeche IN_LIST ARG_LINKT)
+  if(Qt6::Test IN_LIST ARG_LINKT)
+    target_sources(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests/hilfe/Fensterprogramm.cpp)
     set(kennzeichen LABELS fenster)
   endif()
   # The cases are asked for when ctest starts, so that a busy machine cannot fail the build by being slow to answer.

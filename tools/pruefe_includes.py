@@ -22,9 +22,10 @@ DARF = {
     "track": KERN[:5],
     "library": KERN[:6],
     "sicht": ["base", "geo", "i18n", "track"],
-    "ui": KERN + ["sicht"],
+    "ui/teile": ["base", "i18n", "track"],
+    "ui": KERN + ["sicht", "ui/teile"],
     "cli": KERN + ["sicht"],
-    "app": KERN + ["sicht", "ui"],
+    "app": KERN + ["sicht", "ui", "ui/teile"],
 }
 
 # The bodies behind the platform's interfaces are chosen by the programs alone.
@@ -118,6 +119,10 @@ PROBEN = [
     ("sicht/Formate.cpp", "<QString>", False),
     ("ui/Fenster.h", "<QWidget>", True),
     ("ui/Fenster.h", '"sicht/Formate.h"', True),
+    ("ui/Fenster.h", '"ui/teile/Knopf.h"', True),
+    ("ui/teile/Knopf.h", "<QWidget>", True),
+    ("ui/teile/Knopf.h", '"ui/Fenster.h"', False),
+    ("ui/teile/Knopf.h", '"sicht/Formate.h"', False),
     ("cli/main.cpp", '"sicht/Formate.h"', True),
     ("cli/main.cpp", '"ui/Fenster.h"', False),
     ("cli/main.cpp", '"platform/posix/Dinge.h"', True),

@@ -1,10 +1,10 @@
 #include "app/SpurkisteApp.h"
 
 #include "i18n/AppSprache.h"
-#include "ui/detail/KistePapier.h"
-#include "ui/detail/Schrift.h"
 #include "ui/main/InhaltsAnsicht.h"
 #include "ui/main/Vorleserollen.h"
+#include "ui/teile/KistePapier.h"
+#include "ui/teile/Schrift.h"
 
 namespace spurkiste {
 

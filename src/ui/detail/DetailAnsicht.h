@@ -9,12 +9,12 @@
 #include "track/GpxMetadaten.h"
 #include "ui/detail/DetailKarte.h"
 #include "ui/detail/Kachel.h"
-#include "ui/detail/Knopf.h"
-#include "ui/detail/Leerbild.h"
-#include "ui/detail/Rollbalken.h"
 #include "ui/detail/SkizzenAnsicht.h"
-#include "ui/detail/SportMenue.h"
 #include "ui/detail/Titelzeile.h"
+#include "ui/teile/Knopf.h"
+#include "ui/teile/Leerbild.h"
+#include "ui/teile/Rollbalken.h"
+#include "ui/teile/SportMenue.h"
 
 namespace spurkiste {
 

@@ -3,10 +3,10 @@
 #include <QPainter>
 #include <QVBoxLayout>
 
-#include "ui/detail/KistePapier.h"
-#include "ui/detail/Papier.h"
-#include "ui/detail/Schrift.h"
-#include "ui/detail/Textzeile.h"
+#include "ui/teile/KistePapier.h"
+#include "ui/teile/Papier.h"
+#include "ui/teile/Schrift.h"
+#include "ui/teile/Textzeile.h"
 
 namespace spurkiste {
 

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "sicht/DetailTexte.h"
-#include "ui/detail/Absatz.h"
-#include "ui/detail/Schild.h"
+#include "ui/teile/Absatz.h"
+#include "ui/teile/Schild.h"
 
 namespace spurkiste {
 

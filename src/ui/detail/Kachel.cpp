@@ -5,11 +5,11 @@
 #include <QVBoxLayout>
 
 #include "base/Text.h"
-#include "ui/detail/KistePapier.h"
-#include "ui/detail/Papier.h"
-#include "ui/detail/Schrift.h"
-#include "ui/detail/Symbole.h"
-#include "ui/detail/Textzeile.h"
+#include "ui/teile/KistePapier.h"
+#include "ui/teile/Papier.h"
+#include "ui/teile/Schrift.h"
+#include "ui/teile/Symbole.h"
+#include "ui/teile/Textzeile.h"
 
 namespace spurkiste {
 

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "sicht/DetailTexte.h"
-#include "ui/detail/Schild.h"
+#include "ui/teile/Schild.h"
 
 namespace spurkiste {
 

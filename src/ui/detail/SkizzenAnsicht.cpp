@@ -10,11 +10,11 @@
 
 #include "sicht/Deckung.h"
 #include "sicht/SkizzenGeometrie.h"
-#include "ui/detail/KistePapier.h"
-#include "ui/detail/Papier.h"
-#include "ui/detail/Schatten.h"
-#include "ui/detail/Schrift.h"
-#include "ui/detail/Symbole.h"
+#include "ui/teile/KistePapier.h"
+#include "ui/teile/Papier.h"
+#include "ui/teile/Schatten.h"
+#include "ui/teile/Schrift.h"
+#include "ui/teile/Symbole.h"
 
 namespace spurkiste {
 

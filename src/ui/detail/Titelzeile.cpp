@@ -6,7 +6,7 @@
 #include <cmath>
 
 #include "base/Text.h"
-#include "ui/detail/Textzeile.h"
+#include "ui/teile/Textzeile.h"
 
 namespace spurkiste {
 

@@ -9,12 +9,12 @@
 #include <utility>
 
 #include "base/Text.h"
-#include "ui/detail/KistePapier.h"
-#include "ui/detail/Papier.h"
-#include "ui/detail/Schatten.h"
-#include "ui/detail/Schild.h"
-#include "ui/detail/Schrift.h"
-#include "ui/detail/Textzeile.h"
+#include "ui/teile/KistePapier.h"
+#include "ui/teile/Papier.h"
+#include "ui/teile/Schatten.h"
+#include "ui/teile/Schild.h"
+#include "ui/teile/Schrift.h"
+#include "ui/teile/Textzeile.h"
 
 namespace spurkiste {
 

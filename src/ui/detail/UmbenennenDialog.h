@@ -6,7 +6,7 @@
 #include <functional>
 
 #include "track/GpxMetadaten.h"
-#include "ui/detail/Knopf.h"
+#include "ui/teile/Knopf.h"
 
 namespace spurkiste {
 

@@ -3,9 +3,9 @@
 #include <QPainter>
 #include <QPen>
 
-#include "ui/detail/KistePapier.h"
-#include "ui/detail/Schrift.h"
-#include "ui/detail/Symbole.h"
+#include "ui/teile/KistePapier.h"
+#include "ui/teile/Schrift.h"
+#include "ui/teile/Symbole.h"
 
 namespace spurkiste {
 

@@ -7,9 +7,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "ui/detail/AuswahlPopup.h"
-#include "ui/detail/KistePapier.h"
-#include "ui/detail/Papier.h"
+#include "ui/teile/AuswahlPopup.h"
+#include "ui/teile/KistePapier.h"
+#include "ui/teile/Papier.h"
 
 namespace spurkiste {
 

@@ -8,7 +8,7 @@
 #include "sicht/Ansichtsbild.h"
 #include "sicht/Ansichtstexte.h"
 #include "sicht/Ansichtszustand.h"
-#include "ui/detail/PapierKapsel.h"
+#include "ui/teile/PapierKapsel.h"
 
 namespace spurkiste {
 

@@ -2,8 +2,8 @@
 
 #include <QHBoxLayout>
 
-#include "ui/detail/KistePapier.h"
-#include "ui/detail/Textzeile.h"
+#include "ui/teile/KistePapier.h"
+#include "ui/teile/Textzeile.h"
 
 namespace spurkiste {
 

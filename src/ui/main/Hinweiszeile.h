@@ -3,7 +3,7 @@
 #include <QString>
 #include <QWidget>
 
-#include "ui/detail/Schild.h"
+#include "ui/teile/Schild.h"
 
 namespace spurkiste {
 

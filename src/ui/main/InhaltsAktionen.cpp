@@ -10,10 +10,10 @@
 #include <algorithm>
 
 #include "sicht/UriListe.h"
-#include "ui/detail/PapierMenue.h"
-#include "ui/detail/Textzeile.h"
 #include "ui/detail/UmbenennenDialog.h"
 #include "ui/main/InhaltsAnsicht.h"
+#include "ui/teile/PapierMenue.h"
+#include "ui/teile/Textzeile.h"
 
 namespace spurkiste {
 

@@ -9,8 +9,8 @@
 #include <utility>
 
 #include "i18n/AppSprache.h"
-#include "ui/detail/KistePapier.h"
-#include "ui/detail/Papier.h"
+#include "ui/teile/KistePapier.h"
+#include "ui/teile/Papier.h"
 
 namespace spurkiste {
 

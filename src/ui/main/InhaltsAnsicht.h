@@ -15,7 +15,6 @@
 #include "platform/Einstellungen.h"
 #include "sicht/Ansichtsbild.h"
 #include "ui/detail/DetailAnsicht.h"
-#include "ui/detail/Leerbild.h"
 #include "ui/main/Auffrischung.h"
 #include "ui/main/Dateiablage.h"
 #include "ui/main/Filterleiste.h"
@@ -23,6 +22,7 @@
 #include "ui/main/Statusleiste.h"
 #include "ui/main/TabellenAnsicht.h"
 #include "ui/main/Werkzeuge.h"
+#include "ui/teile/Leerbild.h"
 
 namespace spurkiste {
 

@@ -2,9 +2,9 @@
 
 #include <QHBoxLayout>
 
-#include "ui/detail/KistePapier.h"
-#include "ui/detail/Papier.h"
-#include "ui/detail/Schrift.h"
+#include "ui/teile/KistePapier.h"
+#include "ui/teile/Papier.h"
+#include "ui/teile/Schrift.h"
 
 namespace spurkiste {
 

@@ -2,8 +2,8 @@
 
 #include <QWidget>
 
-#include "ui/detail/Schild.h"
-#include "ui/detail/SportMenue.h"
+#include "ui/teile/Schild.h"
+#include "ui/teile/SportMenue.h"
 
 namespace spurkiste {
 

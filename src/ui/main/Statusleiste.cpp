@@ -3,10 +3,10 @@
 #include <QHBoxLayout>
 #include <QPainter>
 
-#include "ui/detail/KistePapier.h"
-#include "ui/detail/Schrift.h"
-#include "ui/detail/Symbole.h"
-#include "ui/detail/Textzeile.h"
+#include "ui/teile/KistePapier.h"
+#include "ui/teile/Schrift.h"
+#include "ui/teile/Symbole.h"
+#include "ui/teile/Textzeile.h"
 
 namespace spurkiste {
 

@@ -2,9 +2,9 @@
 
 #include <QWidget>
 
-#include "ui/detail/Ladering.h"
-#include "ui/detail/Schild.h"
 #include "ui/main/Hinweiszeile.h"
+#include "ui/teile/Ladering.h"
+#include "ui/teile/Schild.h"
 
 namespace spurkiste {
 

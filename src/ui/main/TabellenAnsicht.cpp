@@ -9,7 +9,7 @@
 #include <iterator>
 #include <utility>
 
-#include "ui/detail/KistePapier.h"
+#include "ui/teile/KistePapier.h"
 
 namespace spurkiste {
 

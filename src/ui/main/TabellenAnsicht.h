@@ -12,12 +12,12 @@
 #include <vector>
 
 #include "sicht/Sortierung.h"
-#include "ui/detail/Rollbalken.h"
-#include "ui/main/Kartenrahmen.h"
 #include "ui/main/TabellenAuswahl.h"
 #include "ui/main/TabellenModell.h"
 #include "ui/main/Tabellenkopf.h"
 #include "ui/main/ZellenZeichner.h"
+#include "ui/teile/Kartenrahmen.h"
+#include "ui/teile/Rollbalken.h"
 
 namespace spurkiste {
 

@@ -13,8 +13,8 @@
 #include <cstddef>
 #include <utility>
 
-#include "ui/detail/Textzeile.h"
 #include "ui/main/TabellenAnsicht.h"
+#include "ui/teile/Textzeile.h"
 
 namespace spurkiste {
 

@@ -8,12 +8,12 @@
 #include <cmath>
 #include <cstddef>
 
-#include "ui/detail/KistePapier.h"
-#include "ui/detail/Papier.h"
-#include "ui/detail/Schrift.h"
-#include "ui/detail/Symbole.h"
 #include "ui/main/TabellenModell.h"
 #include "ui/main/ZellenZeichner.h"
+#include "ui/teile/KistePapier.h"
+#include "ui/teile/Papier.h"
+#include "ui/teile/Schrift.h"
+#include "ui/teile/Symbole.h"
 
 namespace spurkiste {
 

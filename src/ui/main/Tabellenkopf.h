@@ -6,8 +6,8 @@
 
 #include "sicht/Sortierung.h"
 #include "sicht/Spaltenbreiten.h"
-#include "ui/detail/Bildvorrat.h"
-#include "ui/detail/Schriftsatz.h"
+#include "ui/teile/Bildvorrat.h"
+#include "ui/teile/Schriftsatz.h"
 
 namespace spurkiste {
 

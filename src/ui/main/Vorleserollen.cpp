@@ -4,10 +4,8 @@
 #include <algorithm>
 #include <array>
 
-#include "ui/detail/Absatz.h"
 #include "ui/detail/DetailKarte.h"
 #include "ui/detail/Kachel.h"
-#include "ui/detail/Ladering.h"
 #include "ui/detail/SkizzenAnsicht.h"
 #include "ui/main/Filterleiste.h"
 #include "ui/main/Hinweiszeile.h"
@@ -15,6 +13,8 @@
 #include "ui/main/Statusleiste.h"
 #include "ui/main/Tabellenkopf.h"
 #include "ui/main/Werkzeuge.h"
+#include "ui/teile/Absatz.h"
+#include "ui/teile/Ladering.h"
 
 namespace spurkiste::vorleserollen {
 

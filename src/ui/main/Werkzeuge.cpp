@@ -5,11 +5,11 @@
 
 #include "base/Dateien.h"
 #include "i18n/AppSprache.h"
-#include "ui/detail/KistePapier.h"
-#include "ui/detail/Papier.h"
-#include "ui/detail/PapierMenue.h"
-#include "ui/detail/Schrift.h"
-#include "ui/detail/Textzeile.h"
+#include "ui/teile/KistePapier.h"
+#include "ui/teile/Papier.h"
+#include "ui/teile/PapierMenue.h"
+#include "ui/teile/Schrift.h"
+#include "ui/teile/Textzeile.h"
 
 namespace spurkiste {
 

@@ -3,9 +3,9 @@
 #include <QWidget>
 
 #include "platform/Einstellungen.h"
-#include "ui/detail/Knopf.h"
-#include "ui/detail/Schild.h"
-#include "ui/detail/Suchfeld.h"
+#include "ui/teile/Knopf.h"
+#include "ui/teile/Schild.h"
+#include "ui/teile/Suchfeld.h"
 
 namespace spurkiste {
 

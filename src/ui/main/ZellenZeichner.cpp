@@ -5,10 +5,10 @@
 #include <cmath>
 #include <string>
 
-#include "ui/detail/KistePapier.h"
-#include "ui/detail/Papier.h"
-#include "ui/detail/Schrift.h"
 #include "ui/main/TabellenModell.h"
+#include "ui/teile/KistePapier.h"
+#include "ui/teile/Papier.h"
+#include "ui/teile/Schrift.h"
 
 namespace spurkiste {
 

@@ -8,9 +8,9 @@
 
 #include "sicht/Sortierung.h"
 #include "sicht/Zeile.h"
-#include "ui/detail/Bildvorrat.h"
-#include "ui/detail/Schriftsatz.h"
-#include "ui/detail/SportKapsel.h"
+#include "ui/teile/Bildvorrat.h"
+#include "ui/teile/Schriftsatz.h"
+#include "ui/teile/SportKapsel.h"
 
 namespace spurkiste {
 

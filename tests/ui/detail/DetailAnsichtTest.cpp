@@ -20,10 +20,10 @@
 #include <gtest/gtest.h>
 
 #include "hilfe/BeispielEintrag.h"
+#include "hilfe/Sprachbuehne.h"
 #include "sicht/Formate.h"
 #include "ui/detail/DetailAnsicht.h"
-#include "ui/detail/Papier.h"
-#include "ui/detail/Sprachbuehne.h"
+#include "ui/teile/Papier.h"
 
 namespace spurkiste {
 namespace {

@@ -12,8 +12,8 @@
 #include <gtest/gtest.h>
 
 #include "hilfe/Skizzenbau.h"
-#include "ui/detail/KistePapier.h"
 #include "ui/detail/SkizzenAnsicht.h"
+#include "ui/teile/KistePapier.h"
 
 namespace spurkiste {
 namespace {

@@ -12,8 +12,8 @@
 #include <gtest/gtest.h>
 
 #include "hilfe/TempOrdner.h"
-#include "ui/detail/Knopf.h"
 #include "ui/detail/UmbenennenDialog.h"
+#include "ui/teile/Knopf.h"
 
 namespace spurkiste {
 namespace {

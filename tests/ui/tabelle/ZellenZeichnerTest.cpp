@@ -6,9 +6,9 @@
 
 #include <gtest/gtest.h>
 
-#include "ui/detail/KistePapier.h"
 #include "ui/main/ZellenZeichner.h"
 #include "ui/tabelle/Zeilenbau.h"
+#include "ui/teile/KistePapier.h"
 
 namespace spurkiste {
 namespace {

@@ -1,10 +1,10 @@
-#include "ui/main/Kartenrahmen.h"
+#include "ui/teile/Kartenrahmen.h"
 
 #include <QPainter>
 
-#include "ui/detail/KistePapier.h"
-#include "ui/detail/Papier.h"
-#include "ui/detail/Schatten.h"
+#include "ui/teile/KistePapier.h"
+#include "ui/teile/Papier.h"
+#include "ui/teile/Schatten.h"
 
 namespace spurkiste {
 

@@ -6,7 +6,7 @@
 #include <optional>
 
 #include "track/GpxMetadaten.h"
-#include "ui/detail/SportKapsel.h"
+#include "ui/teile/SportKapsel.h"
 
 namespace spurkiste {
 

@@ -1,4 +1,4 @@
-// The panel's tests need fonts and widgets, but no screen.
+// Tests of widgets need fonts and an application, but no screen.
 #include <QApplication>
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "ui/detail/Schrift.h"
+#include "ui/teile/Schrift.h"
 
 #include <QGuiApplication>
 #include <QScreen>

@@ -1,4 +1,4 @@
-#include "ui/detail/Leerbild.h"
+#include "ui/teile/Leerbild.h"
 
 #include <QLabel>
 #include <QPainter>
@@ -9,11 +9,11 @@
 #include <string_view>
 #include <utility>
 
-#include "ui/detail/KistePapier.h"
-#include "ui/detail/Papier.h"
-#include "ui/detail/Schrift.h"
-#include "ui/detail/Schriftsatz.h"
-#include "ui/detail/Symbole.h"
+#include "ui/teile/KistePapier.h"
+#include "ui/teile/Papier.h"
+#include "ui/teile/Schrift.h"
+#include "ui/teile/Schriftsatz.h"
+#include "ui/teile/Symbole.h"
 
 namespace spurkiste {
 

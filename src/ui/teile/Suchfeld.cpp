@@ -1,13 +1,13 @@
-#include "ui/detail/Suchfeld.h"
+#include "ui/teile/Suchfeld.h"
 
 #include <QAbstractButton>
 #include <QKeyEvent>
 #include <QPainter>
 
-#include "ui/detail/KistePapier.h"
-#include "ui/detail/Papier.h"
-#include "ui/detail/Schrift.h"
-#include "ui/detail/Symbole.h"
+#include "ui/teile/KistePapier.h"
+#include "ui/teile/Papier.h"
+#include "ui/teile/Schrift.h"
+#include "ui/teile/Symbole.h"
 
 namespace spurkiste {
 

@@ -1,4 +1,4 @@
-#include "ui/detail/Symbole.h"
+#include "ui/teile/Symbole.h"
 
 #include <QFile>
 #include <QPixmapCache>

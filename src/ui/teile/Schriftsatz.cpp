@@ -1,4 +1,4 @@
-#include "ui/detail/Schriftsatz.h"
+#include "ui/teile/Schriftsatz.h"
 
 #include <QFontMetricsF>
 #include <QRawFont>

@@ -1,8 +1,8 @@
-#include "ui/detail/Ladering.h"
+#include "ui/teile/Ladering.h"
 
 #include <QPainter>
 
-#include "ui/detail/KistePapier.h"
+#include "ui/teile/KistePapier.h"
 
 namespace spurkiste {
 

@@ -1,4 +1,4 @@
-#include "ui/detail/Schild.h"
+#include "ui/teile/Schild.h"
 
 #include <QFontMetricsF>
 #include <QPainter>

@@ -1,4 +1,4 @@
-#include "ui/detail/Knopf.h"
+#include "ui/teile/Knopf.h"
 
 #include <QEvent>
 #include <QFontMetricsF>
@@ -6,9 +6,9 @@
 #include <cmath>
 #include <utility>
 
-#include "ui/detail/Papier.h"
-#include "ui/detail/Schrift.h"
-#include "ui/detail/Symbole.h"
+#include "ui/teile/Papier.h"
+#include "ui/teile/Schrift.h"
+#include "ui/teile/Symbole.h"
 
 namespace spurkiste {
 

@@ -1,10 +1,10 @@
-#include "ui/detail/Bildvorrat.h"
+#include "ui/teile/Bildvorrat.h"
 
 #include <algorithm>
 #include <cmath>
 #include <utility>
 
-#include "ui/detail/Symbole.h"
+#include "ui/teile/Symbole.h"
 
 namespace spurkiste {
 

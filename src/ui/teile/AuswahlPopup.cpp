@@ -1,4 +1,4 @@
-#include "ui/detail/AuswahlPopup.h"
+#include "ui/teile/AuswahlPopup.h"
 
 #include <QFontMetrics>
 #include <QGuiApplication>
@@ -12,10 +12,10 @@
 #include <algorithm>
 #include <utility>
 
-#include "ui/detail/KistePapier.h"
-#include "ui/detail/Papier.h"
-#include "ui/detail/Schrift.h"
-#include "ui/detail/Symbole.h"
+#include "ui/teile/KistePapier.h"
+#include "ui/teile/Papier.h"
+#include "ui/teile/Schrift.h"
+#include "ui/teile/Symbole.h"
 
 namespace spurkiste {
 

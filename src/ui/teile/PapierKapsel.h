@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "ui/detail/Knopf.h"
+#include "ui/teile/Knopf.h"
 
 namespace spurkiste {
 

@@ -1,6 +1,6 @@
-#include "ui/detail/Textzeile.h"
+#include "ui/teile/Textzeile.h"
 
-#include "ui/detail/KistePapier.h"
+#include "ui/teile/KistePapier.h"
 
 namespace spurkiste {
 

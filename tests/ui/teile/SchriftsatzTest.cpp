@@ -8,8 +8,8 @@
 
 #include <gtest/gtest.h>
 
-#include "ui/detail/Schrift.h"
-#include "ui/detail/Schriftsatz.h"
+#include "ui/teile/Schrift.h"
+#include "ui/teile/Schriftsatz.h"
 
 namespace spurkiste {
 namespace {

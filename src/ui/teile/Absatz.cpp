@@ -1,4 +1,4 @@
-#include "ui/detail/Absatz.h"
+#include "ui/teile/Absatz.h"
 
 #include <QAccessible>
 #include <QEvent>
@@ -13,7 +13,7 @@
 #include <QWheelEvent>
 #include <algorithm>
 
-#include "ui/detail/KistePapier.h"
+#include "ui/teile/KistePapier.h"
 
 namespace spurkiste {
 

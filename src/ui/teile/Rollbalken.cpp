@@ -1,4 +1,4 @@
-#include "ui/detail/Rollbalken.h"
+#include "ui/teile/Rollbalken.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -6,8 +6,8 @@
 #include <cmath>
 #include <cstdint>
 
-#include "ui/detail/KistePapier.h"
-#include "ui/detail/Papier.h"
+#include "ui/teile/KistePapier.h"
+#include "ui/teile/Papier.h"
 
 namespace spurkiste {
 

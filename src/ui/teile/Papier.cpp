@@ -1,10 +1,10 @@
-#include "ui/detail/Papier.h"
+#include "ui/teile/Papier.h"
 
 #include <QPainterPath>
 #include <QPen>
 #include <QRegion>
 
-#include "ui/detail/KistePapier.h"
+#include "ui/teile/KistePapier.h"
 
 namespace spurkiste::papier {
 

@@ -5,8 +5,8 @@
 #include <QRectF>
 #include <string_view>
 
-#include "ui/detail/Bildvorrat.h"
-#include "ui/detail/Schriftsatz.h"
+#include "ui/teile/Bildvorrat.h"
+#include "ui/teile/Schriftsatz.h"
 
 namespace spurkiste {
 

@@ -1,12 +1,12 @@
-#include "ui/detail/SportKapsel.h"
+#include "ui/teile/SportKapsel.h"
 
 #include <QPen>
 #include <algorithm>
 #include <cmath>
 
-#include "ui/detail/KistePapier.h"
-#include "ui/detail/Papier.h"
-#include "ui/detail/Schrift.h"
+#include "ui/teile/KistePapier.h"
+#include "ui/teile/Papier.h"
+#include "ui/teile/Schrift.h"
 
 namespace spurkiste {
 

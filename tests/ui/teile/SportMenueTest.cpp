@@ -14,10 +14,10 @@
 #include <gtest/gtest.h>
 
 #include "hilfe/Ansichtsbau.h"
-#include "ui/detail/KistePapier.h"
-#include "ui/detail/SportMenue.h"
-#include "ui/detail/Sprachbuehne.h"
-#include "ui/detail/Symbole.h"
+#include "hilfe/Sprachbuehne.h"
+#include "ui/teile/KistePapier.h"
+#include "ui/teile/SportMenue.h"
+#include "ui/teile/Symbole.h"
 
 namespace spurkiste {
 namespace {

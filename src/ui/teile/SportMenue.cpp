@@ -1,4 +1,4 @@
-#include "ui/detail/SportMenue.h"
+#include "ui/teile/SportMenue.h"
 
 #include <QEnterEvent>
 #include <QFontMetricsF>
@@ -9,11 +9,11 @@
 
 #include "base/Text.h"
 #include "i18n/AppSprache.h"
-#include "ui/detail/KistePapier.h"
-#include "ui/detail/Papier.h"
-#include "ui/detail/PapierMenue.h"
-#include "ui/detail/Schrift.h"
-#include "ui/detail/Symbole.h"
+#include "ui/teile/KistePapier.h"
+#include "ui/teile/Papier.h"
+#include "ui/teile/PapierMenue.h"
+#include "ui/teile/Schrift.h"
+#include "ui/teile/Symbole.h"
 
 namespace spurkiste {
 

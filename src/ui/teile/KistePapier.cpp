@@ -1,4 +1,4 @@
-#include "ui/detail/KistePapier.h"
+#include "ui/teile/KistePapier.h"
 
 namespace spurkiste {
 

@@ -1,12 +1,12 @@
-#include "ui/detail/PapierMenue.h"
+#include "ui/teile/PapierMenue.h"
 
 #include <QKeyEvent>
 #include <QPainter>
 
-#include "ui/detail/KistePapier.h"
-#include "ui/detail/Papier.h"
-#include "ui/detail/Schrift.h"
-#include "ui/detail/Symbole.h"
+#include "ui/teile/KistePapier.h"
+#include "ui/teile/Papier.h"
+#include "ui/teile/Schrift.h"
+#include "ui/teile/Symbole.h"
 
 namespace spurkiste {
 

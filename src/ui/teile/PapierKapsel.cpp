@@ -1,6 +1,6 @@
-#include "ui/detail/PapierKapsel.h"
+#include "ui/teile/PapierKapsel.h"
 
-#include "ui/detail/KistePapier.h"
+#include "ui/teile/KistePapier.h"
 
 namespace spurkiste {
 

@@ -1,4 +1,4 @@
-#include "ui/detail/Schatten.h"
+#include "ui/teile/Schatten.h"
 
 #include <QImage>
 #include <QPixmap>
