@@ -17,7 +17,7 @@
 #include "erzeuge/Erzeuger.h"
 #include "hilfe/Ansichtsbau.h"
 #include "sicht/Ansichtsbild.h"
-#include "ui/main/TabellenAnsicht.h"
+#include "ui/tabelle/TabellenAnsicht.h"
 
 namespace {
 

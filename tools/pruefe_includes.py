@@ -23,9 +23,10 @@ DARF = {
     "library": KERN[:6],
     "sicht": ["base", "geo", "i18n", "track"],
     "ui/teile": ["base", "i18n", "track"],
-    "ui": KERN + ["sicht", "ui/teile"],
+    "ui/tabelle": ["base", "i18n", "track", "sicht", "ui/teile"],
+    "ui": KERN + ["sicht", "ui/teile", "ui/tabelle"],
     "cli": KERN + ["sicht"],
-    "app": KERN + ["sicht", "ui", "ui/teile"],
+    "app": KERN + ["sicht", "ui", "ui/teile", "ui/tabelle"],
 }
 
 # The bodies behind the platform's interfaces are chosen by the programs alone.

@@ -20,8 +20,8 @@
 #include "ui/main/Filterleiste.h"
 #include "ui/main/Kopf.h"
 #include "ui/main/Statusleiste.h"
-#include "ui/main/TabellenAnsicht.h"
 #include "ui/main/Werkzeuge.h"
+#include "ui/tabelle/TabellenAnsicht.h"
 #include "ui/teile/Leerbild.h"
 
 namespace spurkiste {

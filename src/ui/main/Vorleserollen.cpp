@@ -11,8 +11,8 @@
 #include "ui/main/Hinweiszeile.h"
 #include "ui/main/InhaltsAnsicht.h"
 #include "ui/main/Statusleiste.h"
-#include "ui/main/Tabellenkopf.h"
 #include "ui/main/Werkzeuge.h"
+#include "ui/tabelle/Tabellenkopf.h"
 #include "ui/teile/Absatz.h"
 #include "ui/teile/Ladering.h"
 

@@ -22,8 +22,8 @@
 #include "platform/Dateimanager.h"
 #include "ui/detail/UmbenennenDialog.h"
 #include "ui/main/InhaltsAnsicht.h"
-#include "ui/main/TabellenAnsicht.h"
 #include "ui/main/Werkzeuge.h"
+#include "ui/tabelle/TabellenAnsicht.h"
 
 namespace spurkiste {
 namespace {

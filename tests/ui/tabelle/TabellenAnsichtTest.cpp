@@ -5,7 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "ui/main/TabellenAnsicht.h"
+#include "ui/tabelle/TabellenAnsicht.h"
 #include "ui/tabelle/Tabellenbuehne.h"
 
 namespace spurkiste {

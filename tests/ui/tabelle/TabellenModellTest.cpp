@@ -8,7 +8,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "ui/main/TabellenModell.h"
+#include "ui/tabelle/TabellenModell.h"
 #include "ui/tabelle/Zeilenbau.h"
 
 namespace spurkiste {

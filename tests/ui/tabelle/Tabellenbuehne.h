@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "ui/main/TabellenAnsicht.h"
+#include "ui/tabelle/TabellenAnsicht.h"
 #include "ui/tabelle/Zeilenbau.h"
 
 namespace spurkiste {

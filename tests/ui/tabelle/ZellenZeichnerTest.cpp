@@ -6,8 +6,8 @@
 
 #include <gtest/gtest.h>
 
-#include "ui/main/ZellenZeichner.h"
 #include "ui/tabelle/Zeilenbau.h"
+#include "ui/tabelle/ZellenZeichner.h"
 #include "ui/teile/KistePapier.h"
 
 namespace spurkiste {

@@ -1,4 +1,4 @@
-#include "ui/main/TabellenAnsicht.h"
+#include "ui/tabelle/TabellenAnsicht.h"
 
 #include <QPaintEvent>
 #include <QPainter>

@@ -1,4 +1,4 @@
-#include "ui/main/TabellenAuswahl.h"
+#include "ui/tabelle/TabellenAuswahl.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,4 +1,4 @@
-#include "ui/main/TabellenModell.h"
+#include "ui/tabelle/TabellenModell.h"
 
 #include <QMimeData>
 #include <QUrl>

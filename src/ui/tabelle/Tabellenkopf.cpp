@@ -1,4 +1,4 @@
-#include "ui/main/Tabellenkopf.h"
+#include "ui/tabelle/Tabellenkopf.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -8,8 +8,8 @@
 #include <cmath>
 #include <cstddef>
 
-#include "ui/main/TabellenModell.h"
-#include "ui/main/ZellenZeichner.h"
+#include "ui/tabelle/TabellenModell.h"
+#include "ui/tabelle/ZellenZeichner.h"
 #include "ui/teile/KistePapier.h"
 #include "ui/teile/Papier.h"
 #include "ui/teile/Schrift.h"

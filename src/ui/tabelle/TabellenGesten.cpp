@@ -13,7 +13,7 @@
 #include <cstddef>
 #include <utility>
 
-#include "ui/main/TabellenAnsicht.h"
+#include "ui/tabelle/TabellenAnsicht.h"
 #include "ui/teile/Textzeile.h"
 
 namespace spurkiste {

@@ -12,10 +12,10 @@
 #include <vector>
 
 #include "sicht/Sortierung.h"
-#include "ui/main/TabellenAuswahl.h"
-#include "ui/main/TabellenModell.h"
-#include "ui/main/Tabellenkopf.h"
-#include "ui/main/ZellenZeichner.h"
+#include "ui/tabelle/TabellenAuswahl.h"
+#include "ui/tabelle/TabellenModell.h"
+#include "ui/tabelle/Tabellenkopf.h"
+#include "ui/tabelle/ZellenZeichner.h"
 #include "ui/teile/Kartenrahmen.h"
 #include "ui/teile/Rollbalken.h"
 

@@ -1,11 +1,11 @@
-#include "ui/main/ZellenZeichner.h"
+#include "ui/tabelle/ZellenZeichner.h"
 
 #include <QPen>
 #include <algorithm>
 #include <cmath>
 #include <string>
 
-#include "ui/main/TabellenModell.h"
+#include "ui/tabelle/TabellenModell.h"
 #include "ui/teile/KistePapier.h"
 #include "ui/teile/Papier.h"
 #include "ui/teile/Schrift.h"

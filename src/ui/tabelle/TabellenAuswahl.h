@@ -6,7 +6,7 @@
 #include <unordered_set>
 #include <vector>
 
-#include "ui/main/TabellenModell.h"
+#include "ui/tabelle/TabellenModell.h"
 
 namespace spurkiste {
 
