@@ -20,7 +20,7 @@
 #include "library/Bibliothek.h"
 #include "platform/qt/QtAusfuehrer.h"
 #include "platform/qt/QtDateimanager.h"
-#include "ui/main/InhaltsAnsicht.h"
+#include "ui/fenster/InhaltsAnsicht.h"
 
 namespace spurkiste {
 namespace {

@@ -1,8 +1,8 @@
 #include "app/SpurkisteApp.h"
 
 #include "i18n/AppSprache.h"
-#include "ui/main/InhaltsAnsicht.h"
-#include "ui/main/Vorleserollen.h"
+#include "ui/fenster/InhaltsAnsicht.h"
+#include "ui/fenster/Vorleserollen.h"
 #include "ui/teile/KistePapier.h"
 #include "ui/teile/Schrift.h"
 

@@ -15,7 +15,7 @@
 #include "app/SpurkisteApp.h"
 #include "app/Startaufruf.h"
 #include "base/Dateien.h"
-#include "ui/main/InhaltsAnsicht.h"
+#include "ui/fenster/InhaltsAnsicht.h"
 
 namespace {
 

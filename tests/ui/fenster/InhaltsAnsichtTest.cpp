@@ -20,9 +20,9 @@
 #include "i18n/AppSprache.h"
 #include "library/Bibliotheksaufbau.h"
 #include "platform/Dateimanager.h"
-#include "ui/detail/UmbenennenDialog.h"
-#include "ui/main/InhaltsAnsicht.h"
-#include "ui/main/Werkzeuge.h"
+#include "ui/fenster/InhaltsAnsicht.h"
+#include "ui/fenster/UmbenennenDialog.h"
+#include "ui/fenster/Werkzeuge.h"
 #include "ui/tabelle/TabellenAnsicht.h"
 
 namespace spurkiste {

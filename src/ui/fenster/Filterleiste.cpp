@@ -1,4 +1,4 @@
-#include "ui/main/Filterleiste.h"
+#include "ui/fenster/Filterleiste.h"
 
 #include <QHBoxLayout>
 #include <QPainter>

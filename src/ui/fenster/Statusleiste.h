@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-#include "ui/main/Hinweiszeile.h"
+#include "ui/fenster/Hinweiszeile.h"
 #include "ui/teile/Ladering.h"
 #include "ui/teile/Schild.h"
 

@@ -1,4 +1,4 @@
-#include "ui/main/Vorleserollen.h"
+#include "ui/fenster/Vorleserollen.h"
 
 #include <QAccessibleWidget>
 #include <algorithm>
@@ -7,11 +7,11 @@
 #include "ui/detail/DetailKarte.h"
 #include "ui/detail/Kachel.h"
 #include "ui/detail/SkizzenAnsicht.h"
-#include "ui/main/Filterleiste.h"
-#include "ui/main/Hinweiszeile.h"
-#include "ui/main/InhaltsAnsicht.h"
-#include "ui/main/Statusleiste.h"
-#include "ui/main/Werkzeuge.h"
+#include "ui/fenster/Filterleiste.h"
+#include "ui/fenster/Hinweiszeile.h"
+#include "ui/fenster/InhaltsAnsicht.h"
+#include "ui/fenster/Statusleiste.h"
+#include "ui/fenster/Werkzeuge.h"
 #include "ui/tabelle/Tabellenkopf.h"
 #include "ui/teile/Absatz.h"
 #include "ui/teile/Ladering.h"

@@ -12,7 +12,7 @@
 #include <gtest/gtest.h>
 
 #include "hilfe/TempOrdner.h"
-#include "ui/detail/UmbenennenDialog.h"
+#include "ui/fenster/UmbenennenDialog.h"
 #include "ui/teile/Knopf.h"
 
 namespace spurkiste {

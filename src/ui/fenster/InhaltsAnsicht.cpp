@@ -1,4 +1,4 @@
-#include "ui/main/InhaltsAnsicht.h"
+#include "ui/fenster/InhaltsAnsicht.h"
 
 #include <QCloseEvent>
 #include <QKeySequence>

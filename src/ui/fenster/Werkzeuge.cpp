@@ -1,4 +1,4 @@
-#include "ui/main/Werkzeuge.h"
+#include "ui/fenster/Werkzeuge.h"
 
 #include <QHBoxLayout>
 #include <QPainter>

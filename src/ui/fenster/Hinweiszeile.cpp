@@ -1,4 +1,4 @@
-#include "ui/main/Hinweiszeile.h"
+#include "ui/fenster/Hinweiszeile.h"
 
 #include <QHBoxLayout>
 

@@ -1,4 +1,4 @@
-#include "ui/main/Kopf.h"
+#include "ui/fenster/Kopf.h"
 
 #include <QHBoxLayout>
 

@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "base/Dateien.h"
-#include "ui/main/InhaltsAnsicht.h"
+#include "ui/fenster/InhaltsAnsicht.h"
 
 namespace spurkiste {
 

@@ -1,4 +1,4 @@
-#include "ui/detail/UmbenennenDialog.h"
+#include "ui/fenster/UmbenennenDialog.h"
 
 #include <QEvent>
 #include <QHBoxLayout>

@@ -1,4 +1,4 @@
-#include "ui/main/Statusleiste.h"
+#include "ui/fenster/Statusleiste.h"
 
 #include <QHBoxLayout>
 #include <QPainter>

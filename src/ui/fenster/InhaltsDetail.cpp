@@ -1,6 +1,6 @@
 // What the window shows of the one selected record, and the change of its sport.
 
-#include "ui/main/InhaltsAnsicht.h"
+#include "ui/fenster/InhaltsAnsicht.h"
 
 namespace spurkiste {
 

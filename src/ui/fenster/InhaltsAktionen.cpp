@@ -10,8 +10,8 @@
 #include <algorithm>
 
 #include "sicht/UriListe.h"
-#include "ui/detail/UmbenennenDialog.h"
-#include "ui/main/InhaltsAnsicht.h"
+#include "ui/fenster/InhaltsAnsicht.h"
+#include "ui/fenster/UmbenennenDialog.h"
 #include "ui/teile/PapierMenue.h"
 #include "ui/teile/Textzeile.h"
 

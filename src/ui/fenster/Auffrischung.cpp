@@ -1,4 +1,4 @@
-#include "ui/main/Auffrischung.h"
+#include "ui/fenster/Auffrischung.h"
 
 #include <algorithm>
 #include <utility>

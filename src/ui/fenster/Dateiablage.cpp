@@ -1,4 +1,4 @@
-#include "ui/main/Dateiablage.h"
+#include "ui/fenster/Dateiablage.h"
 
 #include <QPainter>
 #include <QPen>
