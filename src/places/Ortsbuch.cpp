@@ -1,14 +1,11 @@
 #include "places/Ortsbuch.h"
 
 #include <algorithm>
-#include <array>
 #include <cassert>
 #include <cmath>
 #include <limits>
-#include <numeric>
 #include <span>
 #include <tuple>
-#include <utility>
 
 #include "base/Dateien.h"
 #include "base/Text.h"
@@ -22,32 +19,6 @@ namespace {
 
 constexpr double kEinheit = 1.0 / OrtsZeile::kJeGrad;  ///< of an Ort's coordinates, in degrees, for estimates
 constexpr std::size_t kGroessteDatei = std::numeric_limits<std::uint32_t>::max();
-constexpr unsigned kFachBits = 7;   ///< cells per compartment of the sorted list, as a power of two
-constexpr unsigned kGrobBits = 16;  ///< the same for the coarse division that sorting begins with
-constexpr std::size_t kGrobeFaecher = ((Zelle::kZeilen * Zelle::kSpalten - 1) >> kGrobBits) + 1;
-constexpr std::size_t kFaecher = kGrobeFaecher << (kGrobBits - kFachBits);
-
-/// Puts every element into its compartment, in place, by following the cycles of the permutation (P. M. McIlroy,
-/// K. Bostic, M. D. McIlroy, "Engineering Radix Sort", Computing Systems 6, 1993: American flag sort). `grenzen`
-/// receives where each compartment begins, and the number of all elements at its end.
-template <typename Element, typename FachVon>
-void verteile(std::span<Element> elemente, std::span<std::uint32_t> grenzen, FachVon fachVon) {
-    std::fill(grenzen.begin(), grenzen.end(), 0);
-    for (const Element& element : elemente) {
-        ++grenzen[fachVon(element) + 1];
-    }
-    std::partial_sum(grenzen.begin(), grenzen.end(), grenzen.begin());
-    std::vector<std::uint32_t> frei(grenzen.begin(), grenzen.end() - 1);
-    for (std::size_t fach = 0; fach < frei.size(); ++fach) {
-        while (frei[fach] < grenzen[fach + 1]) {
-            Element element = elemente[frei[fach]];
-            for (std::size_t ziel = fachVon(element); ziel != fach; ziel = fachVon(element)) {
-                std::swap(element, elemente[frei[ziel]++]);
-            }
-            elemente[frei[fach]++] = element;
-        }
-    }
-}
 
 }  // namespace
 
@@ -248,37 +219,7 @@ Koordinate Ortsbuch::lage(const Ort& ort) const {
 }
 
 void Ortsbuch::ordneNachZellen() {
-    // Coarsely first: a pass that writes to few places at a time stays in the cache and in the page tables' as well.
-    std::array<std::uint32_t, kGrobeFaecher + 1> grob{};
-    verteile(std::span(orte_), std::span(grob), [](const Ort& ort) { return ort.zelle >> kGrobBits; });
-    fach_.assign(kFaecher + 1, 0);
-    for (std::size_t g = 0; g < kGrobeFaecher; ++g) {
-        constexpr std::size_t feine = kFaecher / kGrobeFaecher;
-        const auto fein = std::span(fach_).subspan(g * feine, feine + 1);
-        verteile(std::span(orte_).subspan(grob[g], grob[g + 1] - grob[g]), fein,
-                 [](const Ort& ort) { return (ort.zelle >> kFachBits) % feine; });
-        for (std::uint32_t& grenze : fein) {
-            grenze += grob[g];
-        }
-    }
-    for (std::size_t fach = 0; fach < kFaecher; ++fach) {
-        std::sort(orte_.begin() + fach_[fach], orte_.begin() + fach_[fach + 1],
-                  [](const Ort& a, const Ort& b) { return a.zelle < b.zelle; });
-    }
-}
-
-std::size_t Ortsbuch::ersterAb(std::int64_t zelle) const {
-    const std::int64_t fach = zelle >> kFachBits;
-    if (fach < 0) {
-        return 0;
-    }
-    if (fach >= static_cast<std::int64_t>(kFaecher)) {
-        return orte_.size();
-    }
-    const auto nummer = static_cast<std::size_t>(fach);
-    const auto erster = std::partition_point(orte_.begin() + fach_[nummer], orte_.begin() + fach_[nummer + 1],
-                                             [zelle](const Ort& ort) { return ort.zelle < zelle; });
-    return static_cast<std::size_t>(erster - orte_.begin());
+    std::sort(orte_.begin(), orte_.end(), [](const Ort& a, const Ort& b) { return a.zelle < b.zelle; });
 }
 
 std::optional<std::string_view> Ortsbuch::naechster(const Koordinate& punkt, double maxMeter) const {
@@ -293,12 +234,12 @@ std::optional<std::string_view> Ortsbuch::naechster(const Koordinate& punkt, dou
     };
     // The five cells of a row have consecutive numbers, so they are one stretch of the list.
     const auto strecke = [&](std::int64_t versatz) {
-        const std::size_t anfang = ersterAb(westenVon(versatz));
-        std::size_t ende = anfang;
-        while (ende < orte_.size() && orte_[ende].zelle <= westenVon(versatz) + 2 * Zelle::kUmkreis) {
-            ++ende;
-        }
-        return std::span(orte_).subspan(anfang, ende - anfang);
+        const std::int64_t westen = westenVon(versatz);
+        const auto anfang =
+            std::partition_point(orte_.begin(), orte_.end(), [westen](const Ort& ort) { return ort.zelle < westen; });
+        const auto ende = std::find_if(anfang, orte_.end(),
+                                       [westen](const Ort& ort) { return ort.zelle > westen + 2 * Zelle::kUmkreis; });
+        return std::span(anfang, ende);
     };
     // The middle row first: it mostly makes the outer ones needless.
     const auto mittlere = strecke(0);

@@ -65,12 +65,10 @@ class Ortsbuch {
     void nimmAuf(const OrtsZeile& ort);
     void ordneNachZellen();
     [[nodiscard]] Koordinate lage(const Ort& ort) const;
-    [[nodiscard]] std::size_t ersterAb(std::int64_t zelle) const;
 
     std::string namen_;                 ///< every name with a line feed behind it
     std::vector<Ort> orte_;             ///< by cell
     std::vector<Koordinate> genau_;     ///< of the places whose figures have more decimals
-    std::vector<std::uint32_t> fach_;   ///< where each compartment of cells begins in orte_; the last one is the end
     std::vector<Aussenseiter> aussen_;  ///< in file order; empty in any sane place file
 };
 

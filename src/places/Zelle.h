@@ -12,7 +12,6 @@ namespace spurkiste {
 /// absurd coordinates have cells as well. An immutable value.
 struct Zelle {
     static constexpr std::int64_t kSpalten = 3601;  ///< columns per row
-    static constexpr std::int64_t kZeilen = 1801;   ///< rows from pole to pole
     static constexpr std::int64_t kUmkreis = 2;     ///< cells that a search covers in each direction
     static constexpr double kGrad = 0.1;
 
