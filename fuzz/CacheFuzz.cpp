@@ -4,9 +4,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-#include <filesystem>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -14,32 +11,15 @@
 
 #include <simdjson.h>
 
+#include "Verlange.h"
+#include "hilfe/TempOrdner.h"
 #include "library/Cache.h"
 
 namespace {
 
 using spurkiste::Cache;
 using spurkiste::Eintrag;
-
-/// A folder to write to, for as long as the process runs.
-class Ordner {
-  public:
-    Ordner() : pfad_((std::filesystem::temp_directory_path() / "spurkiste-fuzz-XXXXXX").native()) {
-        if (::mkdtemp(pfad_.data()) == nullptr) {
-            throw std::runtime_error("no temporary folder");
-        }
-    }
-    Ordner(const Ordner&) = delete;
-    Ordner& operator=(const Ordner&) = delete;
-    ~Ordner() {
-        std::error_code egal;
-        std::filesystem::remove_all(pfad_, egal);
-    }
-    [[nodiscard]] const std::string& pfad() const { return pfad_; }
-
-  private:
-    std::string pfad_;
-};
+using spurkiste::verlange;
 
 /// The full parser refuses integers beyond 64 bits although they are valid, so it is no judge of texts with such.
 bool hatLangeZahl(std::string_view text) {
@@ -59,12 +39,6 @@ bool istJson(std::string_view text) {
     return fehler == simdjson::SUCCESS || (fehler == simdjson::NUMBER_ERROR && hatLangeZahl(text));
 }
 
-void verlange(bool bedingung) {
-    if (!bedingung) {
-        std::abort();
-    }
-}
-
 }  // namespace
 
 // The name is libFuzzer's.
@@ -82,7 +56,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t gro
         liste.push_back(eintrag);
         erwartet.insert_or_assign(eintrag->pfad, eintrag);
     }
-    static const Ordner ordner;
+    static const spurkiste::TempOrdner ordner;
     verlange(Cache::schreibeNach(ordner.pfad(), liste));
     const Cache zurueck = Cache::liesAus(ordner.pfad());
     verlange(zurueck.eintraege.size() == erwartet.size());

@@ -3,10 +3,10 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
+#include "Verlange.h"
 #include "track/GpxLeser.h"
 #include "track/GpxSpleisse.h"
 
@@ -15,12 +15,7 @@ namespace {
 using spurkiste::GpxLeser;
 using spurkiste::GpxSpleisse;
 using spurkiste::GpxSportart;
-
-void verlange(bool wahr) {
-    if (!wahr) {
-        std::abort();
-    }
-}
+using spurkiste::verlange;
 
 std::string wende(std::string_view inhalt, GpxSportart art, std::size_t& ziele) {
     const auto spleisse = GpxSpleisse::berechne(inhalt, art);

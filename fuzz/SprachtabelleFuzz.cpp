@@ -3,26 +3,17 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "Verlange.h"
 #include "base/Text.h"
 #include "i18n/Sprachtabelle.h"
 
-namespace {
-
-void verlange(bool wahr) {
-    if (!wahr) {
-        std::abort();
-    }
-}
-
-}  // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t groesse) {
     using spurkiste::Sprachtabelle;
+    using spurkiste::verlange;
     const std::string_view json(reinterpret_cast<const char*>(daten), groesse);
     const std::vector<std::string> marken{std::string(json.substr(0, 12))};
     verlange(!Sprachtabelle::code(nullptr, "system", marken).empty());

@@ -3,7 +3,6 @@
 
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
 #include <filesystem>
 #include <memory>
 #include <random>
@@ -15,6 +14,7 @@
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 
+#include "hilfe/TempOrdner.h"
 #include "library/Cache.h"
 
 namespace {
@@ -24,28 +24,9 @@ using spurkiste::Eintrag;
 using spurkiste::GpxMetadaten;
 using spurkiste::Koordinate;
 using spurkiste::Skizze;
+using spurkiste::TempOrdner;
 
 constexpr int kEintraege = 10000;
-
-/// A folder for the cache file, for as long as the process runs.
-class Ordner {
-  public:
-    Ordner() : pfad_((std::filesystem::temp_directory_path() / "spurkiste-bench-XXXXXX").native()) {
-        if (::mkdtemp(pfad_.data()) == nullptr) {
-            throw std::runtime_error("no temporary folder");
-        }
-    }
-    Ordner(const Ordner&) = delete;
-    Ordner& operator=(const Ordner&) = delete;
-    ~Ordner() {
-        std::error_code egal;
-        std::filesystem::remove_all(pfad_, egal);
-    }
-    [[nodiscard]] const std::string& pfad() const { return pfad_; }
-
-  private:
-    std::string pfad_;
-};
 
 std::vector<Eintrag> baueEintraege(bool alleStellen) {
     std::mt19937_64 zufall(1);
@@ -83,21 +64,20 @@ std::vector<Eintrag> baueEintraege(bool alleStellen) {
     return liste;
 }
 
-const Ordner& ordnerMitCache(bool alleStellen) {
-    static const Ordner ordner;
+const TempOrdner& ordnerMitCache(bool alleStellen) {
+    static const TempOrdner ordner;
     if (!Cache::schreibeNach(ordner.pfad(), baueEintraege(alleStellen))) {
         throw std::runtime_error("the cache cannot be written");
     }
     return ordner;
 }
 
-std::int64_t dateigroesse(const Ordner& ordner) {
-    return static_cast<std::int64_t>(
-        std::filesystem::file_size(std::filesystem::path(ordner.pfad()) / Cache::kDateiname));
+std::int64_t dateigroesse(const TempOrdner& ordner) {
+    return static_cast<std::int64_t>(std::filesystem::file_size(ordner.in(Cache::kDateiname)));
 }
 
 void lies(benchmark::State& zustand) {
-    const Ordner& ordner = ordnerMitCache(zustand.range(0) != 0);
+    const TempOrdner& ordner = ordnerMitCache(zustand.range(0) != 0);
     for ([[maybe_unused]] auto durchlauf : zustand) {
         Cache cache = Cache::liesAus(ordner.pfad());
         zustand.PauseTiming();
@@ -114,7 +94,7 @@ void lies(benchmark::State& zustand) {
 
 void schreibe(benchmark::State& zustand) {
     const std::vector<Eintrag> liste = baueEintraege(zustand.range(0) != 0);
-    const Ordner& ordner = ordnerMitCache(zustand.range(0) != 0);
+    const TempOrdner& ordner = ordnerMitCache(zustand.range(0) != 0);
     for ([[maybe_unused]] auto durchlauf : zustand) {
         if (!Cache::schreibeNach(ordner.pfad(), liste)) {
             zustand.SkipWithError("the cache cannot be written");
