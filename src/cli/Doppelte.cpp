@@ -38,7 +38,7 @@ Fingerabdruck fingerabdruck(const std::vector<Koordinate>& orte) {
 }
 
 /// Parts candidates into those that really are the same.
-std::vector<std::vector<std::string>> teileAuf(const std::vector<std::string>& kandidaten) {
+std::vector<std::vector<std::string>> trenneNachSpuren(const std::vector<std::string>& kandidaten) {
     std::vector<std::pair<std::vector<Koordinate>, std::vector<std::string>>> arten;
     for (const std::string& pfad : kandidaten) {
         std::vector<Koordinate> orte = GpxLeser::orte(pfad);
@@ -77,7 +77,7 @@ std::vector<std::vector<std::string>> findeDoppelte(const std::vector<std::strin
         std::transform(stellen.begin(), stellen.end(), std::back_inserter(kandidaten),
                        [&](std::size_t i) { return pfade[i]; });
         if (kandidaten.size() > 1) {
-            for (auto& gruppe : teileAuf(kandidaten)) {
+            for (auto& gruppe : trenneNachSpuren(kandidaten)) {
                 gefunden.emplace_back(stellen.front(), std::move(gruppe));
             }
         }
@@ -94,16 +94,16 @@ int doppelte(const std::string& ordner) {
     try {
         gruppen = findeDoppelte(dateiauswahl::imOrdner(ordner));
     } catch (const std::system_error& fehler) {
-        (void)std::fputs((ordner + ": nicht lesbar: " + fehler.code().message() + "\n").c_str(), stderr);
+        schreibe(stderr, ordner + ": nicht lesbar: " + fehler.code().message() + "\n");
         return 1;
     }
     bool erste = true;
     for (const auto& gruppe : gruppen) {
         if (!std::exchange(erste, false)) {
-            (void)std::fputs("\n", stdout);
+            schreibe(stdout, "\n");
         }
         for (const std::string& pfad : gruppe) {
-            (void)std::fputs((pfad + "\n").c_str(), stdout);
+            schreibe(stdout, pfad + "\n");
         }
     }
     return schliesseAusgabeAb(0);

@@ -23,11 +23,6 @@ namespace {
 
 using terminal::Strom;
 
-void schreibe(std::FILE* strom, std::string_view text) {
-    // What could not be written is found out at the end, from the stream's own flag.
-    (void)std::fwrite(text.data(), 1, text.size(), strom);
-}
-
 /// Draws the progress bar while the library reads, at most twenty times a second.
 class Anzeige {
   public:

@@ -188,8 +188,8 @@ std::string alsJson(const std::vector<Pruefergebnis>& ergebnisse) {
 int pruefe(const std::vector<std::string>& worte, bool json) {
     const std::vector<Pruefergebnis> ergebnisse = pruefeDateien(worte);
     const std::string unlesbare = nichtLesbare(ergebnisse);
-    (void)std::fputs(unlesbare.c_str(), stderr);
-    (void)std::fputs((json ? alsJson(ergebnisse) : alsText(ergebnisse)).c_str(), stdout);
+    schreibe(stderr, unlesbare);
+    schreibe(stdout, json ? alsJson(ergebnisse) : alsText(ergebnisse));
     return schliesseAusgabeAb(unlesbare.empty() ? 0 : 1);
 }
 

@@ -13,7 +13,8 @@ namespace spurkiste {
 
 namespace {
 
-std::size_t schreibeUndLies(GpxSportart art, const std::string& pfad) {
+/// Writes, and reads once more what is there now.
+std::size_t schreibeMitProbe(GpxSportart art, const std::string& pfad) {
     const std::size_t elemente = GpxSchreiber::setzeSportart(art, pfad);
     if (!GpxLeser::lese(pfad)) {
         throw GpxSchreibausnahme(GpxSchreibfehler::nachSchreibenNichtLesbar);
@@ -26,13 +27,13 @@ std::size_t schreibeUndLies(GpxSportart art, const std::string& pfad) {
 int sport(GpxSportart art, const std::vector<std::string>& dateien) {
     int ende = 0;
     const auto scheitere = [&](const std::string& datei, const std::string& warum) {
-        (void)std::fputs((datei + ": " + warum + "\n").c_str(), stderr);
+        schreibe(stderr, datei + ": " + warum + "\n");
         ende = 1;
     };
     for (const std::string& datei : dateien) {
         try {
-            const std::size_t elemente = schreibeUndLies(art, datei);
-            (void)std::fputs((datei + ": " + std::to_string(elemente) + " elements\n").c_str(), stdout);
+            const std::size_t elemente = schreibeMitProbe(art, datei);
+            schreibe(stdout, datei + ": " + std::to_string(elemente) + " elements\n");
         } catch (const std::system_error& fehler) {
             scheitere(datei, fehler.code().message());
         } catch (const std::exception& fehler) {

@@ -15,10 +15,6 @@ namespace {
 constexpr std::size_t kLuecke = 2;
 constexpr std::string_view kAuslassung = "…";
 
-std::size_t gesamtbreite(const std::vector<std::size_t>& breiten) {
-    return std::accumulate(breiten.begin(), breiten.end(), (breiten.size() - 1) * kLuecke);
-}
-
 std::string kuerze(const std::string& text, std::size_t breite) {
     if (text::spalten(text) <= breite) {
         return text;
@@ -28,57 +24,57 @@ std::string kuerze(const std::string& text, std::size_t breite) {
 
 /// Which columns are shown, and how wide.
 struct Aufteilung {
-    std::vector<std::size_t> gezeigt;  // positions in Tabelle::spalten
-    std::vector<std::size_t> breiten;
+    std::vector<std::size_t> gezeigt;  ///< positions in Tabelle::spalten
+    std::vector<std::size_t> breiten;  ///< of all columns, by position
+
+    [[nodiscard]] std::size_t gesamtbreite() const {
+        return std::accumulate(gezeigt.begin(), gezeigt.end(), (gezeigt.size() - 1) * kLuecke,
+                               [this](std::size_t summe, std::size_t i) { return summe + breiten[i]; });
+    }
 };
 
-std::size_t mindestbreite(const Tabelle::Spalte& spalte, std::size_t inhalt) {
-    return std::min(spalte.mindestens.value_or(inhalt), inhalt);
+/// Every column, as narrow as it may be.
+Aufteilung allesEng(const std::vector<Tabelle::Spalte>& spalten, const std::vector<std::size_t>& inhalt) {
+    Aufteilung aufteilung;
+    for (std::size_t i = 0; i < spalten.size(); ++i) {
+        aufteilung.gezeigt.push_back(i);
+        aufteilung.breiten.push_back(std::min(spalten[i].mindestens.value_or(inhalt[i]), inhalt[i]));
+    }
+    return aufteilung;
+}
+
+/// Lets columns leave until the rest fits or only one is left.
+void lasseGehen(Aufteilung& aufteilung, const std::vector<Tabelle::Spalte>& spalten, std::size_t breite) {
+    const auto rang = [&](std::size_t i) {
+        return spalten[i].rang > 0 ? spalten[i].rang : std::numeric_limits<int>::max();
+    };
+    while (aufteilung.gezeigt.size() > 1 && aufteilung.gesamtbreite() > breite) {
+        aufteilung.gezeigt.erase(std::min_element(aufteilung.gezeigt.begin(), aufteilung.gezeigt.end(),
+                                                  [&](std::size_t a, std::size_t b) { return rang(a) < rang(b); }));
+    }
+}
+
+/// Gives what is left over, terminal column by terminal column, to the one that is shortened most.
+void vergibRest(Aufteilung& aufteilung, const std::vector<std::size_t>& inhalt, std::size_t breite) {
+    const auto fehlt = [&](std::size_t i) { return inhalt[i] - aufteilung.breiten[i]; };
+    for (std::size_t vergeben = aufteilung.gesamtbreite(); vergeben < breite; ++vergeben) {
+        const std::size_t welche = *std::max_element(aufteilung.gezeigt.begin(), aufteilung.gezeigt.end(),
+                                                     [&](std::size_t a, std::size_t b) { return fehlt(a) < fehlt(b); });
+        if (fehlt(welche) == 0) {
+            return;
+        }
+        ++aufteilung.breiten[welche];
+    }
 }
 
 Aufteilung teileAuf(const std::vector<Tabelle::Spalte>& spalten, const std::vector<std::size_t>& inhalt,
                     std::size_t breite) {
-    Aufteilung aufteilung;
-    aufteilung.gezeigt.resize(spalten.size());
-    std::iota(aufteilung.gezeigt.begin(), aufteilung.gezeigt.end(), std::size_t{0});
-    const auto mindestens = [&] {
-        std::vector<std::size_t> breiten;
-        for (const std::size_t i : aufteilung.gezeigt) {
-            breiten.push_back(mindestbreite(spalten[i], inhalt[i]));
-        }
-        return breiten;
-    };
-    while (aufteilung.gezeigt.size() > 1 && gesamtbreite(mindestens()) > breite) {
-        const auto naechste = [&] {
-            const auto rang = [&](std::size_t i) {
-                return spalten[i].rang > 0 ? spalten[i].rang : std::numeric_limits<int>::max();
-            };
-            return std::min_element(aufteilung.gezeigt.begin(), aufteilung.gezeigt.end(),
-                                    [&](std::size_t a, std::size_t b) { return rang(a) < rang(b); });
-        }();
-        aufteilung.gezeigt.erase(naechste);
-    }
-    // What is left over goes, column by column, to the one that is shortened most.
-    aufteilung.breiten = mindestens();
-    std::size_t frei = breite - std::min(breite, gesamtbreite(aufteilung.breiten));
-    while (frei > 0) {
-        std::size_t fehltAmMeisten = 0;
-        std::size_t welche = 0;
-        for (std::size_t i = 0; i < aufteilung.gezeigt.size(); ++i) {
-            const std::size_t fehlt = inhalt[aufteilung.gezeigt[i]] - aufteilung.breiten[i];
-            if (fehlt > fehltAmMeisten) {
-                fehltAmMeisten = fehlt;
-                welche = i;
-            }
-        }
-        if (fehltAmMeisten == 0) {
-            break;
-        }
-        ++aufteilung.breiten[welche];
-        --frei;
-    }
+    Aufteilung aufteilung = allesEng(spalten, inhalt);
+    lasseGehen(aufteilung, spalten, breite);
+    vergibRest(aufteilung, inhalt, breite);
     if (aufteilung.gezeigt.size() == 1) {
-        aufteilung.breiten[0] = std::min(aufteilung.breiten[0], breite);
+        std::size_t& einzige = aufteilung.breiten[aufteilung.gezeigt.front()];
+        einzige = std::min(einzige, breite);
     }
     return aufteilung;
 }
@@ -102,10 +98,11 @@ class Zeilenbau {
         : spalten_(spalten), aufteilung_(aufteilung) {}
 
     void haengeAn(std::size_t stelle, const std::string& text, std::string_view farbe) {
-        const std::size_t breite = aufteilung_.breiten[stelle];
+        const std::size_t spalte = aufteilung_.gezeigt[stelle];
+        const std::size_t breite = aufteilung_.breiten[spalte];
         const std::string gekuerzt = kuerze(text, breite);
         const std::string rand(breite - std::min(breite, text::spalten(gekuerzt)), ' ');
-        const bool rechts = spalten_[aufteilung_.gezeigt[stelle]].ausrichtung == Tabelle::Ausrichtung::rechts;
+        const bool rechts = spalten_[spalte].ausrichtung == Tabelle::Ausrichtung::rechts;
         const bool letzte = stelle + 1 == aufteilung_.gezeigt.size();
         if (stelle > 0) {
             zeile_.append(kLuecke, ' ');

@@ -18,10 +18,7 @@
 namespace {
 
 using spurkiste::Aufruf;
-
-void schreibe(std::FILE* strom, const std::string& text) {
-    (void)std::fputs(text.c_str(), strom);  // a stream that takes nothing is found out when it is flushed
-}
+using spurkiste::schreibe;
 
 int fuehreAus(std::span<char*> argumente) {
     constexpr int falscherAufruf = 2;
@@ -59,9 +56,9 @@ int main(int anzahl, char** argumente) {
     try {
         return fuehreAus({argumente, static_cast<std::size_t>(anzahl)});
     } catch (const std::exception& fehler) {
-        (void)std::fputs("spurkiste-cli: ", stderr);
-        (void)std::fputs(fehler.what(), stderr);
-        (void)std::fputs("\n", stderr);
+        schreibe(stderr, "spurkiste-cli: ");
+        schreibe(stderr, fehler.what());
+        schreibe(stderr, "\n");
         return 1;
     }
 }
