@@ -9,6 +9,7 @@
 
 #include <simdjson.h>
 
+#include "base/Text.h"
 #include "base/Zahl.h"
 #include "track/JsonText.h"
 
@@ -19,10 +20,6 @@ namespace {
 namespace dom = simdjson::dom;
 
 static_assert(GpxMetadatenJson::Leser::kPolster >= simdjson::SIMDJSON_PADDING);
-
-bool istUtf8(std::string_view text) {
-    return simdjson::validate_utf8(text.data(), text.size());
-}
 
 /// Takes the values of one record and notes what was wrong with them.
 struct Ausgabe {
@@ -42,7 +39,7 @@ struct Ausgabe {
     }
 
     void schreibe(const std::string& wert) {
-        const bool passt = istUtf8(wert);
+        const bool passt = text::istUtf8(wert);
         if (passt || fremdbytes == GpxMetadatenJson::Fremdbytes::ersetze) {
             JsonText::haengeAn(ziel, passt ? wert : JsonText::inUtf8(wert));
         } else {

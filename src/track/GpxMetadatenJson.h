@@ -27,7 +27,7 @@ class GpxMetadatenJson {
     /// What to do with texts that are not UTF-8, which are those of files with such names.
     enum class Fremdbytes {
         lehneAb,  ///< refuse the record, so that what is written reads back equal
-        ersetze,  ///< write U+FFFD for each byte that is out of place, so that every record can be shown
+        ersetze,  ///< write U+FFFD for what is out of place, so that every record can be shown
     };
 
     /// Appends the record, without white space. When it cannot be written, `ziel` is unchanged; a record that fails

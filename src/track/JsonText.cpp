@@ -1,6 +1,5 @@
 #include "track/JsonText.h"
 
-#include <algorithm>
 #include <cstddef>
 
 #include "base/Text.h"
@@ -28,20 +27,7 @@ void JsonText::haengeAn(std::string& ziel, std::string_view text) {
 }
 
 std::string JsonText::inUtf8(std::string_view roh) {
-    // Broken texts are rare and short, so that finding the next character by trying is good enough.
-    constexpr std::size_t laengstes = 4;
-    std::string ergebnis;
-    while (!roh.empty()) {
-        const std::size_t grenze = std::min(laengstes, roh.size());
-        std::size_t laenge = 1;
-        while (laenge <= grenze && !text::istUtf8(roh.substr(0, laenge))) {
-            ++laenge;
-        }
-        const bool gefunden = laenge <= grenze;
-        ergebnis.append(gefunden ? roh.substr(0, laenge) : "\xEF\xBF\xBD");
-        roh.remove_prefix(gefunden ? laenge : 1);
-    }
-    return ergebnis;
+    return text::utf8(text::utf16(roh));
 }
 
 }  // namespace spurkiste

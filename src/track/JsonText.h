@@ -14,7 +14,7 @@ class JsonText {
     /// are not UTF-8 are appended as they are.
     static void haengeAn(std::string& ziel, std::string_view text);
 
-    /// The text with U+FFFD for each byte that is out of place in UTF-8.
+    /// The text with U+FFFD for what is not UTF-8 in it, as text::utf16() replaces it.
     [[nodiscard]] static std::string inUtf8(std::string_view roh);
 };
 
