@@ -21,28 +21,28 @@ ZentrenGitter::ZentrenGitter(double reichweite, std::size_t erwartet)
       verschiebung_(64 - 10),
       faecher_(1U << 10U, kKeine) {
     assert((kVersatz + 2.0) / kante_ < 65536.0 && reichweite_ <= 1.0);
-    eintraege_.reserve(erwartet);
+    punkte_.reserve(erwartet);
     knoten_.reserve(erwartet);
 }
 
 void ZentrenGitter::setze(std::uint32_t nummer, const Raumpunkt& ort) {
-    if (nummer >= eintraege_.size()) {
-        eintraege_.resize(nummer + 1);
+    if (nummer >= punkte_.size()) {
+        punkte_.resize(nummer + 1);
     }
-    if (eintraege_[nummer].knoten != kKeine) {
+    if (punkte_[nummer].knoten != kKeine) {
         haengeAus(nummer);
     }
     for (std::size_t achse = 0; achse < 3; ++achse) {
-        eintraege_[nummer].ort[achse] = static_cast<float>(ort[achse]);
+        punkte_[nummer].ort[achse] = static_cast<float>(ort[achse]);
     }
-    const Platz platz{wuerfelAuf(ort[0]), wuerfelAuf(ort[1]), wuerfelAuf(ort[2])};
-    haengeEin(belege(schluessel(platz)), {ecke(platz), kante_}, nummer, 0);
+    const Wuerfelnummer wuerfel{wuerfelAuf(ort[0]), wuerfelAuf(ort[1]), wuerfelAuf(ort[2])};
+    haengeEin(belege(schluessel(wuerfel)), {ecke(wuerfel), kante_}, nummer, 0);
 }
 
-Raumpunkt ZentrenGitter::ecke(const Platz& platz) const {
+Raumpunkt ZentrenGitter::ecke(const Wuerfelnummer& wuerfel) const {
     Raumpunkt ecke{};
     for (std::size_t achse = 0; achse < 3; ++achse) {
-        ecke[achse] = static_cast<double>(platz[achse]) * kante_ - kVersatz;
+        ecke[achse] = static_cast<double>(wuerfel[achse]) * kante_ - kVersatz;
     }
     return ecke;
 }
@@ -92,7 +92,7 @@ std::uint32_t ZentrenGitter::belege(std::uint64_t schluessel) {
 
 void ZentrenGitter::haengeEin(std::uint32_t knoten, Wuerfel wuerfel, std::uint32_t nummer, int tiefe) {
     const auto steigeAb = [&](std::uint32_t welcher) {
-        const std::uint32_t kind = kindVon(wuerfel, raumpunkt(eintraege_[welcher]));
+        const std::uint32_t kind = kindVon(wuerfel, raumpunkt(punkte_[welcher]));
         return std::pair(knoten_[knoten].kinder + kind, teil(wuerfel, kind));
     };
     for (; knoten_[knoten].kinder != kKeine; ++tiefe) {
@@ -109,7 +109,7 @@ void ZentrenGitter::haengeEin(std::uint32_t knoten, Wuerfel wuerfel, std::uint32
         std::exchange(knoten_[knoten], {knoten_[knoten].schluessel, kKeine, 0, knoten_[knoten].kleinste, kinder});
     std::uint32_t i = voll.erster;
     for (std::uint32_t rest = voll.anzahl; rest > 0; --rest) {
-        const std::uint32_t naechster = eintraege_[i].danach;
+        const std::uint32_t naechster = punkte_[i].danach;
         const auto [kind, teilwuerfel] = steigeAb(i);
         haengeEin(kind, teilwuerfel, i, tiefe + 1);
         i = naechster;
@@ -118,28 +118,28 @@ void ZentrenGitter::haengeEin(std::uint32_t knoten, Wuerfel wuerfel, std::uint32
 
 void ZentrenGitter::fuegeInRing(std::uint32_t knoten, std::uint32_t nummer) {
     Knoten& ziel = knoten_[knoten];
-    Eintrag& eintrag = eintraege_[nummer];
-    eintrag.knoten = knoten;
+    Punkt& punkt = punkte_[nummer];
+    punkt.knoten = knoten;
     if (ziel.anzahl == 0) {
         ziel.erster = nummer;
-        eintrag.davor = nummer;
+        punkt.davor = nummer;
     } else {
-        eintrag.davor = eintraege_[ziel.erster].davor;
+        punkt.davor = punkte_[ziel.erster].davor;
     }
-    eintrag.danach = ziel.erster;
-    eintraege_[eintrag.davor].danach = nummer;
-    eintraege_[ziel.erster].davor = nummer;
+    punkt.danach = ziel.erster;
+    punkte_[punkt.davor].danach = nummer;
+    punkte_[ziel.erster].davor = nummer;
     ++ziel.anzahl;
     ziel.kleinste = std::min(ziel.kleinste, nummer);
 }
 
 void ZentrenGitter::haengeAus(std::uint32_t nummer) {
-    const Eintrag& eintrag = eintraege_[nummer];
-    Knoten& knoten = knoten_[eintrag.knoten];
-    eintraege_[eintrag.davor].danach = eintrag.danach;
-    eintraege_[eintrag.danach].davor = eintrag.davor;
+    const Punkt& punkt = punkte_[nummer];
+    Knoten& knoten = knoten_[punkt.knoten];
+    punkte_[punkt.davor].danach = punkt.danach;
+    punkte_[punkt.danach].davor = punkt.davor;
     if (knoten.erster == nummer) {
-        knoten.erster = eintrag.danach;
+        knoten.erster = punkt.danach;
     }
     --knoten.anzahl;
 }

@@ -33,8 +33,8 @@ class ZentrenGitter {
     /// numbers are asked about, and how often, is left open; `pruefe` must not call setze().
     template <typename Pruefung>
     [[nodiscard]] std::uint32_t kleinste(const Raumpunkt& ort, Pruefung pruefe) const {
-        Platz von{};
-        Platz bis{};
+        Wuerfelnummer von{};
+        Wuerfelnummer bis{};
         for (std::size_t achse = 0; achse < 3; ++achse) {
             von[achse] = wuerfelAuf(ort[achse] - reichweite_);
             bis[achse] = wuerfelAuf(ort[achse] + reichweite_);
@@ -54,13 +54,13 @@ class ZentrenGitter {
     }
 
   private:
-    using Platz = std::array<std::int64_t, 3>;  ///< of a cube: its number on each axis, from 0
+    using Wuerfelnummer = std::array<std::int64_t, 3>;  ///< of a cube: its number on each axis, from 0
 
     struct Wuerfel {
         Raumpunkt ecke;  ///< the lowest corner
         double kante;
     };
-    struct Eintrag {
+    struct Punkt {
         std::array<float, 3> ort{};
         std::uint32_t knoten = kKeine;  ///< where it hangs; kKeine: never entered
         std::uint32_t davor = kKeine;   ///< neighbours in the ring of its node
@@ -89,8 +89,8 @@ class ZentrenGitter {
             return;
         }
         std::uint32_t i = knoten.erster;
-        for (std::uint32_t rest = knoten.anzahl; rest > 0; --rest, i = eintraege_[i].danach) {
-            if (i < beste && abstandQuadrat({raumpunkt(eintraege_[i]), 0.0}, ort) <= reichweite_ * reichweite_ &&
+        for (std::uint32_t rest = knoten.anzahl; rest > 0; --rest, i = punkte_[i].danach) {
+            if (i < beste && abstandQuadrat({raumpunkt(punkte_[i]), 0.0}, ort) <= reichweite_ * reichweite_ &&
                 pruefe(i)) {
                 beste = i;
             }
@@ -108,17 +108,17 @@ class ZentrenGitter {
         return summe;
     }
 
-    static Raumpunkt raumpunkt(const Eintrag& eintrag) {
-        return {double{eintrag.ort[0]}, double{eintrag.ort[1]}, double{eintrag.ort[2]}};
+    static Raumpunkt raumpunkt(const Punkt& punkt) {
+        return {double{punkt.ort[0]}, double{punkt.ort[1]}, double{punkt.ort[2]}};
     }
     [[nodiscard]] std::int64_t wuerfelAuf(double wert) const {
         return static_cast<std::int64_t>((wert + kVersatz) * jeEinheit_);
     }
-    [[nodiscard]] Raumpunkt ecke(const Platz& platz) const;
+    [[nodiscard]] Raumpunkt ecke(const Wuerfelnummer& wuerfel) const;
     static Wuerfel teil(const Wuerfel& wuerfel, std::uint32_t kind);
     static std::uint32_t kindVon(const Wuerfel& wuerfel, const Raumpunkt& ort);
-    static std::uint64_t schluessel(const Platz& platz) {
-        return static_cast<std::uint64_t>(platz[0] << 32 | platz[1] << 16 | platz[2]);
+    static std::uint64_t schluessel(const Wuerfelnummer& wuerfel) {
+        return static_cast<std::uint64_t>(wuerfel[0] << 32 | wuerfel[1] << 16 | wuerfel[2]);
     }
 
     /// The compartment of the hash table that holds the key, or the free one where it belongs.
@@ -143,7 +143,7 @@ class ZentrenGitter {
     std::size_t belegt_ = 0;
     std::vector<std::uint32_t> faecher_;  ///< nodes by key, open addressing; kKeine: free; as many as a power of two
     std::vector<Knoten> knoten_;
-    std::vector<Eintrag> eintraege_;
+    std::vector<Punkt> punkte_;
 };
 
 }  // namespace spurkiste

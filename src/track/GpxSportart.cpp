@@ -10,13 +10,13 @@ namespace spurkiste {
 
 namespace {
 
-struct Zeile {
+struct Kennung {
     std::string_view rawValue;
     std::string_view symbol;
 };
 
 // In the order of the enumerators. Gravel and trail running share the icon of their mother sport.
-constexpr std::array<Zeile, 15> kZeilen = {{
+constexpr std::array<Kennung, 15> kKennungen = {{
     {"cycling", "bicycle"},
     {"running", "figure.run"},
     {"motorcycling", "motorcycle"},
@@ -112,7 +112,7 @@ std::optional<GpxSportart> GpxSportart::aus(const std::optional<std::string>& te
 }
 
 std::string_view GpxSportart::rawValue() const {
-    return kZeilen[static_cast<std::size_t>(wert_)].rawValue;
+    return kKennungen[static_cast<std::size_t>(wert_)].rawValue;
 }
 
 std::string GpxSportart::deutsch() const {
@@ -120,7 +120,7 @@ std::string GpxSportart::deutsch() const {
 }
 
 std::string_view GpxSportart::symbol() const {
-    return kZeilen[static_cast<std::size_t>(wert_)].symbol;
+    return kKennungen[static_cast<std::size_t>(wert_)].symbol;
 }
 
 std::optional<GpxSportart> GpxSport::schaetzung(double kmh) {
