@@ -1,8 +1,5 @@
-#include <cmath>
 #include <set>
-#include <span>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -11,16 +8,11 @@
 #include "base/Dateien.h"
 #include "base/Text.h"
 #include "erzeuge/Erzeuger.h"
-#include "erzeuge/Namen.h"
-#include "erzeuge/Zeittext.h"
 #include "hilfe/TempOrdner.h"
 #include "track/GpxLeser.h"
 
 namespace spurkiste::erzeuge {
 namespace {
-
-using ::testing::Each;
-using ::testing::Gt;
 
 std::vector<Datei> alle(const Wunsch& wunsch) {
     Erzeuger erzeuger(wunsch);
@@ -43,8 +35,10 @@ TEST(ErzeugerTest, EverySoundFileReadsBackAsItWasMeant) {
     const TempOrdner ordner;
     std::set<const Stil*> gesehen;
     std::set<bool> routen, zeiten, hoehen, pulse, wetterOrte;
+    std::set<std::string> namen;
     for (const Datei& datei : alle({.anzahl = 400, .punkte = 60, .saat = 7, .defekt = 0.0})) {
         SCOPED_TRACE(datei.name);
+        EXPECT_TRUE(namen.insert(datei.name).second && text::istUtf8(datei.name));
         const auto gelesen = GpxLeser::lese(ordner.schreibe("eine.gpx", datei.inhalt));
         ASSERT_TRUE(gelesen);
         const Fahrt& fahrt = datei.fahrt;
@@ -114,21 +108,6 @@ TEST(ErzeugerTest, BytesAreTheSameOnEveryMachine) {
     EXPECT_EQ(pruefsumme(erzeugeSpur(5, 200'000)), 16077515819853526934U);
 }
 
-TEST(ErzeugerTest, NamesAreLegalAndDifferent) {
-    std::set<std::string> namen;
-    std::size_t zerlegte = 0;
-    for (const Datei& datei : alle({.anzahl = 3000, .punkte = 2, .saat = 1})) {
-        EXPECT_TRUE(namen.insert(datei.name).second) << datei.name;
-        EXPECT_TRUE(text::istUtf8(datei.name)) << datei.name;
-        EXPECT_EQ(datei.name.find('/'), std::string::npos) << datei.name;
-        EXPECT_LE(datei.name.size(), 255U) << datei.name;
-        EXPECT_EQ(text::klein(dateien::endung(datei.name)), "gpx") << datei.name;
-        zerlegte += text::nfc(datei.name) != datei.name ? 1 : 0;
-    }
-    EXPECT_GT(zerlegte, 30U);
-    EXPECT_EQ(text::nfc(zerlegt("Ärger über Öl: Café, Crème, Übermut")), "Ärger über Öl: Café, Crème, Übermut");
-}
-
 TEST(ErzeugerTest, TheSampleShowsAllSportsWholeTracksAndRealLoops) {
     const TempOrdner ordner;
     const Wunsch wunsch{.anzahl = 60, .punkte = 400, .beispiel = true};
@@ -160,44 +139,14 @@ TEST(ErzeugerTest, TheSampleShowsAllSportsWholeTracksAndRealLoops) {
     EXPECT_EQ(bytes, umfang.bytes);
 }
 
-TEST(ErzeugerTest, RecordsAreLikeThoseOfARealLibrary) {
-    const auto eintraege = erzeugeEintraege(2000, 4);
-    ASSERT_EQ(eintraege.size(), 2000U);
+TEST(ErzeugerTest, RecordsHavePathsOfTheirOwnAndSketchesOnlyWhenAsked) {
     std::set<std::string> pfade;
-    std::set<std::pair<double, double>> starts;  // cells of about 500 m
-    std::vector<std::size_t> skizzen;
-    for (const Eintrag& eintrag : eintraege) {
+    for (const Eintrag& eintrag : erzeugeEintraege(500, 4)) {
         pfade.insert(eintrag->pfad);
-        starts.emplace(std::floor(eintrag->start->breite * 200.0), std::floor(eintrag->start->laenge * 150.0));
-        skizzen.push_back(eintrag->skizze.punkte().size());
-        EXPECT_TRUE(std::isfinite(eintrag->streckeMeter) && std::isfinite(eintrag->anstiegMeter));
-        EXPECT_EQ(eintrag->hatZeitstempel, eintrag->dauerSekunden > 0.0);
-        EXPECT_EQ(dateien::ohneEndung(dateien::letzterTeil(eintrag->pfad)), eintrag->dateiName);
+        EXPECT_GT(eintrag->skizze.punkte().size(), 20U);
     }
-    EXPECT_EQ(pfade.size(), 2000U);
-    EXPECT_THAT(skizzen, Each(Gt(20U)));
-    // People start where they started before, and sometimes elsewhere.
-    EXPECT_GT(starts.size(), 50U);
-    EXPECT_LT(starts.size(), 1000U);
+    EXPECT_EQ(pfade.size(), 500U);
     EXPECT_TRUE(erzeugeEintraege(10, 4, false).front()->skizze.leer());
-}
-
-TEST(ErzeugerTest, NumbersAndTimesAreWrittenAsFilesHaveThem) {
-    const auto fest = [](double zahl, int stellen) {
-        std::string text;
-        haengeFest(text, zahl, stellen);
-        return text;
-    };
-    EXPECT_EQ(fest(47.37690, 5), "47.37690");
-    EXPECT_EQ(fest(-8.05, 6), "-8.050000");
-    EXPECT_EQ(fest(-0.0000001, 6), "0.000000");
-    EXPECT_EQ(fest(0.99996, 4), "1.0000");
-    EXPECT_EQ(fest(408.5, 0), "409");
-    for (const std::int64_t sekunden : {0LL, 951'782'400LL, 951'868'799LL, 1'727'540'000LL, -1LL}) {
-        std::string iso;
-        haengeZeit(iso, sekunden, "Y-m-dTH:M:SZ");
-        EXPECT_EQ(Zeitpunkt::ausIso8601(iso), Zeitpunkt::ausUnix(sekunden, 0)) << iso;
-    }
 }
 
 }  // namespace
