@@ -1,14 +1,13 @@
-#include <cerrno>
+#include <cstddef>
 #include <filesystem>
+#include <stdexcept>
 #include <string>
-#include <system_error>
 #include <utility>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include "base/Dateien.h"
-#include "hilfe/Engpass.h"
 #include "hilfe/TempOrdner.h"
 #include "track/GpxLeser.h"
 #include "track/GpxSchreiber.h"
@@ -25,15 +24,6 @@ std::size_t dateienIn(const TempOrdner& ordner) {
     return dateien::liste(ordner.pfad()).size();
 }
 
-bool scheitertMit(int nummer, const std::string& pfad) {
-    try {
-        GpxSchreiber::setzeSportart(GpxSportart::rad, pfad);
-    } catch (const std::system_error& fehler) {
-        return fehler.code().value() == nummer;
-    }
-    return false;
-}
-
 TEST(GpxSchreiber, replacesTheFileAndKeepsItsPermissionsAndLinks) {
     const TempOrdner ordner;
     const std::string pfad = ordner.schreibe("a.gpx", kVorher);
@@ -45,28 +35,6 @@ TEST(GpxSchreiber, replacesTheFileAndKeepsItsPermissionsAndLinks) {
     EXPECT_EQ(fs::status(pfad).permissions(), fs::perms::owner_read);
     EXPECT_EQ(dateienIn(ordner), 2U);
     EXPECT_EQ(GpxLeser::lese(pfad)->sportRoh, "cycling");
-}
-
-TEST(GpxSchreiber, saysWhatIsWrongAndLeavesTheFileAlone) {
-    const TempOrdner ordner;
-    ordner.schreibe("text.gpx", "Hallo");
-    ordner.schreibe("wpt.gpx", "<gpx><wpt lat='1' lon='2'/></gpx>");
-    fs::create_directory(ordner.in("ordner.gpx"));
-    ::mkfifo(ordner.in("fifo.gpx").c_str(), 0600);
-    const auto fehler = [&](const char* name) -> std::string {
-        try {
-            GpxSchreiber::setzeSportart(GpxSportart::rad, ordner.in(name));
-        } catch (const GpxSchreibausnahme& ausnahme) {
-            return ausnahme.what();
-        }
-        return "";
-    };
-    for (const char* name : {"text.gpx", "fehlt.gpx", "ordner.gpx", "fifo.gpx"}) {
-        EXPECT_EQ(fehler(name), "Die GPX-Datei ist kein lesbares XML.") << name;
-    }
-    EXPECT_EQ(fehler("wpt.gpx"), "Die GPX-Datei enthält weder Track noch Route.");
-    EXPECT_EQ(ordner.lies("text.gpx"), "Hallo");
-    EXPECT_EQ(dateienIn(ordner), 4U);
 }
 
 TEST(GpxSchreiber, beginsAgainOnTheBytesOfAnotherProgram) {
@@ -98,27 +66,6 @@ TEST(GpxSchreiber, beginsAgainOnTheBytesOfAnotherProgram) {
     });
     EXPECT_EQ(ordner.lies("a.gpx"), kNachher);
     EXPECT_EQ(dateienIn(ordner), 1U);
-}
-
-TEST(GpxSchreiber, aDiskThatIsFullLeavesTheFileAndNothingElse) {
-    const TempOrdner ordner;
-    const std::string pfad = ordner.schreibe("a.gpx", kVorher);
-    {
-        const VollePlatte platte(40);
-        EXPECT_TRUE(scheitertMit(EFBIG, pfad));
-    }
-    EXPECT_EQ(ordner.lies("a.gpx"), kVorher);
-    EXPECT_EQ(dateienIn(ordner), 1U);
-}
-
-TEST(GpxSchreiber, aFolderThatCannotBeWrittenLeavesTheFile) {
-    const TempOrdner ordner;
-    const std::string pfad = ordner.schreibe("a.gpx", kVorher);
-    {
-        const Rechte rechte(ordner.pfad(), kNurLesen);
-        EXPECT_TRUE(scheitertMit(EACCES, pfad));
-    }
-    EXPECT_EQ(ordner.lies("a.gpx"), kVorher);
 }
 
 }  // namespace
