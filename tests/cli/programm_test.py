@@ -134,6 +134,28 @@ class Programm(unittest.TestCase):
         self.assertEqual(rufe("--help").returncode, 0)
         self.assertRegex(rufe("--version").stdout, r"^spurkiste-cli \d+\.\d+\.\d+\n$")
 
+    def test_checks_whatever_the_names_and_fails_only_on_what_cannot_be_read(self):
+        spur = "<gpx><trk><trkseg>\n<trkpt lat='1' lon='2'><ele>x</ele></trkpt>\n"
+        with open(os.fsencode(self.ordner) + b'/a"\\\n\x01\xff.gpx', "w", encoding="utf-8") as datei:
+            datei.write(spur)
+        lauf = rufe("pruefe", self.ordner, "--json")
+        self.assertEqual((lauf.returncode, lauf.stderr), (0, ""))
+        befunde = {os.path.relpath(d["datei"], self.ordner): (d["lesbar"], d["befunde"]) for d in json.loads(lauf.stdout)}
+        ende = {"art": "abgebrochen", "anzahl": 1, "zeile": 3, "grund": "das Ende fehlt"}
+        self.assertEqual(befunde['a"\\\n\x01\ufffd.gpx'], (True, [ende, {"art": "hoeheUnlesbar", "anzahl": 1, "zeile": 2}]))
+        self.assertEqual(befunde["Morgenrunde.gpx"], (True, []))
+        os.mkfifo(os.path.join(self.ordner, "rohr.gpx"))
+        lauf = rufe("pruefe", self.ordner, "--json")
+        self.assertEqual((lauf.returncode, lauf.stderr), (1, f"{self.ordner}/rohr.gpx: nicht lesbar: keine gewöhnliche Datei\n"))
+        self.assertIn({"datei": f"{self.ordner}/rohr.gpx", "lesbar": False, "befunde": []}, json.loads(lauf.stdout))
+        lauf = rufe("pruefe", os.path.join(self.ordner, "fehlt"), os.path.join(self.ordner, "kaputt.gpx"))
+        self.assertEqual(lauf.returncode, 1)
+        self.assertIn("1 Datei geprüft, 1 mit Befund, 1 nicht lesbar\n", lauf.stdout)
+        leer = os.path.join(self.ablage.name, "leer")
+        os.mkdir(leer)
+        lauf = rufe("pruefe", leer, "--json")
+        self.assertEqual((lauf.returncode, lauf.stdout), (0, "[\n]\n"))
+
     def test_says_that_it_could_not_write_its_output(self):
         zweimal = os.path.join(self.ablage.name, "zweimal")
         os.mkdir(zweimal)
