@@ -98,6 +98,18 @@ void Tabellenkopf::mousePressEvent(QMouseEvent* ereignis) {
     QHeaderView::mousePressEvent(ereignis);
 }
 
+void Tabellenkopf::mouseDoubleClickEvent(QMouseEvent* ereignis) {
+    // On a border the column is fitted to its texts. On a title the second press is one like the first: without it the
+    // release that follows would be no click.
+    bool aufTitel = false;
+    const auto verbindung = connect(this, &QHeaderView::sectionDoubleClicked, this, [&] { aufTitel = true; });
+    QHeaderView::mouseDoubleClickEvent(ereignis);
+    disconnect(verbindung);
+    if (aufTitel) {
+        mousePressEvent(ereignis);
+    }
+}
+
 void Tabellenkopf::mouseReleaseEvent(QMouseEvent* ereignis) {
     QHeaderView::mouseReleaseEvent(ereignis);
     vorDemZug_.reset();

@@ -209,6 +209,24 @@ TEST_F(TabellenGestenTest, aClickOnATitleSorts) {
     EXPECT_THAT(koepfe, ElementsAre(Spalte::datum));
 }
 
+TEST_F(TabellenGestenTest, everyOneOfQuickClicksOnATitleCountsAndNoneOnABorder) {
+    QHeaderView* kopf = tabelle.horizontalHeader();
+    const int rechts = kopf->sectionViewportPosition(1);  // where the names end
+    const auto klickeSchnell = [&](int x) {
+        const QPoint wo(x, 15);
+        QTest::mouseClick(kopf->viewport(), Qt::LeftButton, {}, wo);
+        QTest::mouseDClick(kopf->viewport(), Qt::LeftButton, {}, wo);
+        QTest::mouseRelease(kopf->viewport(), Qt::LeftButton, {}, wo);
+    };
+    klickeSchnell(rechts / 2);
+    EXPECT_THAT(koepfe, ElementsAre(Spalte::name, Spalte::name));
+    EXPECT_EQ(kopf->sectionSize(0), rechts);
+
+    klickeSchnell(rechts - 1);  // fits the column to its names, which are short
+    EXPECT_EQ(koepfe.size(), 2U);
+    EXPECT_EQ(kopf->sectionSize(0), Spaltenbreiten::kMindestens[0]);
+}
+
 TEST_F(TabellenGestenTest, showsTheKeyboardOnlyWhereItIsUsed) {
     const auto rahmen = [&] { return tabelle.findChild<Kartenrahmen*>()->fokus(); };
     ASSERT_TRUE(QTest::qWaitForWindowActive(&tabelle));
