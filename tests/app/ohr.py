@@ -1,16 +1,17 @@
-"""What a screen reader hears of the programs on the accessibility bus, as it happens."""
+"""What a screen reader hears of the program on the accessibility bus, as it happens."""
 
 from gi.repository import GLib
 
-from aktionen_test import xdotool
-from fenster_test import warte_bis
+from buehne import Fenstertest, warte_bis, xdotool
 
 
 class Ohr:
-    """Listens from now on; events arrive while somebody waits."""
+    """Listens from now on, which is before the program starts: that asks once whether anybody does. Events arrive while
+    somebody waits."""
 
     def __init__(self, atspi):
         self.atspi = atspi
+        self.programm = None
         self.fokus = []    # (role, name, description) of what got the keyboard
         self.quelle = None  # and itself, the last one
         self.gezeigt = []  # (role, texts) of what appeared
@@ -29,8 +30,9 @@ class Ohr:
         except GLib.Error:  # it has gone already
             pass
 
-    @staticmethod
-    def lausche():
+    def lausche(self):
+        """Hears all that was said until now: what answers a question comes behind what was said before it."""
+        self.programm.fenster()
         while GLib.MainContext.default().iteration(False):
             pass
 
@@ -45,7 +47,8 @@ class Ohr:
         self.lausche()
         self.fokus.clear()
         tue()
-        self.warte(lambda: self.fokus, "something gets the keyboard")
+        # It may pass through several hands, and be told of after it went on.
+        self.warte(lambda: self.fokus and self.quelle.getState().contains(self.atspi.STATE_FOCUSED), "something gets the keyboard")
         return self.fokus[-1][:2]
 
     def gehe_zu(self, rolle, name="", taste="Tab"):
@@ -61,3 +64,21 @@ class Ohr:
     def meldungen(self):
         """The notices that appeared."""
         return [texte[0] for rolle, texte in self.gezeigt if rolle == self.atspi.ROLE_NOTIFICATION]
+
+
+class Ohrentest(Fenstertest):
+    """Tests of one program that is used by keys alone and listened to."""
+
+    @classmethod
+    def beginne(cls, dateien):
+        cls.ohr = Ohr(cls.atspi)
+        cls.heim = cls.fuelle("heim", {})
+        cls.ohr.programm = cls.programm = cls.starte(cls.fuelle("Meine Touren", dateien), cls.heim)
+        cls.programm.hole_nach_vorn()
+
+    def waehle_zeile(self, name):
+        if self.ohr.warte_auf_fokus(lambda: xdotool("key", "ctrl+f"))[0] != self.atspi.ROLE_TEXT:
+            self.fail("Ctrl+F does not lead to the search")
+        self.ohr.gehe_zu(self.atspi.ROLE_TABLE)
+        xdotool("key", "Home", *["Down"] * self.programm.reihen().index(name))
+        self.ohr.warte(lambda: name + ".gpx" in self.programm.texte(), f"{name} is selected")

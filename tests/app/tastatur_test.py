@@ -1,40 +1,22 @@
 """Does the whole job with keys alone: no mouse, and the accessibility bus is only read. Looks at the disk after each step.
 
-tastatur_test.py PROGRAM RESOURCES: like fenster_test.py, whose surroundings it shares.
+tastatur_test.py PROGRAM RESOURCES.
 """
 
 import os
-import tempfile
-import unittest
 
-import fenster_test
-from aktionen_test import Programm, fuelle, xdotool
-from fenster_test import spur
-from ohr import Ohr
+import buehne
+from buehne import spur, xdotool
+from ohr import Ohrentest
 
 
-class Tastatur(unittest.TestCase):
+class Tastatur(Ohrentest):
     @classmethod
     def setUpClass(cls):
-        import pyatspi
-
-        cls.atspi = pyatspi
-        cls.ablage = tempfile.TemporaryDirectory()
-        cls.addClassCleanup(cls.ablage.cleanup)
-        cls.heim, cls.meine, cls.stick = (os.path.join(cls.ablage.name, name) for name in ("heim", "Meine Touren", "Stick & Karte"))
-        os.makedirs(cls.heim, mode=0o700)
-        fuelle(cls.meine, {"Alpen": spur(47.4, "2023-01-02"), "Tour": spur(47.9, "2024-09-21", "<type>running</type>"),
-                           "Zürichberg": spur(47.6, "2022-05-01")})
-        fuelle(cls.stick, {"Neue Spur": spur(47.7, "2024-01-01"), "Alpen": spur(47.8, "2024-01-02")})
-        cls.programm = Programm(pyatspi, cls.meine, cls.heim, 0)
-        cls.addClassCleanup(cls.programm.beende)
-        cls.ohr = Ohr(pyatspi)
-        # What a window manager would do: without one, no window gets the keyboard by itself.
-        xdotool("windowfocus", "--sync", cls.programm.nummer)
-
-    def run(self, result=None):
-        result.failfast = True  # each step stands on those before it
-        return super().run(result)
+        super().setUpClass()
+        cls.stick = cls.fuelle("Stick & Karte", {"Neue Spur": spur(47.7, "2024-01-01"), "Alpen": spur(47.8, "2024-01-02")})
+        cls.beginne({"Alpen": spur(47.4, "2023-01-02"), "Tour": spur(47.9, "2024-09-21", "<type>running</type>"),
+                     "Zürichberg": spur(47.6, "2022-05-01")})
 
     # --- Pressing keys and looking at what came of it ---------------------------------------------------------------
 
@@ -43,25 +25,6 @@ class Tastatur(unittest.TestCase):
 
     def waehle(self, oeffne, *tasten):
         self.programm.waehle(lambda: xdotool("key", oeffne), *tasten)
-
-    def waehle_zeile(self, name):
-        if self.ohr.warte_auf_fokus(lambda: xdotool("key", "ctrl+f"))[0] != self.atspi.ROLE_TEXT:
-            self.fail("Ctrl+F does not lead to the search")
-        self.ohr.gehe_zu(self.atspi.ROLE_TABLE)
-        xdotool("key", "Home", *["Down"] * self.reihen().index(name))
-        self.ohr.warte(lambda: name + ".gpx" in self.programm.texte(), f"{name} is selected")
-
-    def reihen(self):
-        tabelle = self.programm.tabelle()
-        return [tabelle.getAccessibleAt(zeile, 0).name for zeile in range(tabelle.nRows)]
-
-    def erwarte_reihen(self, *namen):
-        self.ohr.warte(lambda: self.reihen() == list(namen), f"{namen}, but there is {self.reihen()}")
-
-    def erwarte_dateien(self, *namen):
-        self.ohr.warte(lambda: self.programm.dateien() == sorted(name + ".gpx" for name in namen),
-                       f"{namen}, but there is {self.programm.dateien()}")
-        self.ohr.warte(lambda: sorted(self.reihen()) == sorted(namen), "the table shows them")
 
     def im_waehler(self, oeffne, titel, *eingaben):
         """Opens a chooser of files by a key and types into it."""
@@ -74,7 +37,7 @@ class Tastatur(unittest.TestCase):
             xdotool("type", "--delay", "20", eingabe)
             xdotool("key", "Return")
         self.ohr.warte(lambda: not offen(), "the chooser is closed")
-        xdotool("windowfocus", "--sync", self.programm.nummer)
+        self.programm.hole_nach_vorn()
 
     def einstellungen(self):
         with open(os.path.join(self.heim, "spurkiste/einstellungen.conf"), encoding="utf-8") as datei:
@@ -85,7 +48,7 @@ class Tastatur(unittest.TestCase):
     def test_01_imports(self):
         namen = " ".join(f'"{self.stick}/{name}.gpx"' for name in ("Neue Spur", "Alpen"))
         self.im_waehler("ctrl+o", "GPX-Dateien in die Bibliothek kopieren", namen)
-        self.erwarte_dateien("Alpen", "Alpen 2", "Neue Spur", "Tour", "Zürichberg")
+        self.programm.erwarte_dateien("Alpen", "Alpen 2", "Neue Spur", "Tour", "Zürichberg")
         self.assertEqual(self.programm.lies("Alpen 2.gpx"), spur(47.8, "2024-01-02"))
         self.assertEqual(sorted(os.listdir(self.stick)), ["Alpen.gpx", "Neue Spur.gpx"])
 
@@ -93,28 +56,29 @@ class Tastatur(unittest.TestCase):
         xdotool("key", "ctrl+f")
         xdotool("type", "--delay", "20", "neue sp")
         self.ohr.warte(lambda: "1 / 5 ROUTEN" in self.programm.texte(), "the search narrows the table")
-        self.erwarte_reihen("Neue Spur")
+        self.programm.erwarte_reihen("Neue Spur")
         xdotool("key", "Escape")
-        self.ohr.warte(lambda: len(self.reihen()) == 5, "Escape takes the search back")
+        self.ohr.warte(lambda: len(self.programm.reihen()) == 5, "Escape takes the search back")
 
     def test_03_filters_and_resets(self):
         self.gehe_zum_knopf("Sport: ")
         self.waehle("space", "Down")
-        self.ohr.warte(lambda: 0 < len(self.reihen()) < 5, "the filter hides rows")
+        self.ohr.warte(lambda: 0 < len(self.programm.reihen()) < 5, "the filter hides rows")
+        self.assertEqual(self.programm.alle(self.atspi.ROLE_PUSH_BUTTON, name="Sport: alle"), [], "the button says the choice")
         self.gehe_zum_knopf("Zurücksetzen")
         xdotool("key", "space")
-        self.ohr.warte(lambda: len(self.reihen()) == 5, "all rows are back")
+        self.ohr.warte(lambda: len(self.programm.reihen()) == 5, "all rows are back")
 
     def test_04_sorts(self):
         self.ohr.gehe_zu(self.atspi.ROLE_TABLE_COLUMN_HEADER)
         xdotool("key", "Home", "Return")
-        self.erwarte_reihen("Alpen", "Alpen 2", "Neue Spur", "Tour", "Zürichberg")
+        self.programm.erwarte_reihen("Alpen", "Alpen 2", "Neue Spur", "Tour", "Zürichberg")
         xdotool("key", "Return")
-        self.erwarte_reihen("Zürichberg", "Tour", "Neue Spur", "Alpen 2", "Alpen")
+        self.programm.erwarte_reihen("Zürichberg", "Tour", "Neue Spur", "Alpen 2", "Alpen")
         xdotool("key", "Right", "Right", "Right", "Return")
-        self.erwarte_reihen("Alpen", "Zürichberg", "Neue Spur", "Alpen 2", "Tour")
+        self.programm.erwarte_reihen("Alpen", "Zürichberg", "Neue Spur", "Alpen 2", "Tour")
         xdotool("key", "Home", "space")
-        self.erwarte_reihen("Alpen", "Alpen 2", "Neue Spur", "Tour", "Zürichberg")
+        self.programm.erwarte_reihen("Alpen", "Alpen 2", "Neue Spur", "Tour", "Zürichberg")
 
     def test_05_sets_the_sport_from_the_row_and_from_the_header(self):
         self.waehle_zeile("Alpen")
@@ -132,7 +96,7 @@ class Tastatur(unittest.TestCase):
             xdotool("type", "--delay", "20", name)
             self.gehe_zum_knopf("Umbenennen")
             xdotool("key", "space")
-            self.erwarte_dateien("Alpen", "Alpen 2", "Neue Spur", name, "Zürichberg")
+            self.programm.erwarte_dateien("Alpen", "Alpen 2", "Neue Spur", name, "Zürichberg")
             self.ohr.warte(lambda: name + ".gpx" in self.programm.texte(), "it is still selected")
 
     def test_07_changes_its_mind_in_the_menu_and_in_the_sheet(self):
@@ -142,19 +106,19 @@ class Tastatur(unittest.TestCase):
         xdotool("type", "--delay", "20", "Falsch")
         xdotool("key", "Escape")
         self.ohr.warte(lambda: not self.programm.alle(self.atspi.ROLE_TEXT, name="Dateiname"), "the sheet is closed")
-        self.erwarte_dateien("Abend", "Alpen", "Alpen 2", "Neue Spur", "Zürichberg")
+        self.programm.erwarte_dateien("Abend", "Alpen", "Alpen 2", "Neue Spur", "Zürichberg")
 
     def test_08_throws_away_one_and_several(self):
         self.waehle_zeile("Alpen")
         xdotool("key", "shift+Down")
         self.ohr.warte(lambda: self.programm.tabelle().nSelectedRows == 2, "two rows are selected")
         xdotool("key", "Delete")
-        self.erwarte_dateien("Abend", "Neue Spur", "Zürichberg")
+        self.programm.erwarte_dateien("Abend", "Neue Spur", "Zürichberg")
         papierkorb = os.path.join(self.heim, "Trash/files")
         self.assertEqual(sorted(os.listdir(papierkorb)), ["Alpen 2.gpx", "Alpen.gpx"])
         self.waehle_zeile("Neue Spur")
         self.programm.waehle(lambda: xdotool("key", "Menu"), "End")
-        self.erwarte_dateien("Abend", "Zürichberg")
+        self.programm.erwarte_dateien("Abend", "Zürichberg")
         self.assertIn("Neue Spur.gpx", os.listdir(papierkorb))
 
     def test_09_every_control_is_reached_and_the_way_back_is_the_same(self):
@@ -180,11 +144,10 @@ class Tastatur(unittest.TestCase):
             return len(self.programm.alle(self.atspi.ROLE_TABLE))
         xdotool("key", "ctrl+n")
         self.ohr.warte(lambda: fenster() == 2, "another window opens")
-        nummern = xdotool("search", "--sync", "--all", "--onlyvisible", "--pid", self.programm.prozess.pid, "--name", "Korvo GPX Library").split()
-        neues, = set(nummern) - {self.programm.nummer}
+        neues, = set(self.programm.nummern()) - {self.programm.nummer}
         xdotool("windowfocus", "--sync", neues, "key", "ctrl+w")
         self.ohr.warte(lambda: fenster() == 1, "it is closed")
-        xdotool("windowfocus", "--sync", self.programm.nummer)
+        self.programm.hole_nach_vorn()
 
     def test_11_speaks_another_language(self):
         self.gehe_zum_knopf("Sprache")
@@ -195,9 +158,9 @@ class Tastatur(unittest.TestCase):
     def test_12_changes_the_folder(self):
         self.gehe_zum_knopf("Folder")
         self.im_waehler("space", "Bibliotheksordner wählen", self.stick)
-        self.ohr.warte(lambda: sorted(self.reihen()) == ["Alpen", "Neue Spur"], "the other folder is shown")
+        self.ohr.warte(lambda: sorted(self.programm.reihen()) == ["Alpen", "Neue Spur"], "the other folder is shown")
         self.assertIn("bibliothekOrdner=" + self.stick, self.einstellungen())
 
 
 if __name__ == "__main__":
-    fenster_test.main()
+    buehne.main()
