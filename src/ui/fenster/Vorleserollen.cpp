@@ -38,7 +38,6 @@ const std::array kRollen{
     Rolle{&DetailKarte::staticMetaObject, QAccessible::Grouping},
 };
 
-/// The toolkit asks for each widget that somebody looks at, first by the name of its class.
 /// A paragraph is read like a label: its text is its name. That it is built as a text field is its own affair.
 class VorgelesenerAbsatz final : public QAccessibleWidget {
   public:
@@ -55,6 +54,7 @@ class VorgelesenerAbsatz final : public QAccessibleWidget {
     }
 };
 
+/// The toolkit asks for each widget that somebody looks at, first by the name of its class, then by those of its bases.
 QAccessibleInterface* beschreibe(const QString& /*klasse*/, QObject* objekt) {
     if (auto* absatz = qobject_cast<Absatz*>(objekt)) {
         return new VorgelesenerAbsatz(absatz);
