@@ -106,10 +106,6 @@ bool AuswahlPopup::eventFilter(QObject* quelle, QEvent* ereignis) {
             waehle(liste_.currentIndex());
             return true;
         }
-        if (taste == Qt::Key_Escape) {
-            close();
-            return true;
-        }
     }
     return QFrame::eventFilter(quelle, ereignis);
 }
