@@ -12,6 +12,7 @@
 #include <initializer_list>
 #include <memory>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -66,9 +67,8 @@ class InhaltsAnsichtTest : public Bibliotheksaufbau {
 
     /// Lets the window's event loop turn until something is so.
     static void bis(const std::function<bool()>& soweit) {
-        while (!soweit()) {
-            QApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        }
+        constexpr int kHoechstensMs = 60'000;  // what never comes fails instead of hanging
+        ASSERT_TRUE(QTest::qWaitFor(soweit, kHoechstensMs));
     }
 
     /// Lets all work be done and the window show it.
@@ -218,7 +218,9 @@ TEST_F(InhaltsAnsichtTest, ASheetWhoseFileVanishedDoesNoHarm) {
     blatt()->findChild<QLineEdit*>()->setText(QStringLiteral("Bodensee 2"));
     QTest::keyClick(blatt()->findChild<QLineEdit*>(), Qt::Key_Return);
     EXPECT_THAT(imOrdner(), ElementsAre("Bodensee.gpx"));
-    bis([&] { return sagt(QStringLiteral("Umbenennen fehlgeschlagen: No such file or directory")); });
+    const std::string grund =
+        std::make_error_code(std::errc::no_such_file_or_directory).message();  // in the user's language
+    bis([&] { return sagt(QString::fromStdString("Umbenennen fehlgeschlagen: " + grund)); });
 }
 
 TEST_F(InhaltsAnsichtTest, TheWindowsKeysRestWhileASheetIsOpen) {
