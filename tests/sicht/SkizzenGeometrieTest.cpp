@@ -84,14 +84,6 @@ TEST(SkizzenGeometrie, straightTracksStandInTheMiddle) {
     EXPECT_NEAR(westOst.linien[0][1].x - westOst.linien[0][0].x, kBreite - 24, 1e-6);
 }
 
-TEST(SkizzenGeometrie, gapsStayGapsAndLonePointsStayPoints) {
-    const auto bild = geometrie(spur({{{0, 0}, {0, 1}}, {}, {{1, 1}}, {{1, 0}, {0.5, 0.5}, {0, 0}}}));
-    ASSERT_EQ(bild.linien.size(), 2U);
-    EXPECT_EQ(bild.linien[1].size(), 3U);
-    EXPECT_EQ(bild.einzelne.size(), 1U);
-    EXPECT_FALSE(bild.start || bild.ende);
-}
-
 TEST(SkizzenGeometrie, oneplaceIsADotAndNoPlaceIsNothing) {
     auto ohne = spur({});
     ohne.start = Koordinate{1, 2};

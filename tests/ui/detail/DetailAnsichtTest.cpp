@@ -139,6 +139,15 @@ TEST_F(DetailAnsichtTest, saysWhatIsNotKnown) {
         texteAller<DetailKarte>(),
         ElementsAre(Texte{"EINORDNUNG", "Sportart", "Art", "Strecke", "Ghost", "Keine Zeitstempel"},
                     Texte{"ROUTE", "Start", "–", "Ziel", "–"}, Texte{"DATEI", "Name", "Tour.gpx", "Datei", "0 Bytes"}));
+    // Half of it is not nothing.
+    leer.anstiegMeter = 0.4;
+    leer.startOrt = "Zürich";
+    leer.ende = Koordinate{47.3769, 8.5417};
+    leer.wetter = GpxWetter{};
+    zeige(std::make_shared<const GpxMetadaten>(leer));
+    EXPECT_EQ(texteAller<Kachel>().at(2), (Texte{"ANSTIEG", "0 m"}));
+    EXPECT_EQ(texteAller<Kachel>().at(4).at(1), "Wetter");
+    EXPECT_EQ(texteAller<DetailKarte>().at(1), (Texte{"ROUTE", "Start", "Zürich · –", "Ziel", "47.37690, 8.54170"}));
 }
 
 TEST_F(DetailAnsichtTest, invitesToSelectWhenThereIsNothingToShow) {

@@ -64,7 +64,6 @@ QColor mitte(const QImage& gemalt) {
 TEST(SkizzenAnsicht, degenerateTracksShowWhatTheyHave) {
     constexpr Koordinate hier{47, 8};
     constexpr Koordinate dort{47.01, 8};
-    const Koordinate ebenda{47.00000005, 8};
     struct Fall {
         const char* was;
         Eintrag eintrag;
@@ -75,14 +74,9 @@ TEST(SkizzenAnsicht, degenerateTracksShowWhatTheyHave) {
     };
     for (const Fall& fall : std::vector<Fall>{
              {"nothing", nullptr, 0, 0, false, false},
-             {"no points, but ends", spur({}, hier, dort), 0, 0, false, false},
-             {"empty lines", spur({{}, {}}, hier, dort), 0, 0, false, false},
              {"one point", spur({{hier}}, hier, hier), 12, 29, false, false},
-             {"two in one place", spur({{hier, ebenda}}, hier, hier), 12, 29, false, false},
-             {"north to south", spur({{hier, dort}}), 1.2 * 150, 3 * 190, false, false},
-             {"north to south with ends", spur({{hier, dort}}, hier, dort), 1.2 * 150, 3 * 190, true, true},
-             {"west to east", spur({{hier, {47, 8.02}}}), 1.2 * 260, 3 * 310, false, false},
-             {"two lone points", spur({{hier}, {dort}}), 2 * 4, 2 * 14, false, false},
+             {"a line with ends", spur({{hier, dort}}, hier, dort), 1.2 * 150, 3 * 190, true, true},
+             {"two lone points", spur({{hier}, {}, {dort}}), 2 * 4, 2 * 14, false, false},
              {"ends outside", spur({{hier, dort}}, Koordinate{60, 60}, Koordinate{-60, -60}), 1.2 * 150, 570, false,
               false},
              {"the finish hides the start", spur({{hier, dort}}, hier, hier), 1.2 * 150, 570, false, true},

@@ -7,6 +7,8 @@
 #include <QTextDocumentFragment>
 #include <QToolTip>
 #include <limits>
+#include <string>
+#include <utility>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -18,6 +20,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using namespace std::string_literals;
 
 class TabellenGestenTest : public testing::Test, protected Tabellenbuehne {
   protected:
@@ -186,12 +189,17 @@ TEST_F(TabellenGestenTest, aRightClickBesideTheRowsMeansNoneOfThem) {
 
 TEST_F(TabellenGestenTest, tooltipsShowNamesAsTheyAre) {
     const std::string name = "<h1>Wege &amp; Umwege " + std::string(200, 'x');
-    tabelle.setzeZeilen({zeileMit(0, name)});
-    const QPoint wo = mitte(0, Spalte::name);
-    QHelpEvent hilfe(QEvent::ToolTip, wo, tabelle.viewport()->mapToGlobal(wo));
-    QApplication::sendEvent(tabelle.viewport(), &hilfe);
-    ASSERT_TRUE(Qt::mightBeRichText(QToolTip::text()));
-    EXPECT_EQ(QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText().toStdString(), name);
+    tabelle.setzeZeilen({zeileMit(0, name, [](GpxMetadaten& e) {
+        e.start = Koordinate{47.5, 8.25};
+        e.startOrt = "Zürich";
+    })});
+    for (const auto& [spalte, text] : {std::pair(Spalte::name, name), std::pair(Spalte::start, "47.50000, 8.25000"s)}) {
+        const QPoint wo = mitte(0, spalte);
+        QHelpEvent hilfe(QEvent::ToolTip, wo, tabelle.viewport()->mapToGlobal(wo));
+        QApplication::sendEvent(tabelle.viewport(), &hilfe);
+        ASSERT_TRUE(Qt::mightBeRichText(QToolTip::text()));
+        EXPECT_EQ(QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText().toStdString(), text);
+    }
 }
 
 TEST_F(TabellenGestenTest, aClickOnATitleSorts) {

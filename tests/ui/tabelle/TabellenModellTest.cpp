@@ -151,35 +151,6 @@ TEST(TabellenModellTest, keepsIndexesWithTheirFilesThroughRandomLists) {
     EXPECT_THAT(zuhoerer.signale, testing::Not(testing::Contains("reset")));
 }
 
-TEST(TabellenModellTest, tellsViewsAndScreenReadersWhatACellSays) {
-    TabellenModell modell;
-    modell.setzeTitel(
-        {"Name", "Datum", "Sport", "Länge", "Zeit", "Anstieg", "Punkte", "Ghost", "Art", "Start", "Ziel"});
-    modell.setzeZeilen({zeileMit(0, "Tour", [](GpxMetadaten& e) {
-        e.streckeMeter = 12345;
-        e.hatZeitstempel = true;
-        e.dauerSekunden = 61;
-        e.start = Koordinate{47.5, 8.25};
-        e.startOrt = "Zürich";
-        e.sportRoh = "hiking";
-    })});
-    const auto sagt = [&](Spalte spalte, int rolle) {
-        return modell.index(0, static_cast<int>(spalte)).data(rolle).toString().toStdString();
-    };
-    EXPECT_EQ(sagt(Spalte::name, Qt::DisplayRole), "Tour");
-    EXPECT_EQ(sagt(Spalte::laenge, Qt::DisplayRole), "12,3 km");
-    EXPECT_EQ(sagt(Spalte::ghost, Qt::DisplayRole), "✓");
-    EXPECT_EQ(sagt(Spalte::ghost, Qt::AccessibleTextRole), "Zeitstempel vorhanden — Ghost-tauglich");
-    EXPECT_EQ(sagt(Spalte::sport, Qt::AccessibleTextRole), "Sportart Wandern");
-    EXPECT_EQ(sagt(Spalte::start, Qt::ToolTipRole), "47.50000, 8.25000");
-    EXPECT_EQ(sagt(Spalte::start, Qt::DisplayRole), "Zürich");
-
-    modell.setzeSortierung(Vergleich{Spalte::laenge, true});
-    EXPECT_EQ(modell.headerData(3, Qt::Horizontal, Qt::DisplayRole), "Länge");
-    EXPECT_EQ(modell.headerData(3, Qt::Horizontal, Qt::AccessibleDescriptionRole), "absteigend sortiert");
-    EXPECT_FALSE(modell.headerData(0, Qt::Horizontal, Qt::AccessibleDescriptionRole).isValid());
-}
-
 /// A name may hold any bytes but a slash and a zero.
 TEST(TabellenModellTest, dragsFilesWithOddNames) {
     const std::vector<std::string> namen{"schlicht",    "mit Leer#zeichen?", "50 % +&",
