@@ -36,7 +36,7 @@ PROGRAMME = ("cli", "app")
 
 # Third-party headers and the files (or folders, with a closing slash) that may see them.
 BIBLIOTHEKEN = [
-    ("ICU", r"unicode/", ["base/Text.cpp"]),
+    ("ICU", r"unicode/", ["base/Text.cpp", "base/Namensordnung.cpp"]),
     ("expat", r"expat\w*\.h$", ["track/XmlExpat.h", "track/XmlExpat.cpp", "track/XmlLauf.cpp"]),
     ("simdjson", r"simdjson", ["i18n/Sprachtabelle.cpp", "track/GpxMetadatenJson.cpp", "library/Cache.cpp"]),
     ("Qt", r"Q[A-Z]|Qt", ["platform/qt/", "ui/", "app/"]),

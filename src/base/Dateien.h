@@ -6,8 +6,10 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "base/Dateinummer.h"
 #include "base/Zeitpunkt.h"
 
 /// Files and folders of the system, by absolute path in the system's own bytes (UTF-8 or not). Failures that a caller
@@ -57,6 +59,12 @@ void erstelleOrdner(const std::string& ordner);
 /// The last component of a path ("/a/b.gpx" gives "b.gpx").
 [[nodiscard]] std::string_view letzterTeil(std::string_view pfad);
 
+/// The folder of a path, with the slash at its end ("/a/b.gpx" gives "/a/", "b.gpx" gives "./").
+[[nodiscard]] std::string ordnerVon(const std::string& pfad);
+
+/// The path of a name in a folder, whether or not the folder's has a slash at its end.
+[[nodiscard]] std::string kindPfad(const std::string& ordner, std::string_view name);
+
 /// The extension of a name without its dot ("gpx"), as written. Empty without a dot, and for a name whose only dot is
 /// its first character (".gpx" is a hidden name without an extension).
 [[nodiscard]] std::string_view endung(std::string_view name);
@@ -70,12 +78,6 @@ class Leser {
     /// Nothing when the file cannot be opened or is no regular file.
     [[nodiscard]] static std::optional<Leser> oeffne(const std::string& pfad);
 
-    Leser(Leser&& anderer) noexcept;
-    Leser& operator=(Leser&&) = delete;
-    Leser(const Leser&) = delete;
-    Leser& operator=(const Leser&) = delete;
-    ~Leser();
-
     /// Fills the buffer from the current position and returns how many bytes came: fewer than asked only at the end
     /// of the file or when reading failed, which callers treat alike.
     [[nodiscard]] std::size_t lies(std::span<char> puffer);
@@ -87,50 +89,12 @@ class Leser {
     [[nodiscard]] std::optional<Stand> stand() const;
 
   private:
-    explicit Leser(int nummer) : nummer_(nummer) {}
-    int nummer_;
+    explicit Leser(Dateinummer nummer) : nummer_(std::move(nummer)) {}
+    Dateinummer nummer_;
 };
 
 /// The whole content of a regular file. Nothing when it cannot be read or has 4 GiB and more, which none of the files
 /// that are read whole ever has: such a one would only fill the memory.
 [[nodiscard]] std::optional<std::string> liesGanz(const std::string& pfad);
-
-/// A file that appears whole or not at all: written without a name, or under a temporary one, in the same folder, then
-/// moved over the old one, whose permissions it takes over. Where the path is a symbolic link, the link stays and its
-/// target is replaced. Without uebernimm() nothing remains of it and the old file stays as it was. Only a program that
-/// is killed between getting a name and the move leaves a temporary file, for raeumeAuf().
-class AtomareDatei {
-  public:
-    /// Throws std::system_error when the folder cannot be written.
-    explicit AtomareDatei(const std::string& ziel);
-    AtomareDatei(const AtomareDatei&) = delete;
-    AtomareDatei& operator=(const AtomareDatei&) = delete;
-    ~AtomareDatei();
-
-    /// Appends bytes. Throws std::system_error (disk full, quota).
-    void schreibe(std::string_view bytes);
-
-    /// Waits until the bytes are on the disk, so that even a power failure leaves the old file or the whole new one.
-    /// For files that nothing else can restore. Throws std::system_error.
-    void sichere();
-
-    /// Puts the file in place. Throws std::system_error; the old file is then unchanged. To be called once.
-    void uebernimm();
-
-    /// Waits until the disk knows that the file is in place; where that cannot be told, it is passed over.
-    void sichereOrdner() const;
-
-  private:
-    std::string ziel_;
-    std::string vorlaeufig_;  // empty when there is nothing to remove
-    int nummer_;
-};
-
-/// Whether a file of this name may be the temporary one of an AtomareDatei.
-[[nodiscard]] bool istVorlaeufig(std::string_view name);
-
-/// Removes a temporary file that a killed program has left behind; one that is still being written stays. Failures are
-/// passed over.
-void raeumeAuf(const std::string& pfad);
 
 }  // namespace spurkiste::dateien

@@ -7,7 +7,6 @@
 #include <unicode/brkiter.h>
 #include <unicode/bytestream.h>
 #include <unicode/casemap.h>
-#include <unicode/coll.h>
 #include <unicode/normalizer2.h>
 #include <unicode/stringpiece.h>
 #include <unicode/uchar.h>
@@ -42,12 +41,6 @@ UChar32 naechstes(std::string_view text, std::int32_t& stelle) {
 
 bool istAscii(char zeichen) {
     return static_cast<signed char>(zeichen) >= 0;
-}
-
-icu::Locale gebiet(std::string_view sprache) {
-    UErrorCode fehler = U_ZERO_ERROR;
-    const icu::Locale ort = icu::Locale::forLanguageTag(icu::StringPiece(sprache.data(), laenge(sprache)), fehler);
-    return U_SUCCESS(fehler) && ort.isBogus() == 0 ? ort : icu::Locale::getRoot();
 }
 
 std::size_t breiteVon(UChar32 zeichen) {
@@ -246,7 +239,7 @@ std::string gross(std::string_view text, std::string_view sprache) {
     std::string ergebnis;
     icu::StringByteSink<std::string> senke(&ergebnis, laenge(text));
     UErrorCode fehler = U_ZERO_ERROR;
-    icu::CaseMap::utf8ToUpper(gebiet(sprache).getBaseName(), 0, icu::StringPiece(text.data(), laenge(text)), senke,
+    icu::CaseMap::utf8ToUpper(std::string(sprache).c_str(), 0, icu::StringPiece(text.data(), laenge(text)), senke,
                               nullptr, fehler);
     return ergebnis;
 }
@@ -286,48 +279,6 @@ bool enthaelt(std::string_view text, std::string_view gesucht) {
         }
     }
     return false;
-}
-
-struct Namensordnung::Regeln {
-    std::unique_ptr<icu::Collator> vergleich;  // absent only when ICU's data are: then the bytes themselves decide
-};
-
-Namensordnung::Namensordnung(std::string_view sprache) {
-    UErrorCode fehler = U_ZERO_ERROR;
-    std::unique_ptr<icu::Collator> vergleich(icu::Collator::createInstance(gebiet(sprache), fehler));
-    if (vergleich) {
-        vergleich->setStrength(icu::Collator::SECONDARY);
-        vergleich->setAttribute(UCOL_NUMERIC_COLLATION, UCOL_ON, fehler);
-    }
-    regeln_ = std::make_unique<const Regeln>(Regeln{std::move(vergleich)});
-}
-
-Namensordnung::Namensordnung(Namensordnung&& andere) noexcept = default;
-Namensordnung& Namensordnung::operator=(Namensordnung&& andere) noexcept = default;
-Namensordnung::~Namensordnung() = default;
-
-std::string Namensordnung::schluessel(std::string_view text) const {
-    if (!regeln_->vergleich) {
-        return std::string(text);
-    }
-    const std::u16string zeichen = utf16(text);
-    const auto schreibe = [&](char* ziel, std::size_t platz) {
-        // NOLINTBEGIN(cppcoreguidelines-pro-type-reinterpret-cast): a sort key is bytes, and so is a string
-        const auto bytes =
-            regeln_->vergleich->getSortKey(zeichen.data(), static_cast<std::int32_t>(zeichen.size()),
-                                           reinterpret_cast<std::uint8_t*>(ziel), static_cast<std::int32_t>(platz));
-        // NOLINTEND(cppcoreguidelines-pro-type-reinterpret-cast)
-        return static_cast<std::size_t>(std::max(bytes, 1)) - 1;  // without the closing zero
-    };
-    std::array<char, 256> puffer{};  // of the usual name, so that the key takes no more memory than it needs
-    const auto bytes = schreibe(puffer.data(), puffer.size());
-    if (bytes < puffer.size()) {
-        return {puffer.data(), bytes};
-    }
-    std::string ergebnis(bytes + 1, '\0');
-    schreibe(ergebnis.data(), ergebnis.size());
-    ergebnis.pop_back();
-    return ergebnis;
 }
 
 }  // namespace spurkiste::text

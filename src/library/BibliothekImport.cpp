@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "base/Dateien.h"
-#include "base/Dateiumzug.h"
+#include "base/Kopie.h"
 #include "base/Text.h"
 #include "library/Bibliothek.h"
 
@@ -23,13 +23,8 @@ struct Bibliothek::Import {
 
 namespace {
 
-std::string kindPfad(const std::string& ordner, const std::string& name) {
-    return ordner == "/" ? ordner + name : ordner + "/" + name;
-}
-
 bool liegtIn(const std::string& ordner, const std::string& pfad) {
-    const std::string_view name = dateien::letzterTeil(pfad);
-    return name.size() < pfad.size() && kindPfad(ordner, std::string(name)) == pfad;
+    return dateien::kindPfad(ordner, dateien::letzterTeil(pfad)) == pfad;
 }
 
 /// Puts a copy of the file into the folder, under the first free one of its names, and returns its path.
@@ -38,9 +33,9 @@ std::string kopiereIn(const std::string& ordner, const std::string& quelle) {
     dateien::Kopie kopie(quelle, ordner);
     const std::string name(dateien::letzterTeil(quelle));
     const std::string stamm(dateien::ohneEndung(name));
-    std::string ziel = kindPfad(ordner, name);
+    std::string ziel = dateien::kindPfad(ordner, name);
     for (std::int64_t zaehler = 2; !kopie.stelleHin(ziel); ++zaehler) {
-        ziel = kindPfad(ordner, stamm + " " + std::to_string(zaehler) + ".gpx");
+        ziel = dateien::kindPfad(ordner, stamm + " " + std::to_string(zaehler) + ".gpx");
     }
     return ziel;
 }

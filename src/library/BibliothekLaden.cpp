@@ -8,6 +8,7 @@
 
 #include "base/Dateien.h"
 #include "base/Text.h"
+#include "base/VorlaeufigeDatei.h"
 #include "library/Bibliothek.h"
 #include "library/Cache.h"
 #include "track/GpxLeser.h"
@@ -25,10 +26,6 @@ struct Bibliothek::Lauf {
 };
 
 namespace {
-
-std::string kindPfad(const std::string& ordner, const std::string& name) {
-    return ordner == "/" ? ordner + name : ordner + "/" + name;
-}
 
 /// Memory that runs out over one monstrous file must not end the program: that file is left out.
 Eintrag leseAlsEintrag(const std::string& pfad) {
@@ -76,12 +73,13 @@ void Bibliothek::lade(Fertig fertig) {
     std::vector<std::string> zuLesen;
     for (const std::string& name : namen) {
         if (dateien::istVorlaeufig(name) && anschluesse_.mitCache) {
-            dateien::raeumeAuf(kindPfad(ordner, name));  // of a program that was killed in the middle of writing
+            dateien::raeumeAuf(
+                dateien::kindPfad(ordner, name));  // of a program that was killed in the middle of writing
         }
         if (text::klein(dateien::endung(name)) != "gpx") {
             continue;
         }
-        std::string pfad = kindPfad(ordner, name);
+        std::string pfad = dateien::kindPfad(ordner, name);
         if (Eintrag eintrag = cache.passend(pfad)) {
             treffer.push_back(std::move(eintrag));
         } else {

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/AtomareDatei.h"
 #include "base/Dateien.h"
 #include "library/JsonStuecke.h"
 #include "track/GpxMetadatenJson.h"
@@ -18,7 +19,7 @@ namespace spurkiste {
 namespace {
 
 std::string dateiIn(const std::string& ordner) {
-    return std::string(ordner).append("/").append(Cache::kDateiname);
+    return dateien::kindPfad(ordner, Cache::kDateiname);
 }
 
 /// Reads a cache from its text, record by record, so that the memory it takes is that of the records alone.

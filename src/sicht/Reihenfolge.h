@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "base/Text.h"
+#include "base/Namensordnung.h"
 #include "sicht/Filter.h"
 #include "sicht/Sortierung.h"
 #include "sicht/Wortliste.h"

@@ -8,6 +8,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "base/Text.h"
 #include "sicht/Filter.h"
 
 namespace spurkiste {

@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-#include "base/Text.h"
+#include "base/Namensordnung.h"
 #include "sicht/Ansichtstexte.h"
 #include "sicht/Reihenfolge.h"
 #include "sicht/Sortierung.h"

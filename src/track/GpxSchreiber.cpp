@@ -3,6 +3,7 @@
 #include <optional>
 #include <string_view>
 
+#include "base/AtomareDatei.h"
 #include "base/Dateien.h"
 #include "track/GpxSpleisse.h"
 

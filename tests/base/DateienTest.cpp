@@ -12,6 +12,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "base/AtomareDatei.h"
 #include "base/Dateien.h"
 #include "hilfe/Engpass.h"
 #include "hilfe/TempOrdner.h"

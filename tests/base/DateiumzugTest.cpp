@@ -15,6 +15,7 @@
 
 #include "base/Dateien.h"
 #include "base/Dateiumzug.h"
+#include "base/Kopie.h"
 #include "hilfe/Engpass.h"
 #include "hilfe/TempOrdner.h"
 

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/Namensordnung.h"
 #include "base/Text.h"
 #include "hilfe/Ansichtsbau.h"
 #include "sicht/Ansichtsbild.h"

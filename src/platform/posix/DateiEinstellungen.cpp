@@ -6,6 +6,7 @@
 #include <system_error>
 #include <utility>
 
+#include "base/AtomareDatei.h"
 #include "base/Dateien.h"
 
 namespace spurkiste {
