@@ -1,6 +1,6 @@
 #include "base/Zeitpunkt.h"
 
-#include <array>
+#include <chrono>
 #include <cmath>
 #include <cstddef>
 
@@ -11,7 +11,6 @@ namespace spurkiste {
 namespace {
 
 constexpr std::int64_t kUnixBis2001 = 978307200;  // seconds from 1970-01-01 to 2001-01-01
-constexpr std::int64_t kSekundenProTag = 86400;
 
 bool istZiffer(char zeichen) {
     return zeichen >= '0' && zeichen <= '9';
@@ -73,25 +72,6 @@ class Felder {
     bool gut_ = true;
 };
 
-bool istSchaltjahr(int jahr) {
-    return (jahr % 4 == 0 && jahr % 100 != 0) || jahr % 400 == 0;
-}
-
-int tageImMonat(int jahr, int monat) {
-    constexpr std::array<int, 12> tage = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    return monat == 2 && istSchaltjahr(jahr) ? 29 : tage[static_cast<std::size_t>(monat - 1)];
-}
-
-/// Days from 1970-01-01, counted in years that begin in March so that the leap day comes last.
-std::int64_t tageSeit1970(int jahr, int monat, int tag) {
-    const int j = monat <= 2 ? jahr - 1 : jahr;
-    const int aera = (j >= 0 ? j : j - 399) / 400;
-    const int jahrDerAera = j - aera * 400;
-    const int tagDesJahres = (153 * (monat > 2 ? monat - 3 : monat + 9) + 2) / 5 + tag - 1;
-    const int tagDerAera = jahrDerAera * 365 + jahrDerAera / 4 - jahrDerAera / 100 + tagDesJahres;
-    return static_cast<std::int64_t>(aera) * 146097 + tagDerAera - 719468;
-}
-
 }  // namespace
 
 Zeitpunkt Zeitpunkt::ausUnix(std::int64_t sekunden, long nanosekunden) {
@@ -136,13 +116,13 @@ std::optional<Zeitpunkt> Zeitpunkt::ausIso8601(std::string_view text) {
         }
         versatz = vorzeichen * (stunden * 3600 + minuten * 60);
     }
-    const bool moeglich = felder.zuEnde() && monat >= 1 && monat <= 12 && tag >= 1 && tag <= tageImMonat(jahr, monat) &&
-                          stunde <= 23 && minute <= 59 && sekunde <= 59;
-    if (!moeglich) {
+    const auto datum = std::chrono::year(jahr) / monat / tag;
+    if (!felder.zuEnde() || !datum.ok() || stunde > 23 || minute > 59 || sekunde > 59) {
         return std::nullopt;
     }
+    const std::chrono::sys_seconds mitternacht = std::chrono::sys_days(datum);
     const int amTag = stunde * 3600 + minute * 60 + sekunde - versatz;
-    const std::int64_t ganze = tageSeit1970(jahr, monat, tag) * kSekundenProTag + amTag - kUnixBis2001;
+    const std::int64_t ganze = mitternacht.time_since_epoch().count() + amTag - kUnixBis2001;
     return Zeitpunkt{static_cast<double>(ganze) + bruch};
 }
 

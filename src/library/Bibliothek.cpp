@@ -50,8 +50,7 @@ void sortiereNachPfad(Bibliothek::Eintraege& eintraege) {
 
 }  // namespace
 
-Bibliothek::Bibliothek(const Anschluesse& anschluesse)
-    : anschluesse_(anschluesse), lebt_(std::make_shared<const bool>(true)) {
+Bibliothek::Bibliothek(const Anschluesse& anschluesse) : anschluesse_(anschluesse), rueckweg_(anschluesse_.hauptfaden) {
     auto ordner = nichtLeer(anschluesse_.einstellungen.lies(einstellung::kBibliothekOrdner));
     if (!ordner && anschluesse_.altbestand != nullptr) {
         ordner = nichtLeer(anschluesse_.altbestand->lies(einstellung::kBibliothekOrdner));
@@ -63,7 +62,7 @@ Bibliothek::Bibliothek(const Anschluesse& anschluesse)
 }
 
 Bibliothek::Bibliothek(const Anschluesse& anschluesse, const std::string& ordner)
-    : anschluesse_(anschluesse), lebt_(std::make_shared<const bool>(true)) {
+    : anschluesse_(anschluesse), rueckweg_(anschluesse_.hauptfaden) {
     ordner_.setze(dateien::absolut(ordner));
 }
 
@@ -78,7 +77,7 @@ std::string Bibliothek::standardOrdner() const {
         }
         basis = *dokumente;
     }
-    return basis.append("/").append(kOrdnerName);
+    return dateien::kindPfad(basis, kOrdnerName);
 }
 
 Bibliothek::Eintraege Bibliothek::mitOrtsEtiketten(Eintraege eintraege) {

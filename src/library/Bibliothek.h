@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "base/Ausfuehrer.h"
+#include "base/Rueckweg.h"
 #include "base/Veroeffentlicht.h"
 #include "platform/Einstellungen.h"
 #include "platform/Papierkorb.h"
@@ -110,6 +111,8 @@ class Bibliothek {
     [[nodiscard]] std::string standardOrdner() const;
     void kopiereNaechste();
     void landeKopie(Import& import, const std::string& ziel, const std::string& fehler);
+    [[nodiscard]] bool verschiebe(const std::string& alt, const std::string& neu, const std::string& name);
+    void trageUmbenennungNach(const std::string& alt, const std::string& neu, const std::string& name);
     void schreibeSportart(const std::shared_ptr<Sportwechsel>& wechsel);
     [[nodiscard]] bool versucheNocheinmal(const std::shared_ptr<Sportwechsel>& wechsel, const std::string& pfad,
                                           bool gelungen);
@@ -133,7 +136,7 @@ class Bibliothek {
     std::unordered_map<std::string_view, std::size_t> stelleVon_;  // position in eintraege_ by the record's own path
     std::deque<std::shared_ptr<Import>> importe_;                  // those with files to copy; one copy at a time
     std::vector<std::shared_ptr<Sportwechsel>> wechsel_;           // those whose file is being written
-    std::shared_ptr<const bool> lebt_;                             // what is still under way holds it weakly
+    Rueckweg rueckweg_;                                            // of what is done away from the main thread
 };
 
 }  // namespace spurkiste

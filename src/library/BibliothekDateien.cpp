@@ -55,7 +55,7 @@ struct Ausgang {
     std::string fehler;
 };
 
-Ausgang schreibeUndLies(GpxSportart art, const std::string& pfad) {
+Ausgang versucheSportart(GpxSportart art, const std::string& pfad) {
     try {
         (void)GpxSchreiber::setzeSportart(art, pfad);
         if (auto gelesen = GpxLeser::lese(pfad)) {
@@ -77,16 +77,8 @@ std::optional<std::string> Bibliothek::benenneUm(const GpxMetadaten& eintrag, st
         return std::nullopt;
     }
     const std::string alt = eintrag.pfad;  // the record may go with the list that it is changed in
-    const std::string neu =
-        alt.substr(0, alt.size() - dateien::letzterTeil(alt).size()).append(*name).append(kPunktGpx);
-    if (text::klein(neu) != text::klein(alt) && dateien::gibtEs(neu)) {
-        hinweis_.setze("Es gibt schon eine Datei „" + *name + ".gpx“");
-        return std::nullopt;
-    }
-    try {
-        dateien::verschiebe(alt, neu);
-    } catch (const std::system_error& fehler) {
-        hinweis_.setze("Umbenennen fehlgeschlagen: " + fehler.code().message());
+    const std::string neu = dateien::ordnerVon(alt).append(*name).append(kPunktGpx);
+    if (!verschiebe(alt, neu, *name)) {
         return std::nullopt;
     }
     for (const auto& wechsel : wechsel_) {
@@ -94,24 +86,46 @@ std::optional<std::string> Bibliothek::benenneUm(const GpxMetadaten& eintrag, st
             wechsel->pfad = neu;
         }
     }
+    trageUmbenennungNach(alt, neu, *name);
+    speichereCache();
+    return neu;
+}
+
+/// The file's part of a renaming; false, with a notice, when it keeps its old path.
+bool Bibliothek::verschiebe(const std::string& alt, const std::string& neu, const std::string& name) {
+    if (text::klein(neu) != text::klein(alt) && dateien::gibtEs(neu)) {
+        hinweis_.setze("Es gibt schon eine Datei „" + name + ".gpx“");
+        return false;
+    }
+    try {
+        dateien::verschiebe(alt, neu);
+        return true;
+    } catch (const std::system_error& fehler) {
+        hinweis_.setze("Umbenennen fehlgeschlagen: " + fehler.code().message());
+        return false;
+    }
+}
+
+/// The list's part of a renaming. Published as two changes, since the path is what a record is known by and the name
+/// only one of its texts: whoever follows records finds the known one under its new path first, still as it was, and
+/// then, as after every other change, the same record with another text.
+void Bibliothek::trageUmbenennungNach(const std::string& alt, const std::string& neu, const std::string& name) {
     Eintraege liste = eintraege_.wert();
     // A record of the new path speaks of a file that is gone, or the move would have failed.
     liste.erase(std::remove_if(liste.begin(), liste.end(), [&](const Eintrag& e) { return e->pfad == neu; }),
                 liste.end());
     const auto stelle = std::find_if(liste.begin(), liste.end(), [&](const Eintrag& e) { return e->pfad == alt; });
-    if (stelle != liste.end()) {
-        auto umgezogen = std::make_shared<GpxMetadaten>(**stelle);
-        umgezogen->pfad = neu;
-        *stelle = umgezogen;
-        auto umbenannt = std::make_shared<GpxMetadaten>(*umgezogen);
-        umbenannt->dateiName = *name;
-        const auto nummer = static_cast<std::size_t>(stelle - liste.begin());
-        setzeEintraege(liste);
-        liste[nummer] = std::move(umbenannt);
-        setzeEintraege(std::move(liste));
+    if (stelle == liste.end()) {
+        return;
     }
-    speichereCache();
-    return neu;
+    auto umgezogen = std::make_shared<GpxMetadaten>(**stelle);
+    umgezogen->pfad = neu;
+    auto umbenannt = std::make_shared<GpxMetadaten>(*umgezogen);
+    umbenannt->dateiName = name;
+    *stelle = std::move(umgezogen);
+    setzeEintraege(liste);
+    *stelle = std::move(umbenannt);
+    setzeEintraege(std::move(liste));
 }
 
 void Bibliothek::inPapierkorb(const std::unordered_set<std::string>& kennungen) {
@@ -129,22 +143,16 @@ void Bibliothek::inPapierkorb(const std::unordered_set<std::string>& kennungen) 
         hinweis_.setze(praefix + std::generic_category().message(ENOTSUP));
         return;
     }
-    anschluesse_.papierkorb->verschiebe(std::move(pfade),
-                                        [this, lebt = std::weak_ptr(lebt_), hauptfaden = &anschluesse_.hauptfaden,
-                                         praefix](const Papierkorb::Ergebnis& ergebnis) {
-                                            hauptfaden->fuehreAus([this, lebt, praefix, ergebnis] {
-                                                if (lebt.expired()) {
-                                                    return;
-                                                }
-                                                if (!ergebnis.verschoben.empty()) {
-                                                    entferne(ergebnis.verschoben);
-                                                    speichereCache();
-                                                }
-                                                if (ergebnis.fehler) {
-                                                    hinweis_.setze(praefix + *ergebnis.fehler);
-                                                }
-                                            });
-                                        });
+    const auto lande = [this, praefix](const Papierkorb::Ergebnis& ergebnis) {
+        if (!ergebnis.verschoben.empty()) {
+            entferne(ergebnis.verschoben);
+            speichereCache();
+        }
+        if (ergebnis.fehler) {
+            hinweis_.setze(praefix + *ergebnis.fehler);
+        }
+    };
+    anschluesse_.papierkorb->verschiebe(std::move(pfade), rueckweg_.zurueck(lande));
 }
 
 void Bibliothek::entferne(const std::vector<std::string>& pfade) {
@@ -162,14 +170,13 @@ void Bibliothek::setzeSportart(GpxSportart art, const GpxMetadaten& eintrag, Fer
 
 void Bibliothek::schreibeSportart(const std::shared_ptr<Sportwechsel>& wechsel) {
     Ausfuehrer& schreiber = anschluesse_.schreiber != nullptr ? *anschluesse_.schreiber : anschluesse_.arbeiter;
-    schreiber.fuehreAus([this, lebt = std::weak_ptr(lebt_), wechsel, hauptfaden = &anschluesse_.hauptfaden,
-                         art = wechsel->art, pfad = wechsel->pfad] {
-        hauptfaden->fuehreAus([this, lebt, wechsel, pfad, ausgang = schreibeUndLies(art, pfad)] {
-            if (!lebt.expired() && !versucheNocheinmal(wechsel, pfad, ausgang.eintrag != nullptr)) {
+    rueckweg_.hinUndZurueck(
+        schreiber, [art = wechsel->art, pfad = wechsel->pfad] { return versucheSportart(art, pfad); },
+        [this, wechsel, pfad = wechsel->pfad](const Ausgang& ausgang) {
+            if (!versucheNocheinmal(wechsel, pfad, ausgang.eintrag != nullptr)) {
                 landeSportwechsel(wechsel, ausgang.eintrag, ausgang.fehler);
             }
         });
-    });
 }
 
 /// A file may get another name while its turn is being waited for, or in the middle of it; then what failed under the
@@ -222,11 +229,7 @@ void Bibliothek::wechsleOrdner(const std::string& ordner) {
     ordner_.setze(dateien::absolut(ordner));
     anschluesse_.einstellungen.schreibe(einstellung::kBibliothekOrdner, ordner_.wert());
     setzeEintraege({});
-    anschluesse_.hauptfaden.fuehreAus([this, lebt = std::weak_ptr(lebt_)] {
-        if (!lebt.expired()) {
-            lade();
-        }
-    });
+    rueckweg_.zurueck([this] { lade(); })();
 }
 
 }  // namespace spurkiste

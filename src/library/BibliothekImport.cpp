@@ -82,14 +82,12 @@ void Bibliothek::importiere(const std::vector<std::string>& pfade, Fertig fertig
 void Bibliothek::kopiereNaechste() {
     const auto import = importe_.front();
     Ausfuehrer& kopierer = anschluesse_.kopierer != nullptr ? *anschluesse_.kopierer : anschluesse_.arbeiter;
-    kopierer.fuehreAus([this, lebt = std::weak_ptr(lebt_), import, hauptfaden = &anschluesse_.hauptfaden,
-                        ordner = import->ordner, quelle = std::move(import->quellen.front())] {
-        hauptfaden->fuehreAus([this, lebt, import, ausgang = versucheKopie(ordner, quelle)] {
-            if (!lebt.expired()) {
-                landeKopie(*import, ausgang.ziel, ausgang.fehler);
-            }
-        });
-    });
+    rueckweg_.hinUndZurueck(
+        kopierer,
+        [ordner = import->ordner, quelle = std::move(import->quellen.front())] {
+            return versucheKopie(ordner, quelle);
+        },
+        [this, import](const Ausgang& ausgang) { landeKopie(*import, ausgang.ziel, ausgang.fehler); });
     import->quellen.pop_front();
 }
 

@@ -15,11 +15,8 @@
 
 namespace spurkiste {
 
-/// One run of reading. Workers see only what never changes after the start; `offen` belongs to the main thread.
+/// One run of reading. Bound to the main thread.
 struct Bibliothek::Lauf {
-    Bibliothek* bibliothek;
-    std::weak_ptr<const bool> lebt;  ///< asked on the main thread before `bibliothek` is used
-    Ausfuehrer* hauptfaden;
     std::int64_t generation;
     std::size_t offen;  ///< files whose result has not landed yet
     Fertig fertig;
@@ -101,16 +98,11 @@ void Bibliothek::parseUndHaengeAn(const std::vector<std::string>& dateien, std::
     ++ladeLaeufe_;
     ausstehend_.setze(ausstehend_.wert() + dateien.size());
     laedt_.setze(true);
-    const auto lauf = std::make_shared<Lauf>(
-        Lauf{this, lebt_, &anschluesse_.hauptfaden, generation, dateien.size(), std::move(fertig)});
+    const auto lauf = std::make_shared<Lauf>(Lauf{generation, dateien.size(), std::move(fertig)});
     for (const std::string& pfad : dateien) {
-        anschluesse_.arbeiter.fuehreAus([pfad, lauf] {
-            lauf->hauptfaden->fuehreAus([lauf, ergebnis = leseAlsEintrag(pfad)] {
-                if (!lauf->lebt.expired()) {
-                    lauf->bibliothek->lande(*lauf, ergebnis);
-                }
-            });
-        });
+        rueckweg_.hinUndZurueck(
+            anschluesse_.arbeiter, [pfad] { return leseAlsEintrag(pfad); },
+            [this, lauf](const Eintrag& ergebnis) { lande(*lauf, ergebnis); });
     }
 }
 
