@@ -1,7 +1,4 @@
 #include <filesystem>
-#include <optional>
-#include <random>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -113,62 +110,6 @@ TEST_F(BibliothekImportAblaufTest, mayEndAtAnyMoment) {
         for (const std::string& name : imOrdner()) {
             EXPECT_EQ(ordner.lies(name), gpx(47, 8)) << name;
         }
-    }
-}
-
-/// Imports, loads and changes of folder, with all their steps in random order: in the end the library shows what its
-/// folder holds, every file once.
-TEST_F(BibliothekImportAblaufTest, endsWithWhatTheFolderHoldsInWhateverOrderThingsHappen) {
-    const std::vector<std::string> quellen = fremde({"a/x.gpx", "b/x.gpx", "y.gpx", "z.txt"});
-    for (unsigned saat = 0; saat < 100; ++saat) {
-        SCOPED_TRACE(saat);
-        std::mt19937 zufall(saat);
-        const auto wuerfle = [&](std::size_t grenze) {
-            return std::uniform_int_distribution<std::size_t>(0, grenze - 1)(zufall);
-        };
-        const TempOrdner einer;
-        const TempOrdner anderer;
-        einer.schreibe("x.gpx", gpx(46, 7));
-        Bibliothek bibliothek(anschluesse, einer.pfad());
-        std::size_t begonnen = 0;
-        std::size_t fertige = 0;
-        const auto fertig = [&] { ++fertige; };
-        bibliothek.lade();
-        for (int schritt = 0; schritt < 60 || wartende() > 0; ++schritt) {
-            const std::size_t wurf = schritt < 60 ? wuerfle(12) : 11;
-            if (wurf == 0) {
-                bibliothek.lade(fertig);
-                ++begonnen;
-            } else if (wurf <= 2) {
-                bibliothek.importiere({quellen[wuerfle(4)], quellen[wuerfle(4)]}, fertig);
-                ++begonnen;
-            } else if (wurf == 3 && wuerfle(3) == 0) {
-                bibliothek.wechsleOrdner(wuerfle(2) == 0 ? einer.pfad() : anderer.pfad());
-            } else if (wurf <= 6 && kopierer.wartende() > 0) {
-                kopierer.fuehre(0);
-            } else if (wurf <= 8 && arbeiter.wartende() > 0) {
-                arbeiter.fuehre(wuerfle(arbeiter.wartende()));
-            } else if (hauptfaden.wartende() > 0) {
-                hauptfaden.fuehre(0);
-            } else if (wurf == 11) {
-                kopierer.fuehreAlle();
-                arbeiter.fuehreAlle();
-            }
-        }
-        std::multiset<std::string> gezeigt;
-        for (const Eintrag& eintrag : bibliothek.eintraege().wert()) {
-            gezeigt.insert(eintrag->pfad);
-        }
-        std::multiset<std::string> vorhanden;
-        for (const std::string& name : dateien::liste(bibliothek.ordner().wert())) {
-            if (name != Cache::kDateiname) {
-                vorhanden.insert(bibliothek.ordner().wert() + "/" + name);
-            }
-        }
-        EXPECT_FALSE(bibliothek.laedt().wert());
-        EXPECT_EQ(fertige, begonnen);
-        EXPECT_EQ(gezeigt, vorhanden);
-        EXPECT_EQ(bibliothek.hinweis().wert(), std::nullopt);
     }
 }
 

@@ -2,7 +2,6 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
-#include <random>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -150,46 +149,6 @@ TEST_F(BibliothekSportartTest, dropsTheOutcomeOfASportChangeThatALoadHasOvertake
         EXPECT_EQ(namen(*bibliothek).size(), laden ? 1U : 0U);
     }
     EXPECT_EQ(fertige, 4);
-}
-
-/// Changes of sport and loads with all their steps in random order; what threads keep in order stays in order.
-TEST_F(BibliothekSportartTest, endsWithTheLastSportInWhateverOrderThingsHappen) {
-    constexpr unsigned saaten = 40;  // few, since every write waits for the disk
-    for (unsigned saat = 0; saat < saaten; ++saat) {
-        SCOPED_TRACE(saat);
-        std::mt19937 zufall(saat);
-        const auto wuerfle = [&](std::size_t grenze) {
-            return std::uniform_int_distribution<std::size_t>(0, grenze - 1)(zufall);
-        };
-        const auto bibliothek = mitSpuren({"a.gpx", "b.gpx"});
-        const std::vector<GpxMetadaten> spuren = {erster(*bibliothek), *bibliothek->eintraege().wert()[1]};
-        std::vector<std::string> zuletzt = {gpx(47, 8), gpx(47, 8)};
-        std::size_t offen = 0;
-        for (int schritt = 0; schritt < 40 || wartende() > 0; ++schritt) {
-            const std::size_t wurf = schritt < 40 ? wuerfle(8) : 4 + wuerfle(4);
-            if (wurf <= 1) {
-                const std::size_t welche = wuerfle(2);
-                const GpxSportart art = GpxSportart::allCases()[wuerfle(15)];
-                zuletzt[welche] = gpx(47, 8, std::string(art.rawValue()));
-                ++offen;
-                bibliothek->setzeSportart(art, spuren[welche], [&] { --offen; });
-            } else if (wurf == 2) {
-                bibliothek->lade();
-            } else if (wurf <= 4 && schreiber.wartende() > 0) {
-                schreiber.fuehre(0);
-            } else if (wurf <= 5 && arbeiter.wartende() > 0) {
-                arbeiter.fuehre(wuerfle(arbeiter.wartende()));
-            } else if (hauptfaden.wartende() > 0) {
-                hauptfaden.fuehre(0);
-            }
-        }
-        EXPECT_EQ(offen, 0U);
-        EXPECT_EQ(ordner.lies("a.gpx"), zuletzt[0]);
-        EXPECT_EQ(ordner.lies("b.gpx"), zuletzt[1]);
-        EXPECT_EQ(bibliothek->hinweis().wert(), std::nullopt);
-        EXPECT_EQ(namen(*bibliothek), (Namen{"a.gpx", "b.gpx"}));
-        fs::remove(ordner.in(Cache::kDateiname));
-    }
 }
 
 TEST_F(BibliothekSportartTest, finishesWhatIsToBeWrittenBeforeTheProgramEnds) {

@@ -1,6 +1,5 @@
 #include <filesystem>
 #include <memory>
-#include <random>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -67,21 +66,13 @@ TEST_F(BibliothekTest, takesOnlyRegularFilesWithTheRightExtensionFromTheFolderIt
     ASSERT_EQ(::mkfifo(ordner.in("rohr.gpx").c_str(), 0600), 0);
     std::filesystem::create_symlink("nirgends", ordner.in("ins Leere.gpx"));
     std::filesystem::create_symlink("b.gpx", ordner.in("verweis.gpx"));
-    const auto bibliothek = mach();
-    bibliothek->lade();
-    arbeiteAb();
+    const auto bibliothek = geladen();
     EXPECT_EQ(namen(*bibliothek), (Namen{".versteckt.gpx", "A.GPX", "b.gpx", "verweis.gpx", "zwei\nZeilen.gpx"}));
     EXPECT_EQ(bibliothek->hinweis().wert(), std::nullopt);
 }
 
 TEST_F(BibliothekTest, readsOnlyWhatChangedTheNextTime) {
-    for (const char* name : {"a.gpx", "b.gpx", "c.gpx"}) {
-        ordner.schreibe(name, gpx(47, 8));
-    }
-    const auto erste = mach();
-    erste->lade();
-    EXPECT_EQ(arbeiteAb(), 3U);
-
+    const auto erste = mitSpuren({"a.gpx", "b.gpx", "c.gpx"});
     const auto zweite = mach();
     zweite->lade();
     EXPECT_EQ(arbeiteAb(), 0U);
@@ -131,51 +122,6 @@ TEST_F(BibliothekTest, publishesEveryResultByItselfAndCountsDown) {
     EXPECT_EQ(bibliothek->ausstehend().wert(), 0U);
 }
 
-TEST_F(BibliothekTest, letsTheNewestLoadWinInWhateverOrderResultsArrive) {
-    for (unsigned saat = 0; saat < 200; ++saat) {
-        std::mt19937 zufall(saat);
-        const auto wuerfle = [&](std::size_t grenze) {
-            return std::uniform_int_distribution<std::size_t>(0, grenze - 1)(zufall);
-        };
-        const TempOrdner eigener;
-        eigener.schreibe("alt.gpx", gpx(47, 8));
-        eigener.schreibe("bleibt.gpx", gpx(47, 8));
-        Bibliothek bibliothek(anschluesse, eigener.pfad());
-        std::size_t fertige = 0;
-        std::size_t begonnen = 0;
-        const auto lade = [&] {
-            bibliothek.lade([&] { ++fertige; });
-            ++begonnen;
-        };
-        lade();
-        for (int schritt = 0; schritt < 12; ++schritt) {
-            if (schritt == 4) {
-                std::filesystem::remove(eigener.in("alt.gpx"));
-                eigener.schreibe("neu.gpx", gpx(47, 8));
-            }
-            if (begonnen < 3 && wuerfle(4) == 0) {
-                lade();
-            } else if (arbeiter.wartende() > 0 && wuerfle(2) == 0) {
-                arbeiter.fuehre(wuerfle(arbeiter.wartende()));
-            } else if (hauptfaden.wartende() > 0) {
-                hauptfaden.fuehre(wuerfle(hauptfaden.wartende()));
-            }
-        }
-        lade();
-        // With an unfinished older run the flag stays, whichever run ends last.
-        while (arbeiter.wartende() + hauptfaden.wartende() > 0) {
-            EXPECT_EQ(bibliothek.laedt().wert(), bibliothek.ausstehend().wert() > 0) << "saat " << saat;
-            auto& welcher =
-                hauptfaden.wartende() == 0 || (arbeiter.wartende() > 0 && wuerfle(2) == 0) ? arbeiter : hauptfaden;
-            welcher.fuehre(wuerfle(welcher.wartende()));
-        }
-        EXPECT_EQ(namen(bibliothek), (Namen{"bleibt.gpx", "neu.gpx"})) << "saat " << saat;
-        EXPECT_FALSE(bibliothek.laedt().wert());
-        EXPECT_EQ(fertige, begonnen);
-        EXPECT_EQ(eigener.lies(Cache::kDateiname).find("alt.gpx"), std::string::npos);
-    }
-}
-
 TEST_F(BibliothekTest, staysSilentAboutAFileThatVanishesAndReadsItAgainLater) {
     ordner.schreibe("da.gpx", gpx(47, 8));
     ordner.schreibe("weg.gpx", gpx(47, 8));
@@ -211,11 +157,7 @@ TEST_F(BibliothekTest, createsAMissingFolderWithItsParents) {
 }
 
 TEST_F(BibliothekTest, saysInANoticeWhatKeepsItFromTheFolder) {
-    ordner.schreibe("a.gpx", gpx(47, 8));
-    const auto bibliothek = mach();
-    bibliothek->lade();
-    arbeiteAb();
-
+    const auto bibliothek = mitSpuren({"a.gpx"});
     {
         const Rechte rechte(ordner.pfad(), std::filesystem::perms::none);
         bibliothek->lade();
