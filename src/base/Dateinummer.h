@@ -4,7 +4,9 @@
 #include <system_error>
 #include <utility>
 
-#include <sys/stat.h>
+#include <sys/types.h>
+
+struct stat;
 
 /// The ground that the other file modules stand on. Every function may be called from any thread.
 namespace spurkiste::dateien {
@@ -50,7 +52,7 @@ class Dateinummer {
     [[nodiscard]] int wert() const { return nummer_; }
 
     /// What fstat(2) says. Throws std::system_error.
-    [[nodiscard]] struct stat zustand() const;
+    [[nodiscard]] struct ::stat zustand() const;
 
     /// Closes the file now. False, with errno, when the system tells only now that something could not be written.
     [[nodiscard]] bool schliesse();

@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <string_view>
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 #ifdef __linux__
 #include <linux/fs.h>

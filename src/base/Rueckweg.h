@@ -8,7 +8,8 @@
 namespace spurkiste {
 
 /// The way back to an object that lives on one thread, for what was done for it elsewhere. A member of that object,
-/// the last one, so that it goes first: what comes back later is dropped, without touching the object.
+/// the last one, so that it goes first: what comes back later is dropped, without touching the object. Its functions
+/// are called on that thread.
 class Rueckweg {
   public:
     /// The executor runs tasks on the object's thread; it must outlive the tasks that find their way back.

@@ -7,6 +7,7 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "base/Dateien.h"
@@ -27,9 +28,8 @@ std::string freierName(const std::string& ordner, const Nimm& nimm) {
     std::random_device zufall;
     int fehler = EEXIST;
     for (int i = 0; i < versuche && fehler == EEXIST; ++i) {
-        std::string name(kVorsilbe);
-        name =
-            kindPfad(ordner, name.append(std::to_string(zufall())).append(std::to_string(zufall())).append(kNachsilbe));
+        const std::string einmalig = std::to_string(zufall()) + std::to_string(zufall());
+        std::string name = kindPfad(ordner, std::string(kVorsilbe).append(einmalig).append(kNachsilbe));
         fehler = nimm(name);
         if (fehler == 0) {
             return name;
