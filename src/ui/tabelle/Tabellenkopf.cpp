@@ -28,10 +28,6 @@ QFont schrift() {
     return Schrift::mach(kSchrift, QFont::DemiBold);
 }
 
-std::u16string_view sicht(const QString& text) {
-    return {reinterpret_cast<const char16_t*>(text.utf16()), static_cast<std::size_t>(text.size())};
-}
-
 }  // namespace
 
 Tabellenkopf::Tabellenkopf(QWidget* eltern) : QHeaderView(Qt::Horizontal, eltern), satz_(schrift(), kSchrift) {
@@ -194,25 +190,25 @@ void Tabellenkopf::zeichneTitel(QPainter& maler, const QRectF& zelle, Spalte spa
     const bool sortiert = sortierung_ && sortierung_->spalte == spalte;
     maler.setPen(sortiert ? KistePapier::tinte : KistePapier::tinteLeise);
     if (!sortiert) {
-        satz_.zeichne(maler, kasten, seite, sicht(titel));
+        satz_.zeichne(maler, kasten, seite, titel);
         return;
     }
     // The mark may stand in the padding: a title gives way to it only when there is no other room.
     double marke = 0.0;
     if ((seite & Qt::AlignRight) != 0) {
         kasten.setLeft(zelle.left() + kMarkeSichtbar);
-        const double breite = std::min(satz_.breite(sicht(titel)), kasten.width());
+        const double breite = std::min(satz_.breite(titel), kasten.width());
         marke = kasten.right() - breite - kMarke;
     } else {
         kasten.setRight(zelle.right() - kMarkeSichtbar);
-        const double breite = std::min(satz_.breite(sicht(titel)), kasten.width());
+        const double breite = std::min(satz_.breite(titel), kasten.width());
         if ((seite & Qt::AlignHCenter) != 0) {
             kasten.setLeft(zelle.left() + (zelle.width() - breite - kMarkeSichtbar) / 2);
             kasten.setWidth(breite);
         }
         marke = kasten.left() + breite + 1;
     }
-    satz_.zeichne(maler, kasten, seite, sicht(titel));
+    satz_.zeichne(maler, kasten, seite, titel);
     zeichneMarke(maler, QRectF(marke, zelle.top(), kMarke, zelle.height()), sortierung_->absteigend);
 }
 

@@ -4,9 +4,7 @@
 #include <QPainter>
 #include <QVBoxLayout>
 #include <cmath>
-#include <cstddef>
 #include <optional>
-#include <string_view>
 #include <utility>
 
 #include "ui/teile/KistePapier.h"
@@ -22,9 +20,14 @@ namespace {
 constexpr double kZeichen = 52;
 constexpr double kKreis = 72;
 constexpr double kImKreis = 36;
+constexpr int kAbstand = 12;
 
 constexpr double kTitelgroesse = 18;
 constexpr double kSatzgroesse = 12.5;
+
+double seiteVon(Leerbild::Form form) {
+    return form == Leerbild::Form::kreis ? kKreis : kZeichen;
+}
 
 }  // namespace
 
@@ -53,9 +56,7 @@ class Leerbild::Zeilen final : public QLabel {
         maler.setPen(farbe_);
         QRectF zeile(0, 0, width(), zeilenhoehe_);
         for (const QString& stueck : text().split(u'\n')) {
-            const std::u16string_view sicht(reinterpret_cast<const char16_t*>(stueck.utf16()),
-                                            static_cast<std::size_t>(stueck.size()));
-            satz_->zeichne(maler, zeile, Qt::AlignHCenter, sicht);
+            satz_->zeichne(maler, zeile, Qt::AlignHCenter, stueck);
             zeile.translate(0, zeilenhoehe_);
         }
     }
@@ -78,7 +79,7 @@ Leerbild::Leerbild(Form form, std::string symbol, QWidget* eltern)
     stapel->setContentsMargins(0, 0, 0, 0);
     stapel->setSpacing(0);
     stapel->addStretch();
-    stapel->addSpacing(static_cast<int>(form == Form::kreis ? kKreis : kZeichen) + 12);
+    stapel->addSpacing(static_cast<int>(seiteVon(form)) + kAbstand);
     stapel->addWidget(titel_);
     stapel->addSpacing(8);
     stapel->addWidget(satz_);
@@ -96,14 +97,10 @@ void Leerbild::zeige(const QString& titel, const QString& satz) {
     satz_->setText(satz);
 }
 
-double Leerbild::oben() const {
-    return titel_->y() - 12 - (form_ == Form::kreis ? kKreis : kZeichen);
-}
-
 void Leerbild::paintEvent(QPaintEvent* /*ereignis*/) {
     QPainter maler(this);
-    const double seite = form_ == Form::kreis ? kKreis : kZeichen;
-    const QRectF kasten((width() - seite) / 2, oben(), seite, seite);
+    const double seite = seiteVon(form_);
+    const QRectF kasten((width() - seite) / 2, titel_->y() - kAbstand - seite, seite, seite);
     if (form_ == Form::zeichen) {
         Symbole::zeichne(maler, kasten, symbol_, KistePapier::gravur);
         return;

@@ -28,8 +28,6 @@ class Leerbild final : public QWidget {
   private:
     class Zeilen;
 
-    [[nodiscard]] double oben() const;
-
     Form form_;
     std::string symbol_;
     Zeilen* titel_;
