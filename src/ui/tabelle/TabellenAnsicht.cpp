@@ -28,7 +28,6 @@ TabellenAnsicht::TabellenAnsicht(QWidget* eltern)
       rahmen_(new Kartenrahmen(this)),
       senkrecht_(new Rollbalken(*verticalScrollBar(), this)),
       waagrecht_(new Rollbalken(*horizontalScrollBar(), this)) {
-    setObjectName(QStringLiteral("TabellenAnsicht"));
     setAccessibleName(QStringLiteral("GPX-Dateien"));
     setHorizontalHeader(kopf_);
     disconnect(kopf_, &QHeaderView::sectionPressed, this, nullptr);  // would select the column

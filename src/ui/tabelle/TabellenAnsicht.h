@@ -111,6 +111,8 @@ class TabellenAnsicht final : public QTableView {
     void bitteUmSportmenue(int reihe);
     void ueberfahre(const QPoint& wo);
     void zeigeTastatur(bool tastatur);
+    /// Whether the next letter would belong to the name that is being typed.
+    [[nodiscard]] bool tipptNamen() const;
     [[nodiscard]] QString kurzhilfe(const QModelIndex& index) const;
 
     TabellenModell* modell_;

@@ -11,6 +11,7 @@
 #include <QToolTip>
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <utility>
 
 #include "ui/tabelle/TabellenAnsicht.h"
@@ -138,49 +139,63 @@ void TabellenAnsicht::contextMenuEvent(QContextMenuEvent* ereignis) {
 
 void TabellenAnsicht::keyPressEvent(QKeyEvent* ereignis) {
     zeigeTastatur(true);
-    const bool ohne = (ereignis->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    // What a key alone does on the row with the keyboard; where that is nothing, the toolkit has its turn.
+    using Tat = bool (*)(TabellenAnsicht&, const QModelIndex&);
+    static constexpr Tat sportmenue = [](TabellenAnsicht& tabelle, const QModelIndex& hier) {
+        tabelle.scrollTo(hier);
+        tabelle.bitteUmSportmenue(hier.row());
+        return true;
+    };
+    static constexpr Tat leertaste = [](TabellenAnsicht& tabelle, const QModelIndex& hier) {
+        return !tabelle.tipptNamen() && sportmenue(tabelle, hier);  // not for a blank within a name
+    };
+    static constexpr Tat oeffne = [](TabellenAnsicht& tabelle, const QModelIndex& hier) {
+        const Zeile& zeile = tabelle.modell_->zeile(hier.row());
+        if (tabelle.auswahl().size() == 1 && tabelle.auswahl_->istGewaehlt(zeile)) {
+            Q_EMIT tabelle.zeileGeoeffnet(zeile.eintrag()->pfad);
+        }
+        return true;
+    };
+    static constexpr Tat loesche = [](TabellenAnsicht& tabelle, const QModelIndex& /*hier*/) {
+        Q_EMIT tabelle.loeschenGewuenscht();
+        return true;
+    };
+    // The toolkit selects a row only by moving to it.
+    static constexpr auto waehle = [](TabellenAnsicht& tabelle, const QModelIndex& hier, bool bleibt) {
+        if (bleibt) {
+            tabelle.setCurrentIndex(hier);
+        }
+        return bleibt;
+    };
+    static constexpr Tat schritt = [](TabellenAnsicht& tabelle, const QModelIndex& hier) {
+        return waehle(tabelle, hier, tabelle.auswahl().empty());  // on a row already, though nobody sees where
+    };
+    static constexpr Tat anfang = [](TabellenAnsicht& tabelle, const QModelIndex& hier) {
+        return waehle(tabelle, hier, hier.row() == 0);
+    };
+    static constexpr Tat ende = [](TabellenAnsicht& tabelle, const QModelIndex& hier) {
+        return waehle(tabelle, hier, hier.row() == tabelle.modell_->rowCount() - 1);
+    };
+    static constexpr std::pair<Qt::Key, Tat> kTasten[]{
+        {Qt::Key_Space, leertaste}, {Qt::Key_F4, sportmenue},  {Qt::Key_Return, oeffne}, {Qt::Key_Enter, oeffne},
+        {Qt::Key_F2, oeffne},       {Qt::Key_Delete, loesche}, {Qt::Key_Up, schritt},    {Qt::Key_Down, schritt},
+        {Qt::Key_Home, anfang},     {Qt::Key_End, ende},
+    };
     const QModelIndex hier = currentIndex();
-    const bool sucht = !gesucht_.isEmpty() &&
-                       QDateTime::currentMSecsSinceEpoch() - letzterBuchstabe_ <= QApplication::keyboardInputInterval();
-    switch (ohne && hier.isValid() ? ereignis->key() : 0) {
-        case Qt::Key_Space:
-            if (sucht) {
-                break;  // a blank within the name that is being typed
-            }
-            [[fallthrough]];
-        case Qt::Key_F4:
-            scrollTo(hier);
-            return bitteUmSportmenue(hier.row());
-        case Qt::Key_Return:
-        case Qt::Key_Enter:
-        case Qt::Key_F2:
-            if (auswahl().size() == 1 && auswahl_->istGewaehlt(modell_->zeile(hier.row()))) {
-                Q_EMIT zeileGeoeffnet(modell_->zeile(hier.row()).eintrag()->pfad);
-            }
-            return;
-        case Qt::Key_Delete:
-            Q_EMIT loeschenGewuenscht();
-            return;
-        case Qt::Key_Up:
-        case Qt::Key_Down:
-            if (auswahl().empty()) {  // the keyboard is on a row already, though nobody sees where
-                return setCurrentIndex(hier);
-            }
-            break;
-        default:
-            break;
-    }
-    QTableView::keyPressEvent(ereignis);
-    const bool sprung = ereignis->key() == Qt::Key_Home || ereignis->key() == Qt::Key_End;
-    if (ohne && sprung && hier.isValid() && currentIndex() == hier) {
-        setCurrentIndex(hier);  // selects the row, for which the toolkit would have to move
+    const bool allein = (ereignis->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    const auto getan = [&](const auto& taste) { return taste.first == ereignis->key() && taste.second(*this, hier); };
+    if (!allein || !hier.isValid() || std::none_of(std::begin(kTasten), std::end(kTasten), getan)) {
+        QTableView::keyPressEvent(ereignis);
     }
 }
 
+bool TabellenAnsicht::tipptNamen() const {
+    return QDateTime::currentMSecsSinceEpoch() - letzterBuchstabe_ <= QApplication::keyboardInputInterval();
+}
+
 void TabellenAnsicht::keyboardSearch(const QString& suche) {
-    const qint64 jetzt = QDateTime::currentMSecsSinceEpoch();
-    const bool weiter = jetzt - letzterBuchstabe_ <= QApplication::keyboardInputInterval();
-    letzterBuchstabe_ = jetzt;
+    const bool weiter = tipptNamen();
+    letzterBuchstabe_ = QDateTime::currentMSecsSinceEpoch();
     gesucht_ = weiter ? gesucht_ + suche : suche;
     const int anzahl = modell_->rowCount();
     // More letters may still mean this row; the first letter means the next one.
