@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <optional>
 
 #include "sicht/Deckung.h"
 #include "sicht/SkizzenGeometrie.h"
@@ -23,10 +24,6 @@ namespace {
 constexpr double kRadius = 17;
 constexpr double kInnen = 10;  // from the card's edge to the drawing surface
 
-QPointF alsPunkt(const SkizzenGeometrie::Punkt& punkt) {
-    return {punkt.x, punkt.y};
-}
-
 /// Lays a colour over an opaque or premultiplied pixel, 0 to 255 of it.
 void lege(QRgb& pixel, QRgb farbe, int anteil) {
     constexpr int ganz = 255;
@@ -35,45 +32,54 @@ void lege(QRgb& pixel, QRgb farbe, int anteil) {
                   mische(qBlue(farbe), qBlue(pixel)), mische(ganz, qAlpha(pixel)));
 }
 
-/// The lines on their light seams, and the lone points.
-void maleLinien(QImage& bild, const SkizzenGeometrie& geometrie) {
+/// What the pens of a sketch cover of a picture.
+struct Striche {
+    Deckung saum;
+    Deckung linien;
+    Deckung punkte;
+};
+
+/// The lines with their seams, and the lone points, on a picture of this size in device pixels.
+Striche ziehe(const SkizzenGeometrie& geometrie, const QSize& groesse, double verhaeltnis) {
     // Logical pixels.
     constexpr double saumbreite = 5;
     constexpr double linienbreite = 2.4;
     constexpr double punktdurchmesser = 4;
-    constexpr double saumDeckkraft = 0.84;
-
-    const double verhaeltnis = bild.devicePixelRatio();
-    const auto stift = [&](double breite) { return Deckung(bild.width(), bild.height(), breite / 2 * verhaeltnis); };
-    Deckung saum = stift(saumbreite);
-    Deckung linien = stift(linienbreite);
-    Deckung punkte = stift(punktdurchmesser);
+    const auto stift = [&](double breite) {
+        return Deckung(groesse.width(), groesse.height(), breite / 2 * verhaeltnis);
+    };
+    Striche striche{stift(saumbreite), stift(linienbreite), stift(punktdurchmesser)};
     for (std::size_t nummer = 0; nummer < geometrie.linien().linien(); ++nummer) {
         const auto linie = geometrie.linien().linie(nummer);
         for (std::size_t i = 0; i < linie.size(); ++i) {
             const auto ort = geometrie.bild(linie[i]);
             const SkizzenGeometrie::Punkt pixel{verhaeltnis * (ort.x + kInnen), verhaeltnis * (ort.y + kInnen)};
             if (linie.size() == 1) {
-                punkte.setzeAn(pixel);
+                striche.punkte.setzeAn(pixel);
             } else if (i == 0) {
-                saum.setzeAn(pixel);
-                linien.setzeAn(pixel);
+                striche.saum.setzeAn(pixel);
+                striche.linien.setzeAn(pixel);
             } else {
-                saum.fuehre(pixel);
-                linien.fuehre(pixel);
+                striche.saum.fuehre(pixel);
+                striche.linien.fuehre(pixel);
             }
         }
     }
+    return striche;
+}
 
+/// Lays golden lines on light seams into the drawing surface of the picture.
+void lege(QImage& bild, const Striche& striche) {
+    constexpr double saumDeckkraft = 0.84;
     const QRgb weiss = qRgb(255, 255, 255);
     const QRgb gold = KistePapier::gold.rgb();
-    const auto rand = static_cast<std::size_t>(std::ceil(kInnen * verhaeltnis));
+    const auto rand = static_cast<std::size_t>(std::ceil(kInnen * bild.devicePixelRatio()));
     const std::size_t ende = std::max(static_cast<std::size_t>(bild.width()), rand) - rand;
     for (int y = static_cast<int>(rand); y < bild.height() - static_cast<int>(rand); ++y) {
         auto* ziel = reinterpret_cast<QRgb*>(bild.scanLine(y));
-        const auto unten = saum.zeile(y);
-        const auto oben = linien.zeile(y);
-        const auto auchOben = punkte.zeile(y);
+        const auto unten = striche.saum.zeile(y);
+        const auto oben = striche.linien.zeile(y);
+        const auto auchOben = striche.punkte.zeile(y);
         for (std::size_t x = rand; x < ende; ++x) {
             const int deckend = std::max(oben[x], auchOben[x]);
             if (unten[x] > 0 && deckend < 255) {
@@ -86,18 +92,12 @@ void maleLinien(QImage& bild, const SkizzenGeometrie& geometrie) {
     }
 }
 
-void punkt(QPainter& maler, const SkizzenGeometrie::Punkt& mitte, double durchmesser, const QColor& farbe) {
-    maler.setPen(Qt::NoPen);
-    maler.setBrush(farbe);
-    maler.drawEllipse(alsPunkt(mitte), durchmesser / 2, durchmesser / 2);
-}
-
-void endpunkt(QPainter& maler, const std::optional<SkizzenGeometrie::Punkt>& mitte, const QColor& farbe) {
-    constexpr double durchmesser = 8;
+/// A dot, if there is one, with the painter's pen around it.
+void tupfe(QPainter& maler, const std::optional<SkizzenGeometrie::Punkt>& mitte, double durchmesser,
+           const QColor& farbe) {
     if (mitte) {
-        maler.setPen(QPen(Qt::white, 1));
         maler.setBrush(farbe);
-        maler.drawEllipse(alsPunkt(*mitte), durchmesser / 2, durchmesser / 2);
+        maler.drawEllipse(QPointF(mitte->x, mitte->y), durchmesser / 2, durchmesser / 2);
     }
 }
 
@@ -146,17 +146,17 @@ void SkizzenAnsicht::male() {
     }
     const QRectF flaeche = karte.adjusted(kInnen, kInnen, -kInnen, -kInnen);
     const auto geometrie = SkizzenGeometrie::berechne(*eintrag_, flaeche.width(), flaeche.height());
-    maleLinien(bild_, geometrie);
+    lege(bild_, ziehe(geometrie, bild_.size(), bild_.devicePixelRatio()));
     QPainter maler(&bild_);
     maler.setRenderHint(QPainter::Antialiasing);
     maler.save();
     maler.setClipRect(flaeche);
     maler.translate(flaeche.topLeft());
-    if (geometrie.fleck()) {
-        punkt(maler, *geometrie.fleck(), 6, KistePapier::gold);
-    }
-    endpunkt(maler, geometrie.start(), KistePapier::gruen);
-    endpunkt(maler, geometrie.ende(), KistePapier::rot);
+    maler.setPen(Qt::NoPen);
+    tupfe(maler, geometrie.fleck(), 6, KistePapier::gold);
+    maler.setPen(QPen(Qt::white, 1));
+    tupfe(maler, geometrie.start(), 8, KistePapier::gruen);
+    tupfe(maler, geometrie.ende(), 8, KistePapier::rot);
     maler.restore();
     maleMarke(maler);
 }
