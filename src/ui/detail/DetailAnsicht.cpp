@@ -71,7 +71,7 @@ DetailAnsicht::DetailAnsicht(QWidget* eltern)
       inhalt_(new Inhalt),
       ueberzeile_(new Schild(inhalt_)),
       titel_(new Titelzeile(KistePapier::tinte, inhalt_)),
-      datum_(neueTextzeile(KistePapier::tinteLeise, true, inhalt_)),
+      datum_(neueTextzeile(KistePapier::tinteLeise, inhalt_)),
       skizze_(new SkizzenAnsicht(inhalt_)),
       sport_(new SportMenue(false)),
       zeigen_(new Knopf(inhalt_)) {

@@ -5,7 +5,6 @@
 #include <QWidget>
 #include <vector>
 
-#include "sicht/DetailTexte.h"
 #include "track/GpxMetadaten.h"
 #include "ui/detail/DetailKarte.h"
 #include "ui/detail/Kachel.h"

@@ -28,7 +28,7 @@ constexpr double kSymbol = 14.5;
 Kachel::Kachel(QWidget* eltern)
     : QWidget(eltern),
       titel_(new Schild(this)),
-      wert_(neueTextzeile(KistePapier::tinte, true, this)),
+      wert_(neueTextzeile(KistePapier::tinte, this)),
       zusatz_(new Schild(this)) {
     setMinimumHeight(kMindesthoehe);
     titel_->setzeFarbe(KistePapier::goldDunkel);

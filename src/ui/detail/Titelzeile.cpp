@@ -3,9 +3,10 @@
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QTextLayout>
-#include <cmath>
+#include <algorithm>
 
 #include "base/Text.h"
+#include "ui/teile/Schrift.h"
 #include "ui/teile/Textzeile.h"
 
 namespace spurkiste {
@@ -18,9 +19,7 @@ constexpr int kZeilen = 2;
 
 Titelzeile::Titelzeile(const QColor& farbe, QWidget* eltern) : QLabel(eltern) {
     setTextFormat(Qt::PlainText);
-    QPalette palette = this->palette();
-    palette.setColor(QPalette::WindowText, farbe);
-    setPalette(palette);
+    faerbeText(*this, farbe);
     QSizePolicy regel(QSizePolicy::Ignored, QSizePolicy::Fixed);
     regel.setHeightForWidth(true);
     setSizePolicy(regel);
@@ -31,12 +30,6 @@ void Titelzeile::zeige(const QString& text) {
     setText(einzeilig);
     setzeKurzhilfe(*this, einzeilig);
     updateGeometry();
-}
-
-int Titelzeile::zeilenhoehe() const {
-    constexpr double verhaeltnis = 1.2;
-    constexpr double punkteProZoll = 72.0;
-    return static_cast<int>(std::ceil(verhaeltnis * font().pointSizeF() * logicalDpiY() / punkteProZoll));
 }
 
 QStringList Titelzeile::zeilen(int breite) const {
@@ -59,7 +52,7 @@ QStringList Titelzeile::zeilen(int breite) const {
 }
 
 int Titelzeile::heightForWidth(int breite) const {
-    return zeilenhoehe() * std::max(1, static_cast<int>(zeilen(breite).size()));
+    return Schrift::zeilenhoehe(*this) * std::max(1, static_cast<int>(zeilen(breite).size()));
 }
 
 QSize Titelzeile::sizeHint() const {
@@ -67,17 +60,17 @@ QSize Titelzeile::sizeHint() const {
 }
 
 QSize Titelzeile::minimumSizeHint() const {
-    return {0, zeilenhoehe()};
+    return {0, Schrift::zeilenhoehe(*this)};
 }
 
 void Titelzeile::paintEvent(QPaintEvent* /*ereignis*/) {
     QPainter maler(this);
     maler.setFont(font());
     maler.setPen(palette().color(QPalette::WindowText));
-    int y = 0;
+    QRect kasten(0, 0, width(), Schrift::zeilenhoehe(*this));
     for (const QString& zeile : zeilen(width())) {
-        maler.drawText(QRect(0, y, width(), zeilenhoehe()), Qt::AlignLeft | Qt::AlignVCenter, zeile);
-        y += zeilenhoehe();
+        maler.drawText(kasten, Qt::AlignLeft | Qt::AlignVCenter, zeile);
+        kasten.translate(0, kasten.height());
     }
 }
 

@@ -24,7 +24,6 @@ class Titelzeile final : public QLabel {
 
   private:
     [[nodiscard]] QStringList zeilen(int breite) const;
-    [[nodiscard]] int zeilenhoehe() const;
 };
 
 }  // namespace spurkiste

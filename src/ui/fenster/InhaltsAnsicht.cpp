@@ -8,9 +8,9 @@
 #include <QVBoxLayout>
 #include <utility>
 
-#include "i18n/AppSprache.h"
 #include "ui/teile/KistePapier.h"
 #include "ui/teile/Papier.h"
+#include "ui/teile/Textzeile.h"
 
 namespace spurkiste {
 
@@ -28,15 +28,6 @@ constexpr std::string_view kFensterlage = "fensterlage";
 constexpr std::string_view kTeilerlage = "teilerlage";
 constexpr std::string_view kSpaltenbreiten = "spaltenbreiten";
 
-QString q(const std::string& text) {
-    return QString::fromStdString(text);
-}
-
-/// A path as the desktop shows it: bytes that are not UTF-8 become replacement characters.
-QString qPfad(const std::string& pfad) {
-    return QString::fromUtf8(pfad.data(), static_cast<qsizetype>(pfad.size()));
-}
-
 /// The left half of the window: it paints the shadow that the table's card casts on it.
 class TabellenGrund final : public QWidget {
   public:
@@ -52,11 +43,11 @@ class TabellenGrund final : public QWidget {
     const QWidget& karte_;
 };
 
-std::string alsText(const QByteArray& bytes) {
+std::string alsBase64(const QByteArray& bytes) {
     return bytes.toBase64().toStdString();
 }
 
-QByteArray alsBytes(const std::optional<std::string>& text) {
+QByteArray ausBase64(const std::optional<std::string>& text) {
     return text ? QByteArray::fromBase64(QByteArray::fromStdString(*text)) : QByteArray();
 }
 
@@ -80,9 +71,8 @@ InhaltsAnsicht::InhaltsAnsicht(Bibliothek& bibliothek, Einstellungen& einstellun
       ablage_(new Dateiablage(this)),
       auffrischung_([this] { frischeAuf(); }) {
     setWindowTitle(QStringLiteral("Korvo GPX Library"));
-    setObjectName(QStringLiteral("InhaltsAnsicht"));
     ordneAn();
-    verbinde(sprachwechsel);
+    verbinde();
     verbindeDetail();
     verbindeAktionen();
     belegeTasten();
@@ -122,7 +112,7 @@ void InhaltsAnsicht::ordneAn() {
     setTabOrder(tabelle_->horizontalHeader(), tabelle_);  // moving it here has put it first
 }
 
-void InhaltsAnsicht::verbinde(const Meldestelle& sprachwechsel) {
+void InhaltsAnsicht::verbinde() {
     const auto fordere = [this] { auffrischung_.fordere(); };
     abos_.push_back(bibliothek_.eintraege().beobachte([this] {
         eintraegeNeu_ = true;
@@ -132,7 +122,7 @@ void InhaltsAnsicht::verbinde(const Meldestelle& sprachwechsel) {
     abos_.push_back(bibliothek_.hinweis().beobachte(fordere));
     abos_.push_back(bibliothek_.ordner().beobachte(fordere));
     abos_.push_back(bibliothek_.ausstehend().beobachte(fordere));
-    abos_.push_back(sprachwechsel.beobachte([this] { sprichNeu(); }));
+    abos_.push_back(sprachwechsel_.beobachte([this] { sprichNeu(); }));
 
     connect(&werkzeuge_->suchfeld(), &QLineEdit::textChanged, this, [this](const QString& text) {
         aendere([suche = text.toStdString()](Ansichtszustand& zustand) { zustand.suche = suche; });
@@ -168,17 +158,17 @@ void InhaltsAnsicht::belegeTasten() {
 void InhaltsAnsicht::stelleWiederHer() {
     resize(kGroesse);
     teiler_->setSizes({kGroesse.width() - 1 - kRechtsIdeal, kRechtsIdeal});
-    restoreGeometry(alsBytes(einstellungen_.lies(kFensterlage)));
-    teiler_->restoreState(alsBytes(einstellungen_.lies(kTeilerlage)));
+    restoreGeometry(ausBase64(einstellungen_.lies(kFensterlage)));
+    teiler_->restoreState(ausBase64(einstellungen_.lies(kTeilerlage)));
     teiler_->setHandleWidth(1);
     if (const auto breiten = einstellungen_.lies(kSpaltenbreiten)) {
-        tabelle_->setzeSpaltenbreiten(q(*breiten));
+        tabelle_->setzeSpaltenbreiten(alsText(*breiten));
     }
 }
 
 void InhaltsAnsicht::closeEvent(QCloseEvent* ereignis) {
-    einstellungen_.schreibe(kFensterlage, alsText(saveGeometry()));
-    einstellungen_.schreibe(kTeilerlage, alsText(teiler_->saveState()));
+    einstellungen_.schreibe(kFensterlage, alsBase64(saveGeometry()));
+    einstellungen_.schreibe(kTeilerlage, alsBase64(teiler_->saveState()));
     einstellungen_.schreibe(kSpaltenbreiten, tabelle_->spaltenbreiten().toStdString());
     QWidget::closeEvent(ereignis);
 }
@@ -220,7 +210,7 @@ void InhaltsAnsicht::waehleSprache(const QString& code) {
 void InhaltsAnsicht::sprichNeu() {
     texte_ = Ansichtstexte::aktuelle();
     zustand_.sportFilter.reset();  // its labels belong to the old language
-    setLocale(QLocale(q(texte_.sprache)));
+    setLocale(QLocale(alsText(texte_.sprache)));
     werkzeuge_->kleide();
     kopf_->kleide();
     filter_->kleide();
@@ -230,7 +220,7 @@ void InhaltsAnsicht::sprichNeu() {
     detail_->kleide();
     QStringList titel;
     for (const std::string& einer : texte_.spalten) {
-        titel << q(einer);
+        titel << alsText(einer);
     }
     tabelle_->setzeTitel(titel);
     auffrischung_.sofort();
@@ -244,11 +234,11 @@ void InhaltsAnsicht::frischeAuf() {
     }
     if (werkzeuge_->suchfeld().text().toStdString() != zustand_.suche) {
         const QSignalBlocker still(werkzeuge_->suchfeld());
-        werkzeuge_->suchfeld().setText(q(zustand_.suche));
+        werkzeuge_->suchfeld().setText(alsText(zustand_.suche));
     }
     const Ansichtsbild bild = berechneAnsichtsbild(eintraege, zustand_, texte_, speicher_);
-    werkzeuge_->zeigeOrdner(qPfad(bibliothek_.ordner().wert()));
-    kopf_->zeige(q(bild.routenText), q(bild.summeText));
+    werkzeuge_->zeigeOrdner(bibliothek_.ordner().wert());
+    kopf_->zeige(alsText(bild.routenText), alsText(bild.summeText));
     filter_->zeige(bild, zustand_, texte_);
     tabelle_->setzeSortierung(zustand_.sortierung);
     tabelle_->setzeZeilen(bild.zeilen);
@@ -256,17 +246,14 @@ void InhaltsAnsicht::frischeAuf() {
     zeigeDetail();
     leereTabelle_->setVisible(bild.leer.has_value());
     if (bild.leer) {
-        const auto text = [](std::string_view t) {
-            return QString::fromUtf8(t.data(), static_cast<qsizetype>(t.size()));
-        };
-        leereTabelle_->zeige(text(bild.leer->titel), text(bild.leer->beschreibung));
+        leereTabelle_->zeige(alsText(bild.leer->titel), alsText(bild.leer->beschreibung));
         legeLeereTabelle();
         leereTabelle_->raise();
     }
-    status_->zeigeZahlen(q(bild.dateienText), q(bild.gesamtText));
+    status_->zeigeZahlen(alsText(bild.dateienText), alsText(bild.gesamtText));
     status_->zeigeLaden(zustand_.laedt, bibliothek_.ausstehend().wert());
-    status_->zeigeHinweis(q(bibliothek_.hinweis().wert().value_or("")));
-    status_->zeigeOrdner(qPfad(bibliothek_.ordner().wert()));
+    status_->zeigeHinweis(alsText(bibliothek_.hinweis().wert().value_or("")));
+    status_->zeigeOrdner(alsText(bibliothek_.ordner().wert()));
 }
 
 }  // namespace spurkiste

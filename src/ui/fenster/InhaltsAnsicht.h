@@ -4,7 +4,6 @@
 #include <QPointer>
 #include <QSplitter>
 #include <QWidget>
-#include <functional>
 #include <string>
 #include <unordered_set>
 #include <vector>
@@ -55,7 +54,7 @@ class InhaltsAnsicht final : public QWidget {
 
   private:
     void ordneAn();
-    void verbinde(const Meldestelle& sprachwechsel);
+    void verbinde();
     void belegeTasten();
     void stelleWiederHer();
     void frischeAuf();
@@ -67,7 +66,6 @@ class InhaltsAnsicht final : public QWidget {
 
     void verbindeDetail();
     void zeigeDetail();
-    void setzeSportart(const Eintrag& eintrag, GpxSportart art);
 
     void verbindeAktionen();
     void waehleImport();

@@ -5,7 +5,7 @@
 namespace spurkiste {
 
 void InhaltsAnsicht::verbindeDetail() {
-    const auto setze = [this](const Eintrag& eintrag, GpxSportart art) { setzeSportart(eintrag, art); };
+    const auto setze = [this](const Eintrag& eintrag, GpxSportart art) { bibliothek_.setzeSportart(art, *eintrag); };
     connect(detail_, &DetailAnsicht::sportGewaehlt, this, setze);
     connect(kopf_, &Kopf::sportGewaehlt, this, setze);
     connect(detail_, &DetailAnsicht::zeigenGewuenscht, this,
@@ -17,10 +17,6 @@ void InhaltsAnsicht::verbindeDetail() {
                                        [setze, eintrag](GpxSportart art) { setze(eintrag, art); });
                 }
             });
-}
-
-void InhaltsAnsicht::setzeSportart(const Eintrag& eintrag, GpxSportart art) {
-    bibliothek_.setzeSportart(art, *eintrag);
 }
 
 void InhaltsAnsicht::zeigeDetail() {

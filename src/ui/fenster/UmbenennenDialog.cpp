@@ -31,14 +31,23 @@ constexpr int kRing = papier::kRingRand;
 /// The field for the name, with the ring of the keyboard focus around it.
 class Namensfeld final : public QLineEdit {
   public:
-    using QLineEdit::QLineEdit;
+    explicit Namensfeld(const QString& name) : QLineEdit(name) {
+        setFrame(false);
+        setPlaceholderText(QStringLiteral("Dateiname"));
+        setAccessibleName(QStringLiteral("Dateiname"));
+        setFont(Schrift::mach(13));
+        setFixedHeight(kFeldHoehe + 2 * kRing);
+        setTextMargins(kRing + 7, 0, kRing + 7, 0);
+        faerbeText(*this, KistePapier::tinte);
+        selectAll();
+    }
 
   protected:
     void paintEvent(QPaintEvent* ereignis) override {
         {
             constexpr double radius = 8;
             QPainter maler(this);
-            const QRectF kasten = QRectF(rect()).adjusted(kRing, kRing, -kRing, -kRing);
+            const QRectF kasten = papier::ohneRing(*this);
             papier::form(maler, kasten, radius, KistePapier::karte, KistePapier::linie);
             if (hasFocus()) {
                 papier::fokusring(maler, kasten, radius);
@@ -77,15 +86,13 @@ UmbenennenDialog::UmbenennenDialog(const Eintrag& eintrag, std::function<void(co
     : QDialog(eltern),
       aktion_(std::move(aktion)),
       blatt_(new QWidget(this)),
-      name_(new Namensfeld),
+      name_(new Namensfeld(alsText(eintrag->dateiName))),
       abbrechen_(new Knopf),
       umbenennen_(new Knopf) {
     setWindowFlags(Qt::Widget);  // the constructor would make a window of it whatever it is told
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(QStringLiteral("Datei umbenennen"));
     setAccessibleName(windowTitle());
-    name_->setText(alsText(eintrag->dateiName));
-    name_->selectAll();
     ordneAn();
     const auto pruefe = [this] { umbenennen_->setEnabled(istBenannt()); };
     connect(name_, &QLineEdit::textChanged, this, pruefe);
@@ -101,18 +108,6 @@ UmbenennenDialog::UmbenennenDialog(const Eintrag& eintrag, std::function<void(co
 }
 
 void UmbenennenDialog::ordneAn() {
-    name_->setFrame(false);
-    name_->setPlaceholderText(QStringLiteral("Dateiname"));
-    name_->setAccessibleName(QStringLiteral("Dateiname"));
-    name_->setFont(Schrift::mach(13));
-    name_->setFixedHeight(kFeldHoehe + 2 * kRing);
-    name_->setTextMargins(kRing + 7, 0, kRing + 7, 0);
-    QPalette farben = name_->palette();
-    farben.setColor(QPalette::Base, Qt::transparent);
-    farben.setColor(QPalette::Text, KistePapier::tinte);
-    farben.setColor(QPalette::Highlight, KistePapier::mitDeckkraft(KistePapier::gold, 0.28));
-    farben.setColor(QPalette::HighlightedText, KistePapier::tinte);
-    name_->setPalette(farben);
     abbrechen_->setText(QStringLiteral("Abbrechen"));
     abbrechen_->setzeAussehen(
         knopfform(KistePapier::tinte, KistePapier::mitDeckkraft(KistePapier::kapsel, 0.72), QFont::DemiBold));
@@ -177,9 +172,8 @@ bool UmbenennenDialog::focusNextPrevChild(bool weiter) {
 void UmbenennenDialog::paintEvent(QPaintEvent* /*ereignis*/) {
     QPainter maler(this);
     maler.fillRect(rect(), KistePapier::mitDeckkraft(KistePapier::tinte, 0.16));
-    constexpr double radius = kRadius;
-    Schatten{KistePapier::mitDeckkraft(Qt::black, 0.16), 15, 10}.zeichne(maler, blatt_->geometry(), radius);
-    papier::form(maler, blatt_->geometry(), radius, KistePapier::buehne,
+    Schatten{KistePapier::mitDeckkraft(Qt::black, 0.16), 15, 10}.zeichne(maler, blatt_->geometry(), kRadius);
+    papier::form(maler, blatt_->geometry(), kRadius, KistePapier::buehne,
                  KistePapier::mitDeckkraft(KistePapier::linie, 0.78));
 }
 

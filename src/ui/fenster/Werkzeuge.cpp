@@ -102,11 +102,9 @@ void Werkzeuge::kleide() {
     }
 }
 
-void Werkzeuge::zeigeOrdner(const QString& pfad) {
-    const std::string roh = pfad.toStdString();
-    ordner_->setText(QString::fromStdString(std::string(dateien::letzterTeil(roh))));
-    const QString hilfe = QStringLiteral("Bibliotheksordner wechseln (aktuell: %1)").arg(pfad);
-    setzeKurzhilfe(*ordnerwechsel_, hilfe);
+void Werkzeuge::zeigeOrdner(const std::string& pfad) {
+    ordner_->setText(alsText(dateien::letzterTeil(pfad)));
+    setzeKurzhilfe(*ordnerwechsel_, QStringLiteral("Bibliotheksordner wechseln (aktuell: %1)").arg(alsText(pfad)));
 }
 
 void Werkzeuge::richteSpalteAus(int breite) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <string>
 
 #include "platform/Einstellungen.h"
 #include "ui/teile/Knopf.h"
@@ -20,7 +21,7 @@ class Werkzeuge final : public QWidget {
     [[nodiscard]] Suchfeld& suchfeld() const { return *suchfeld_; }
 
     /// The library folder's full path; its last component is shown.
-    void zeigeOrdner(const QString& pfad);
+    void zeigeOrdner(const std::string& pfad);
     /// Takes texts and fonts anew, after the language changed.
     void kleide();
     /// The width of the column under the search field, which keeps to it.

@@ -13,7 +13,7 @@
 #include <QWheelEvent>
 #include <algorithm>
 
-#include "ui/teile/KistePapier.h"
+#include "ui/teile/Textzeile.h"
 
 namespace spurkiste {
 
@@ -34,12 +34,7 @@ Absatz::Absatz(const QColor& farbe, bool waehlbar, QWidget* eltern) : QTextEdit(
     document()->setDocumentMargin(0);
     // What hangs out below the last line is empty: no reason to scroll.
     connect(verticalScrollBar(), &QScrollBar::rangeChanged, this, [this] { verticalScrollBar()->setRange(0, 0); });
-    QPalette palette = this->palette();
-    palette.setColor(QPalette::Base, Qt::transparent);
-    palette.setColor(QPalette::Text, farbe);
-    palette.setColor(QPalette::Highlight, KistePapier::mitDeckkraft(KistePapier::gold, 0.28));
-    palette.setColor(QPalette::HighlightedText, KistePapier::tinte);
-    setPalette(palette);
+    faerbeText(*this, farbe);
     QSizePolicy regel(QSizePolicy::Preferred, QSizePolicy::Fixed);
     regel.setHeightForWidth(true);
     setSizePolicy(regel);

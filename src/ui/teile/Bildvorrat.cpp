@@ -1,7 +1,6 @@
 #include "ui/teile/Bildvorrat.h"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 #include "ui/teile/Symbole.h"
@@ -11,11 +10,8 @@ namespace spurkiste {
 void Bildvorrat::zeichneSymbol(QPainter& maler, const QRectF& kasten, std::string_view name, const QColor& farbe) {
     const double verhaeltnis = maler.device()->devicePixelRatioF();
     const double seite = std::min(kasten.width(), kasten.height());
-    const QPixmap& bild =
-        hole({name, seite, farbe.rgba(), verhaeltnis}, [&] { return Symbole::bild(name, seite, farbe, verhaeltnis); });
-    const auto rund = [&](double wert) { return std::round(wert * verhaeltnis) / verhaeltnis; };
-    const QPointF mitte = kasten.center();
-    maler.drawPixmap(QPointF(rund(mitte.x() - seite / 2), rund(mitte.y() - seite / 2)), bild);
+    const auto mache = [&] { return Symbole::bild(name, seite, farbe, verhaeltnis); };
+    Symbole::zeichne(maler, kasten, seite, hole({name, seite, farbe.rgba(), verhaeltnis}, mache));
 }
 
 const QPixmap* Bildvorrat::suche(const Schluessel& schluessel) const {

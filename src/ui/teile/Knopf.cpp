@@ -1,6 +1,6 @@
 #include "ui/teile/Knopf.h"
 
-#include <QEvent>
+#include <QEnterEvent>
 #include <QFontMetricsF>
 #include <QPainter>
 #include <cmath>
@@ -51,8 +51,7 @@ QSize Knopf::sizeHint() const {
 
 void Knopf::paintEvent(QPaintEvent* /*ereignis*/) {
     QPainter maler(this);
-    const QRectF kasten =
-        QRectF(rect()).adjusted(papier::kRingRand, papier::kRingRand, -papier::kRingRand, -papier::kRingRand);
+    const QRectF kasten = papier::ohneRing(*this);
     if (!isEnabled()) {
         maler.setOpacity(0.45);
     }
@@ -92,13 +91,6 @@ void Knopf::enterEvent(QEnterEvent* ereignis) {
 void Knopf::leaveEvent(QEvent* ereignis) {
     update();
     QAbstractButton::leaveEvent(ereignis);
-}
-
-void Knopf::changeEvent(QEvent* ereignis) {
-    if (ereignis->type() == QEvent::EnabledChange) {
-        update();
-    }
-    QAbstractButton::changeEvent(ereignis);
 }
 
 }  // namespace spurkiste

@@ -47,7 +47,6 @@ class Knopf : public QAbstractButton {
     void paintEvent(QPaintEvent* ereignis) override;
     void enterEvent(QEnterEvent* ereignis) override;
     void leaveEvent(QEvent* ereignis) override;
-    void changeEvent(QEvent* ereignis) override;
 
   private:
     [[nodiscard]] double inhaltsbreite() const;

@@ -26,12 +26,14 @@ void form(QPainter& maler, const QRectF& kasten, double radius, const QColor& gr
     maler.restore();
 }
 
+QRectF ohneRing(const QWidget& element) {
+    return QRectF(element.rect()).adjusted(kRingRand, kRingRand, -kRingRand, -kRingRand);
+}
+
 void fokusring(QPainter& maler, const QRectF& kasten, double radius) {
-    constexpr double staerke = 1.5;
-    const double halb = kRingRand / 2.0;
-    form(maler, kasten.adjusted(-kRingRand, -kRingRand, kRingRand, kRingRand), radius + 2 * halb, Qt::transparent,
+    form(maler, kasten.adjusted(-kRingRand, -kRingRand, kRingRand, kRingRand), radius + kRingRand, Qt::transparent,
          KistePapier::mitDeckkraft(KistePapier::gold, 0.16), kRingRand);
-    form(maler, kasten, radius, Qt::transparent, KistePapier::mitDeckkraft(KistePapier::gold, 0.72), staerke);
+    form(maler, kasten, radius, Qt::transparent, KistePapier::mitDeckkraft(KistePapier::gold, 0.72), 1.5);
 }
 
 void schneideEcken(QWidget& fenster, int radius) {

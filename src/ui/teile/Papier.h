@@ -16,6 +16,9 @@ inline constexpr int kRingRand = 3;
 void form(QPainter& maler, const QRectF& kasten, double radius, const QColor& grund, const QColor& rahmen,
           double staerke = 1.0);
 
+/// The shape of such a control: its rectangle without that room.
+[[nodiscard]] QRectF ohneRing(const QWidget& element);
+
 /// Draws the focus ring of a shape: a stronger border on it and a soft band of kRingRand around it.
 void fokusring(QPainter& maler, const QRectF& kasten, double radius);
 

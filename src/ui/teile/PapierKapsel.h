@@ -15,7 +15,6 @@ class PapierKapsel final : public Knopf {
 
     /// Whether the filter is set to something other than its neutral value.
     void setzeAktiv(bool aktiv);
-    [[nodiscard]] bool aktiv() const { return aktiv_; }
 
     /// Takes the font anew, after the language changed.
     void kleide();

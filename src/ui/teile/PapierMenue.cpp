@@ -31,21 +31,19 @@ QIcon haekchen(const QWidget& fuer, bool sichtbar) {
 }  // namespace
 
 PapierMenue::PapierMenue(QWidget* eltern) : QMenu(eltern) {
-    setWindowFlag(Qt::NoDropShadowWindowHint, false);
     setFont(Schrift::mach(12.5, QFont::Medium));
     setStyleSheet(
         QStringLiteral("QMenu{background:%1;border:1px solid %2;border-radius:%3px;padding:5px}"
                        "QMenu::item{height:26px;min-width:150px;padding:0 18px 0 10px;border-radius:7px;color:%4}"
                        "QMenu::item:selected{background:%5}"
-                       "QMenu::item:disabled{color:%6}"
-                       "QMenu::item:default{color:%8;font-weight:500}"
+                       "QMenu::item:default{color:%7;font-weight:500}"
                        "QMenu::icon{left:10px}"
                        "QMenu::indicator{width:0;height:0}"
-                       "QMenu::separator{height:1px;background:%7;margin:5px 10px}")
+                       "QMenu::separator{height:1px;background:%6;margin:5px 10px}")
             .arg(rgba(KistePapier::karte), rgba(KistePapier::linie))
             .arg(kRadius)
-            .arg(rgba(KistePapier::tinte), rgba(KistePapier::gold, 0.17), rgba(KistePapier::gravur),
-                 rgba(KistePapier::linie, 0.9), rgba(KistePapier::rot)));
+            .arg(rgba(KistePapier::tinte), rgba(KistePapier::gold, 0.17), rgba(KistePapier::linie, 0.9),
+                 rgba(KistePapier::rot)));
 }
 
 QAction* PapierMenue::fuegeWahlHinzu(const QString& text, bool gewaehlt) {
@@ -95,7 +93,8 @@ void PapierMenue::paintEvent(QPaintEvent* ereignis) {
     }
 }
 
-void PapierMenue::oeffneUnter(const QWidget& element, int abstand) {
+void PapierMenue::oeffneUnter(const QWidget& element) {
+    constexpr int abstand = 4;
     const int rand = papier::kRingRand;
     popup(element.mapToGlobal(QPoint(rand, element.height() - rand + abstand)));
 }

@@ -23,7 +23,7 @@ class PapierMenue final : public QMenu {
     QAction* fuegeMitZeichenHinzu(const QString& text, std::string_view symbol);
 
     /// Opens the menu below a control, its left edge on the control's, without waiting for it to close.
-    void oeffneUnter(const QWidget& element, int abstand = 4);
+    void oeffneUnter(const QWidget& element);
 
   protected:
     void keyPressEvent(QKeyEvent* ereignis) override;

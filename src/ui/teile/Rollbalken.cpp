@@ -46,12 +46,13 @@ int Rollbalken::entlang(const QPointF& punkt) const {
 }
 
 void Rollbalken::ordneAn() {
-    setVisible(wirdGebraucht());
-    if (!wirdGebraucht()) {
+    const std::int64_t weite = balken_.maximum() - balken_.minimum();
+    setVisible(weite > 0);
+    if (weite <= 0) {
         return;
     }
     const std::int64_t gerollt = balken_.value() - balken_.minimum();
-    const int stelle = static_cast<int>(spielraum() * gerollt / (balken_.maximum() - balken_.minimum()));
+    const int stelle = static_cast<int>(spielraum() * gerollt / weite);
     const QRect griff = senkrecht() ? QRect(bahn_.left(), bahn_.top() + stelle, bahn_.width(), griffLaenge())
                                     : QRect(bahn_.left() + stelle, bahn_.top(), griffLaenge(), bahn_.height());
     setGeometry(griff.adjusted(-kGreifrand, -kGreifrand, kGreifrand, kGreifrand));

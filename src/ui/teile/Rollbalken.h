@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QPoint>
 #include <QRect>
 #include <QScrollBar>
 #include <QWidget>
@@ -20,9 +19,6 @@ class Rollbalken final : public QWidget {
 
     /// Where the handle travels: a strip kDicke wide (or high), in the parent's coordinates.
     void setzeBahn(const QRect& bahn);
-
-    /// Whether there is anything to scroll.
-    [[nodiscard]] bool wirdGebraucht() const { return balken_.maximum() > balken_.minimum(); }
 
   protected:
     void paintEvent(QPaintEvent* ereignis) override;

@@ -8,7 +8,6 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
-#include <utility>
 #include <vector>
 
 namespace spurkiste {

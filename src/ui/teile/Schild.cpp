@@ -4,6 +4,8 @@
 #include <QPainter>
 #include <cmath>
 
+#include "ui/teile/Schrift.h"
+
 namespace spurkiste {
 
 Schild::Schild(QWidget* eltern) : QLabel(eltern) {
@@ -15,19 +17,9 @@ void Schild::setzeKuerzung(Qt::TextElideMode kuerzung) {
     updateGeometry();
 }
 
-void Schild::setzeFarbe(const QColor& farbe) {
-    QPalette palette = this->palette();
-    palette.setColor(QPalette::WindowText, farbe);
-    setPalette(palette);
-}
-
 QSize Schild::sizeHint() const {
-    // Lato's own line is as high as its size, too tight between lines of different sizes.
-    constexpr double zeilenhoehe = 1.2;
-    constexpr double punkteProZoll = 72.0;
-    const double groesse = font().pointSizeF() * logicalDpiY() / punkteProZoll;
     return {static_cast<int>(std::ceil(QFontMetricsF(font()).horizontalAdvance(text()) - font().letterSpacing())),
-            static_cast<int>(std::ceil(zeilenhoehe * groesse))};
+            Schrift::zeilenhoehe(*this)};
 }
 
 QSize Schild::minimumSizeHint() const {

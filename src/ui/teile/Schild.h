@@ -2,6 +2,8 @@
 
 #include <QLabel>
 
+#include "ui/teile/Textzeile.h"
+
 namespace spurkiste {
 
 /// A line of text whose letter spacing ends with its last letter, so that spaced capitals stand flush on the right,
@@ -15,7 +17,7 @@ class Schild final : public QLabel {
     /// Where the ellipsis goes when the text is too long; Qt::ElideNone (the beginning) cuts nothing and asks for
     /// the text's whole width.
     void setzeKuerzung(Qt::TextElideMode kuerzung);
-    void setzeFarbe(const QColor& farbe);
+    void setzeFarbe(const QColor& farbe) { faerbeText(*this, farbe); }
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;

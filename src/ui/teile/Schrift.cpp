@@ -2,13 +2,15 @@
 
 #include <QGuiApplication>
 #include <QScreen>
-#include <QStringList>
+#include <cmath>
 
 #include "i18n/AppSprache.h"
 
 namespace spurkiste {
 
 namespace {
+
+constexpr double kPunkteProZoll = 72.0;
 
 /// The same characters are written differently in these languages; without a hint Japanese forms are shown.
 QString cjkFamilie() {
@@ -28,18 +30,23 @@ QString cjkFamilie() {
 }  // namespace
 
 QFont Schrift::mach(double groesse, QFont::Weight staerke, double sperrung) {
-    constexpr double punkteProZoll = 72.0;
     QFont schrift;
     schrift.setFamilies({QStringLiteral("Lato"), QStringLiteral("DejaVu Sans"), cjkFamilie()});
     // Only point sizes take fractions; the screen's logical resolution turns them back into the pixels meant here.
     const QScreen* schirm = QGuiApplication::primaryScreen();
     const double aufloesung = schirm == nullptr ? 96.0 : schirm->logicalDotsPerInchY();
-    schrift.setPointSizeF(groesse * punkteProZoll / aufloesung);
+    schrift.setPointSizeF(groesse * kPunkteProZoll / aufloesung);
     schrift.setWeight(staerke);
     if (sperrung > 0.0) {
         schrift.setLetterSpacing(QFont::AbsoluteSpacing, sperrung);
     }
     return schrift;
+}
+
+int Schrift::zeilenhoehe(const QWidget& element) {
+    constexpr double verhaeltnis = 1.2;
+    return static_cast<int>(
+        std::ceil(verhaeltnis * (element.font().pointSizeF() * element.logicalDpiY() / kPunkteProZoll)));
 }
 
 }  // namespace spurkiste

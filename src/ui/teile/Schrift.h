@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QFont>
+#include <QWidget>
 
 namespace spurkiste {
 
@@ -12,6 +13,10 @@ class Schrift {
 
     /// A font of `groesse` logical pixels, halves included, with `sperrung` logical pixels between letters.
     [[nodiscard]] static QFont mach(double groesse, QFont::Weight staerke = QFont::Normal, double sperrung = 0.0);
+
+    /// How high a line of the widget's font is, in logical pixels: Lato's own is as high as its size, too tight between
+    /// lines of different sizes.
+    [[nodiscard]] static int zeilenhoehe(const QWidget& element);
 };
 
 }  // namespace spurkiste

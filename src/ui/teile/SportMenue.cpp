@@ -104,39 +104,35 @@ QSize SportMenue::minimumSizeHint() const {
     return ausfuehrlich_ ? ideal : ideal.boundedTo({kKapselMindestens + 2 * papier::kRingRand, ideal.height()});
 }
 
-QRectF SportMenue::kasten() const {
-    const double ring = papier::kRingRand;
-    return QRectF(rect()).adjusted(ring, ring, -ring, -ring);
-}
-
 void SportMenue::paintEvent(QPaintEvent* /*ereignis*/) {
     if (!eintrag_) {
         return;
     }
     QPainter maler(this);
+    const QRectF kasten = papier::ohneRing(*this);
     if (ausfuehrlich_) {
-        maleAusfuehrlich(maler);
+        maleAusfuehrlich(maler, kasten);
     } else {
-        kapsel_.zeichne(maler, kasten().left(), kasten().top(), inhalt(), kasten().width());
+        kapsel_.zeichne(maler, kasten.left(), kasten.top(), inhalt(), kasten.width());
     }
-    const double radius = kasten().height() / 2;
+    const double radius = kasten.height() / 2;
     if (underMouse() || isDown()) {
-        papier::form(maler, kasten(), radius, KistePapier::mitDeckkraft(KistePapier::tinte, isDown() ? 0.06 : 0.03),
+        papier::form(maler, kasten, radius, KistePapier::mitDeckkraft(KistePapier::tinte, isDown() ? 0.06 : 0.03),
                      Qt::transparent);
     }
     if (hasFocus()) {
-        papier::fokusring(maler, kasten(), radius);
+        papier::fokusring(maler, kasten, radius);
     }
 }
 
-void SportMenue::maleAusfuehrlich(QPainter& maler) const {
-    papier::form(maler, kasten(), kHoehe / 2, KistePapier::mitDeckkraft(KistePapier::gold, 0.18),
+void SportMenue::maleAusfuehrlich(QPainter& maler, const QRectF& kasten) const {
+    papier::form(maler, kasten, kHoehe / 2, KistePapier::mitDeckkraft(KistePapier::gold, 0.18),
                  KistePapier::mitDeckkraft(KistePapier::gold, 0.72));
-    const double mitte = kasten().center().y();
-    double x = kasten().left() + kRand;
+    const double mitte = kasten.center().y();
+    double x = kasten.left() + kRand;
     Symbole::zeichne(maler, QRectF(x, mitte - kStift / 2, kStift, kStift), "pencil", KistePapier::tinte);
     x += kStift + kAbstand;
-    const double rechts = kasten().right() - kRand - kWinkel;
+    const double rechts = kasten.right() - kRand - kWinkel;
     const double oben = mitte - (kObereZeile + kUntereZeile) / 2;
     maler.setPen(KistePapier::tinte);
     const auto zeile = [&](const QFont& schrift, const QString& text, double y, double hoehe) {
@@ -173,7 +169,7 @@ void SportMenue::leaveEvent(QEvent* ereignis) {
 }
 
 void SportMenue::oeffneHier() {
-    const QRect hier = kasten().toRect();
+    const QRect hier = papier::ohneRing(*this).toRect();
     oeffne(*eintrag_, this, {mapToGlobal(hier.topLeft()), hier.size()},
            [this, eintrag = eintrag_](GpxSportart art) { Q_EMIT gewaehlt(eintrag, art); });
 }

@@ -11,9 +11,8 @@
 namespace spurkiste {
 
 /// Shows a record's sport and lets it be changed: a small capsule, whose text is shortened where there is little room,
-/// or the larger one of the header. It keeps nothing of
-/// its own: the choice is reported, and what it shows changes with the record. Keeps papier::kRingRand free for the
-/// focus ring. GUI thread.
+/// or the larger one of the header. It keeps nothing of its own: the choice is reported, and what it shows changes with
+/// the record. Keeps papier::kRingRand free for the focus ring. GUI thread.
 class SportMenue final : public QAbstractButton {
     Q_OBJECT
 
@@ -52,9 +51,8 @@ class SportMenue final : public QAbstractButton {
 
   private:
     [[nodiscard]] SportKapsel::Inhalt inhalt() const;
-    [[nodiscard]] QRectF kasten() const;
     void oeffneHier();
-    void maleAusfuehrlich(QPainter& maler) const;
+    void maleAusfuehrlich(QPainter& maler, const QRectF& kasten) const;
 
     bool ausfuehrlich_;
     Eintrag eintrag_;

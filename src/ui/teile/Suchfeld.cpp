@@ -8,6 +8,7 @@
 #include "ui/teile/Papier.h"
 #include "ui/teile/Schrift.h"
 #include "ui/teile/Symbole.h"
+#include "ui/teile/Textzeile.h"
 
 namespace spurkiste {
 
@@ -19,7 +20,6 @@ constexpr int kLupe = 16;
 constexpr int kRand = 11;    // before the glass
 constexpr int kAbstand = 8;  // between glass and text
 constexpr int kLeeren = 15;
-constexpr int kBreite = 334;
 
 }  // namespace
 
@@ -45,34 +45,22 @@ class Suchfeld::Leeren final : public QAbstractButton {
 
 Suchfeld::Suchfeld(QWidget* eltern) : QLineEdit(eltern), leeren_(new Leeren(this)) {
     setFrame(false);
-    setAttribute(Qt::WA_MacShowFocusRect, false);
     setFont(Schrift::mach(12.5));
     setAcceptDrops(false);  // files dropped on it are for the window, not their names for the search
     setPlaceholderText(QStringLiteral("Suchen"));
     setAccessibleName(QStringLiteral("Suchen"));
     setFixedHeight(kHoehe + 2 * papier::kRingRand);
     setTextMargins(papier::kRingRand + kRand + kLupe + kAbstand - 2, 0, papier::kRingRand + kHoehe, 0);
-    QPalette palette = this->palette();
-    palette.setColor(QPalette::Base, Qt::transparent);
-    palette.setColor(QPalette::Text, KistePapier::tinte);
-    palette.setColor(QPalette::PlaceholderText, KistePapier::tinteLeise);
-    palette.setColor(QPalette::Highlight, KistePapier::mitDeckkraft(KistePapier::gold, 0.28));
-    palette.setColor(QPalette::HighlightedText, KistePapier::tinte);
-    setPalette(palette);
+    faerbeText(*this, KistePapier::tinte);
     connect(leeren_, &QAbstractButton::clicked, this, &QLineEdit::clear);
     connect(this, &QLineEdit::textChanged, leeren_,
             [this](const QString& neu) { leeren_->setVisible(!neu.isEmpty()); });
 }
 
-QSize Suchfeld::sizeHint() const {
-    return {kBreite + 2 * papier::kRingRand, kHoehe + 2 * papier::kRingRand};
-}
-
 void Suchfeld::paintEvent(QPaintEvent* ereignis) {
     {
         QPainter maler(this);
-        const double rand = papier::kRingRand;
-        const QRectF kasten = QRectF(rect()).adjusted(rand, rand, -rand, -rand);
+        const QRectF kasten = papier::ohneRing(*this);
         papier::form(maler, kasten, kRadius, KistePapier::karte, KistePapier::mitDeckkraft(KistePapier::linie, 0.9));
         if (hasFocus()) {
             papier::fokusring(maler, kasten, kRadius);
@@ -94,16 +82,6 @@ void Suchfeld::keyPressEvent(QKeyEvent* ereignis) {
 void Suchfeld::resizeEvent(QResizeEvent* ereignis) {
     QLineEdit::resizeEvent(ereignis);
     leeren_->move(width() - papier::kRingRand - kHoehe, papier::kRingRand);
-}
-
-void Suchfeld::focusInEvent(QFocusEvent* ereignis) {
-    QLineEdit::focusInEvent(ereignis);
-    update();
-}
-
-void Suchfeld::focusOutEvent(QFocusEvent* ereignis) {
-    QLineEdit::focusOutEvent(ereignis);
-    update();
 }
 
 }  // namespace spurkiste

@@ -12,14 +12,10 @@ class Suchfeld final : public QLineEdit {
   public:
     explicit Suchfeld(QWidget* eltern = nullptr);
 
-    [[nodiscard]] QSize sizeHint() const override;
-
   protected:
     void paintEvent(QPaintEvent* ereignis) override;
     void keyPressEvent(QKeyEvent* ereignis) override;
     void resizeEvent(QResizeEvent* ereignis) override;
-    void focusInEvent(QFocusEvent* ereignis) override;
-    void focusOutEvent(QFocusEvent* ereignis) override;
 
   private:
     class Leeren;

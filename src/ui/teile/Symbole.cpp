@@ -43,10 +43,14 @@ QPixmap Symbole::bild(std::string_view name, double kasten, const QColor& farbe,
 void Symbole::zeichne(QPainter& maler, const QRectF& kasten, std::string_view name, const QColor& farbe) {
     const double verhaeltnis = maler.device()->devicePixelRatioF();
     const double seite = std::min(kasten.width(), kasten.height());
-    const QPixmap symbol = bild(name, seite, farbe, verhaeltnis);
+    zeichne(maler, kasten, seite, bild(name, seite, farbe, verhaeltnis));
+}
+
+void Symbole::zeichne(QPainter& maler, const QRectF& kasten, double seite, const QPixmap& bild) {
+    const double verhaeltnis = maler.device()->devicePixelRatioF();
     const auto rund = [&](double wert) { return std::round(wert * verhaeltnis) / verhaeltnis; };
     const QPointF mitte = kasten.center();
-    maler.drawPixmap(QPointF(rund(mitte.x() - seite / 2), rund(mitte.y() - seite / 2)), symbol);
+    maler.drawPixmap(QPointF(rund(mitte.x() - seite / 2), rund(mitte.y() - seite / 2)), bild);
 }
 
 }  // namespace spurkiste

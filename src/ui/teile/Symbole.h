@@ -4,7 +4,6 @@
 #include <QPainter>
 #include <QPixmap>
 #include <QRectF>
-#include <QString>
 #include <string_view>
 
 namespace spurkiste {
@@ -21,6 +20,9 @@ class Symbole {
 
     /// Draws the icon centred in `kasten` (its smaller side counts), snapped to whole device pixels.
     static void zeichne(QPainter& maler, const QRectF& kasten, std::string_view name, const QColor& farbe);
+
+    /// The same with a picture that bild() made for this side and the painter's device.
+    static void zeichne(QPainter& maler, const QRectF& kasten, double seite, const QPixmap& bild);
 };
 
 }  // namespace spurkiste

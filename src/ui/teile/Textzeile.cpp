@@ -4,8 +4,18 @@
 
 namespace spurkiste {
 
-QString alsText(const std::string& text) {
+QString alsText(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+void faerbeText(QWidget& element, const QColor& farbe) {
+    QPalette palette = element.palette();
+    palette.setColor(QPalette::Base, Qt::transparent);
+    palette.setColor(QPalette::WindowText, farbe);
+    palette.setColor(QPalette::Text, farbe);
+    palette.setColor(QPalette::Highlight, KistePapier::mitDeckkraft(KistePapier::gold, 0.28));
+    palette.setColor(QPalette::HighlightedText, KistePapier::tinte);
+    element.setPalette(palette);
 }
 
 QString alsKurzhilfe(const QString& text) {
@@ -19,17 +29,11 @@ void setzeKurzhilfe(QWidget& element, const QString& text) {
     }
 }
 
-QLabel* neueTextzeile(const QColor& farbe, bool waehlbar, QWidget* eltern) {
+QLabel* neueTextzeile(const QColor& farbe, QWidget* eltern) {
     auto* zeile = new QLabel(eltern);
     zeile->setTextFormat(Qt::PlainText);
-    QPalette palette = zeile->palette();
-    palette.setColor(QPalette::WindowText, farbe);
-    palette.setColor(QPalette::Highlight, KistePapier::mitDeckkraft(KistePapier::gold, 0.28));
-    palette.setColor(QPalette::HighlightedText, KistePapier::tinte);
-    zeile->setPalette(palette);
-    if (waehlbar) {
-        zeile->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    }
+    faerbeText(*zeile, farbe);
+    zeile->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     return zeile;
 }
 

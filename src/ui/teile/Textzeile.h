@@ -3,12 +3,15 @@
 #include <QColor>
 #include <QLabel>
 #include <QString>
-#include <string>
+#include <string_view>
 
 namespace spurkiste {
 
 /// Text as labels show it: bytes that are not UTF-8 become replacement characters, so that every name can be shown.
-[[nodiscard]] QString alsText(const std::string& text);
+[[nodiscard]] QString alsText(std::string_view text);
+
+/// Gives the widget's text a colour, on no ground of its own; what is marked in it lies on gold.
+void faerbeText(QWidget& element, const QColor& farbe);
 
 /// A text for a tooltip, which would otherwise take what looks like markup for it; long ones are broken into lines.
 [[nodiscard]] QString alsKurzhilfe(const QString& text);
@@ -16,7 +19,7 @@ namespace spurkiste {
 /// Gives the widget a tooltip of plain text, which a screen reader reads as plain text too; none for an empty one.
 void setzeKurzhilfe(QWidget& element, const QString& text);
 
-/// A label of plain text in one colour. `waehlbar` lets the text be marked and copied, by mouse and keyboard.
-[[nodiscard]] QLabel* neueTextzeile(const QColor& farbe, bool waehlbar, QWidget* eltern);
+/// A label of plain text in one colour, which can be marked and copied, by mouse and keyboard.
+[[nodiscard]] QLabel* neueTextzeile(const QColor& farbe, QWidget* eltern);
 
 }  // namespace spurkiste
