@@ -109,6 +109,12 @@ TEST_F(TabellenGestenTest, walksWithTheKeyboard) {
         const QRect hier = tabelle.visualRect(tabelle.currentIndex());
         EXPECT_TRUE(tabelle.viewport()->rect().contains(QRect(1, hier.top(), 1, hier.height()))) << schritt.taste;
     }
+    for (const auto& [sprung, reihe] : {std::pair(Qt::Key_End, 99), {Qt::Key_Home, 0}}) {
+        taste(sprung);
+        tabelle.setzeAuswahl({});
+        taste(sprung);  // to where the keyboard is already
+        EXPECT_EQ(sortiert(tabelle.auswahl()), bei(reihe));
+    }
 }
 
 TEST_F(TabellenGestenTest, findsNamesByTheirLetters) {
