@@ -95,8 +95,17 @@ struct Ausgabe {
             endlich = false;
             return {};
         }
-        // The digits of minus zero alone are an integer and would lose their sign when they are read.
-        return wert == 0.0 && std::signbit(wert) ? "-0.0" : zahl::schreibe(wert, puffer);
+        if (wert == 0.0 && std::signbit(wert)) {
+            return "-0.0";  // the digits alone are an integer and would lose their sign when they are read
+        }
+        constexpr double grenze = 9223372036854775808.0;  // 2^63, from where on not every reader takes an integer
+        return std::fabs(wert) < grenze ? zahl::schreibe(wert, puffer) : mitExponent(wert, puffer);
+    }
+
+    static std::string_view mitExponent(double wert, zahl::Puffer& puffer) {
+        const auto ende =
+            std::to_chars(puffer.data(), puffer.data() + puffer.size(), wert, std::chars_format::scientific).ptr;
+        return {puffer.data(), ende};
     }
 };
 
@@ -297,8 +306,8 @@ bool passtNicht(std::string_view ganzzahl) {
     return stelle == ende && fehler == std::errc::result_out_of_range;
 }
 
-/// The text with integers beyond 64 bits written as "123e0". The parser refuses them, yet they are valid JSON, and the
-/// shortest digits of a large double may look like that.
+/// The text with integers beyond 64 bits written as "123e0". The parser refuses them, yet they are valid JSON, and
+/// earlier caches hold some.
 std::string mitExponenten(std::string_view json) {
     constexpr std::string_view zahlzeichen = "+-.0123456789Ee";
     std::string ergebnis;
@@ -340,9 +349,11 @@ struct GpxMetadatenJson::Leser::Zerteiler {
     std::optional<dom::element> zerteile(std::string_view json) {
         dom::element ergebnis;
         auto fehler = parser.parse(json.data(), json.size(), false).get(ergebnis);
-        if (fehler == simdjson::NUMBER_ERROR) {
+        if (fehler != simdjson::SUCCESS) {  // which error a large integer is depends on the version
             umgeschrieben = mitExponenten(json);
-            fehler = parser.parse(umgeschrieben).get(ergebnis);
+            if (umgeschrieben.size() != json.size()) {
+                fehler = parser.parse(umgeschrieben).get(ergebnis);
+            }
         }
         return fehler == simdjson::SUCCESS ? std::optional(ergebnis) : std::nullopt;
     }

@@ -116,6 +116,22 @@ TEST(GpxMetadatenJson, ReadsBackEveryTextAndNumberAsItWas) {
     }
 }
 
+TEST(GpxMetadatenJson, AnIntegerThatIsWrittenFitsInto64Bits) {
+    const std::vector<std::pair<double, std::string>> faelle = {
+        {9223372036854774784.0, "9223372036854774784"},  // the last one below the limit
+        {9223372036854775808.0, "9.223372036854776e+18"},
+        {-9223372036854775808.0, "-9.223372036854776e+18"},
+        {18446744073709551616.0, "1.8446744073709552e+19"},
+        {123456789012345678901.0, "1.2345678901234568e+20"},
+        {1e22, "1e+22"},
+        {-1.7976931348623157e308, "-1.7976931348623157e+308"}};
+    for (const auto& [zahl, text] : faelle) {
+        GpxMetadaten eintrag;
+        eintrag.streckeMeter = zahl;
+        EXPECT_THAT(alsJson(eintrag), testing::HasSubstr("\"streckeMeter\":" + text + ","));
+    }
+}
+
 TEST(GpxMetadatenJson, EveryMemberMustHaveItsTypeAndMayBeAbsentOnlyWhenOptional) {
     // The kinds of members, and values that just these take.
     const std::vector<std::pair<std::string, std::vector<std::string>>> werte = {
