@@ -87,6 +87,31 @@ XmlExpat::XmlExpat(const char* kodierung, void* selbst) {
     XML_SetBillionLaughsAttackProtectionMaximumAmplification(parser(), 4.0F);
 }
 
+// Newer versions of expat have wider positions and call the others deprecated.
+#if XML_MAJOR_VERSION > 2 || (XML_MAJOR_VERSION == 2 && XML_MINOR_VERSION >= 9)
+
+std::size_t XmlExpat::zeile() const {
+    return XML_GetCurrentLineNumber64(parser());
+}
+
+XmlBereich XmlExpat::stelle() const {
+    const auto von = static_cast<std::size_t>(XML_GetCurrentByteIndex64(parser()));
+    return {von, von + XML_GetCurrentByteCount64(parser())};
+}
+
+#else
+
+std::size_t XmlExpat::zeile() const {
+    return XML_GetCurrentLineNumber(parser());
+}
+
+XmlBereich XmlExpat::stelle() const {
+    const auto von = static_cast<std::size_t>(XML_GetCurrentByteIndex(parser()));
+    return {von, von + static_cast<std::size_t>(XML_GetCurrentByteCount(parser()))};
+}
+
+#endif
+
 XmlFehler XmlExpat::fehler() const {
     switch (XML_GetErrorCode(parser())) {
         case XML_ERROR_NONE:

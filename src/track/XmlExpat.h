@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <exception>
 #include <memory>
 
@@ -19,6 +20,9 @@ class XmlExpat {
     /// Why the document ends where the parser is.
     [[nodiscard]] XmlFehler fehler() const;
 
+    /// The line, from 1, of what is being reported or of the error.
+    [[nodiscard]] std::size_t zeile() const;
+
   protected:
     /// `kodierung` overrules the document's declaration unless it is null; `selbst` goes to the handlers.
     /// Throws std::bad_alloc.
@@ -26,6 +30,9 @@ class XmlExpat {
     ~XmlExpat() = default;
 
     [[nodiscard]] XML_Parser parser() const { return parser_.get(); }
+
+    /// Where in the parsed bytes the thing being reported stands; inside an entity's text, that is its reference.
+    [[nodiscard]] XmlBereich stelle() const;
 
     /// Calls `meldung`. What it throws stops the parser and comes out of the next wirfGemerktes().
     template <typename Meldung>

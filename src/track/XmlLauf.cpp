@@ -15,14 +15,12 @@ namespace {
 class Zerleger final : private XmlExpat {
   public:
     using XmlExpat::fehler;
+    using XmlExpat::zeile;
 
     Zerleger(XmlEmpfaenger& empfaenger, const char* kodierung) : XmlExpat(kodierung, this), empfaenger_(empfaenger) {
         XML_SetElementHandler(parser(), anfang, ende);
         XML_SetCdataSectionHandler(parser(), cdataAnfang, cdataEnde);
     }
-
-    /// The line, from 1, of what is being reported or of the error.
-    [[nodiscard]] std::size_t zeile() const { return XML_GetCurrentLineNumber(parser()); }
 
     /// The whole document.
     void zerlege(std::span<const char> bytes) {
@@ -109,12 +107,6 @@ class Verorter final : private XmlExpat {
     static void XMLCALL ende(void* selbst, const XML_Char* /*name*/) {
         Verorter& v = *static_cast<Verorter*>(selbst);
         v.melde([&] { v.beende(); });
-    }
-
-    /// Where in the document expat is; inside an entity's text, that is its reference.
-    [[nodiscard]] XmlBereich stelle() const {
-        const auto von = static_cast<std::size_t>(XML_GetCurrentByteIndex(parser()));
-        return {von, von + static_cast<std::size_t>(XML_GetCurrentByteCount(parser()))};
     }
 
     [[nodiscard]] XmlBereich mitMarke(XmlBereich bereich) const { return {bereich.von + marke_, bereich.bis + marke_}; }
