@@ -60,7 +60,7 @@ class InhaltsAnsichtTest : public Bibliotheksaufbau {
         bibliothek = mach();
         fenster = std::make_unique<InhaltsAnsicht>(*bibliothek, einstellungen, dateimanager, sprachwechsel);
         fenster->show();
-        QApplication::setActiveWindow(fenster.get());
+        fenster->activateWindow();
         bis([&] { return wartende() > 0 || bibliothek->laedt().wert(); });
         setzeDurch();
     }
