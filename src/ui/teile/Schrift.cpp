@@ -40,6 +40,11 @@ QFont Schrift::mach(double groesse, QFont::Weight staerke, double sperrung) {
     if (sperrung > 0.0) {
         schrift.setLetterSpacing(QFont::AbsoluteSpacing, sperrung);
     }
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+    // Lato has two ideas of how high its lines are. Older versions of the toolkit take the typographic one by
+    // themselves.
+    schrift.setStyleStrategy(QFont::PreferTypoLineMetrics);
+#endif
     return schrift;
 }
 
