@@ -5,6 +5,7 @@ import glob
 import gzip
 import json
 import os
+import platform
 import re
 import struct
 import xml.etree.ElementTree as baum
@@ -38,10 +39,14 @@ def pruefe(bericht, paket, ordner):
 
 
 def pruefe_fassung(bericht, paket, ordner):
-    fassung = rufe("dpkg-deb", "-f", paket, "Version").stdout.strip()
+    paketfassung = rufe("dpkg-deb", "-f", paket, "Version").stdout.strip()
+    fassung, _, ausgabe = paketfassung.partition("~")
+    system = platform.freedesktop_os_release()
+    bericht.gleich("the package names its release", ausgabe, system["ID"].replace("debian", "deb") + system.get("VERSION_ID", ""))
+    bericht.gleich("and so does its file", os.path.basename(paket).split("_")[1], paketfassung)
     for programm in PROGRAMME:
         sagt = rufe(os.path.join(ordner, "usr/bin", programm), "--version").stdout.strip()
-        bericht.gleich(f"{programm} --version is the package's", sagt, f"{programm} {fassung}")
+        bericht.gleich(f"{programm} --version is the package's, without the release", sagt, f"{programm} {fassung}")
     with gzip.open(os.path.join(ordner, "usr/share/doc/spurkiste/changelog.gz"), "rt", encoding="utf-8") as datei:
         bericht.gleich("the changelog begins with this version", datei.readline().split()[1], f"({fassung})")
     metadaten = baum.parse(os.path.join(ordner, f"usr/share/metainfo/{KENNUNG}.metainfo.xml"))
