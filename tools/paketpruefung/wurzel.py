@@ -7,6 +7,7 @@ import stat
 import subprocess
 import time
 
+from . import frisch
 from .bericht import GEDULD, rufe, umgebung
 from .inhalt import FENSTERKLASSE, GROESSEN
 
@@ -21,44 +22,11 @@ SPUR = """<?xml version="1.0" encoding="UTF-8"?>
 """
 
 
-def quellen():
-    """Debian's archives as this machine's apt knows them, one line each; it is asked to look when it knows none."""
-    form = "deb $(REPO_URI) $(RELEASE) $(COMPONENT)"
-    for versuch in range(2):
-        zeilen = rufe("apt-get", "indextargets", "--format", form, "Created-By: Packages", "Origin: Debian").stdout.splitlines()
-        archive = sorted({zeile for zeile in zeilen if zeile.startswith("deb ")})
-        if archive or versuch > 0 or os.geteuid() != 0:
-            return archive
-        with contextlib.suppress(subprocess.TimeoutExpired):
-            rufe("apt-get", "update", timeout=120)
-    return []
-
-
-def warum_nicht_frisch(archive, ablage):
-    """Why no fresh system can be made here; empty when one can."""
-    if os.geteuid() != 0:
-        return "only root can change into one"
-    if rufe("unshare", "--mount", "--pid", "--fork", "true").returncode != 0:
-        return "mounting is not allowed here"
-    if not archive:
-        return "apt has no list of Debian's packages (apt-get update)"
-    _, adresse, ausgabe, _ = archive[0].split()
-    probe = os.path.join(ablage, "InRelease")
-    with contextlib.suppress(subprocess.TimeoutExpired):
-        rufe("/usr/lib/apt/apt-helper", "download-file", f"{adresse}dists/{ausgabe}/InRelease", probe, timeout=30)
-    return "" if os.path.exists(probe) else "the mirror does not answer"
-
-
 def baue_frisch(paket, ort, archive):
     """A Debian with nothing but what is essential and what the package says it needs."""
-    ausgabe = min((zeile.split()[2] for zeile in archive), key=len)  # not its updates
     bedarf = rufe("dpkg-deb", "-f", paket, "Depends").stdout
-    namen = ",".join(re.split(r"[ (|]", teil.strip())[0] for teil in bedarf.split(","))
-    rahmen = subprocess.run(
-        ["mmdebstrap", "--quiet", "--variant=essential", "--mode=root", "--dpkgopt=force-unsafe-io",
-         '--aptopt=APT::Install-Recommends "false"', "--include=" + namen, ausgabe, ort, "-"],
-        input="\n".join(archive) + "\n", text=True, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, env=umgebung(), timeout=600)
-    return rahmen.returncode == 0, rahmen.stdout
+    namen = {re.split(r"[ (|]", teil.strip())[0] for teil in bedarf.split(",")}
+    return frisch.baue(ort, frisch.ausgabe(archive), archive, "essential", namen)
 
 
 def verzeichnis(ort):
@@ -126,8 +94,8 @@ def lege_leer_an(ort):
 
 def pruefe(bericht, paket, ablage):
     ort = os.path.join(ablage, "wurzel")
-    archive = quellen()
-    grund = warum_nicht_frisch(archive, ablage)
+    archive = frisch.quellen()
+    grund = frisch.warum_nicht(archive, ablage)
     dpkg = ["dpkg", "--root=" + ort, "--log=/dev/null"]
     if grund:
         print(f"No fresh system, for {grund}: an empty folder instead, and nothing proves what the package depends on")
