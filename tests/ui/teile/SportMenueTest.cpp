@@ -47,6 +47,8 @@ class SportMenueTest : public testing::Test {
         fenster.resize(400, 300);
         fenster.show();
         fenster.activateWindow();
+        // A press where the pointer was when the menu opened closes it; without a pointer, newer versions take any so.
+        QTest::mouseMove(&fenster, QPoint(1, 1));
     }
 
     /// The menu that is open now; the test fails without one.
