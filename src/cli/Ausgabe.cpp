@@ -1,5 +1,6 @@
 #include "cli/Ausgabe.h"
 
+#include <array>
 #include <cmath>
 #include <string>
 
@@ -25,34 +26,30 @@ Tabelle::Ton ton(Schriftfarbe farbe) {
     return Tabelle::Ton::ruhig;
 }
 
-Tabelle::Spalte gestalte(Spalte spalte, const std::string& titel) {
-    using enum Tabelle::Ausrichtung;
-    switch (spalte) {
-        case Spalte::name:
-            return {titel, links, 14, 0};
-        case Spalte::datum:
-            return {titel, links, std::nullopt, 9};
-        case Spalte::sport:
-            return {titel, links, 8, 6};
-        case Spalte::laenge:
-            return {titel, rechts, std::nullopt, 10};
-        case Spalte::zeit:
-            return {titel, rechts, std::nullopt, 8};
-        case Spalte::anstieg:
-            return {titel, rechts, std::nullopt, 7};
-        case Spalte::punkte:
-            return {titel, rechts, std::nullopt, 1};
-        case Spalte::ghost:
-            return {titel, links, std::nullopt, 2};
-        case Spalte::art:
-            return {titel, links, std::nullopt, 3};
-        case Spalte::start:
-            return {titel, links, 8, 5};
-        case Spalte::ziel:
-            return {titel, links, 8, 4};
-    }
-    return {titel, links, std::nullopt, 0};
-}
+/// What Tabelle::Spalte says of a column besides its title.
+struct Gestalt {
+    Tabelle::Ausrichtung ausrichtung = Tabelle::Ausrichtung::links;
+    std::optional<std::size_t> mindestens;
+    int rang = 0;
+};
+
+constexpr auto kLinks = Tabelle::Ausrichtung::links;
+constexpr auto kRechts = Tabelle::Ausrichtung::rechts;
+
+constexpr auto kGestalten = std::to_array<Gestalt>({
+    {kLinks, 14, 0},              // name
+    {kLinks, std::nullopt, 9},    // datum
+    {kLinks, 8, 6},               // sport
+    {kRechts, std::nullopt, 10},  // laenge
+    {kRechts, std::nullopt, 8},   // zeit
+    {kRechts, std::nullopt, 7},   // anstieg
+    {kRechts, std::nullopt, 1},   // punkte
+    {kLinks, std::nullopt, 2},    // ghost
+    {kLinks, std::nullopt, 3},    // art
+    {kLinks, 8, 5},               // start
+    {kLinks, 8, 4},               // ziel
+});
+static_assert(kGestalten.size() == kSpalten.size());
 
 }  // namespace
 
@@ -73,7 +70,9 @@ void alsTabelle(const Bibliothek::Eintraege& eintraege, const Ansichtstexte& tex
                 bool farben, const Senke& senke) {
     Tabelle tabelle;
     for (const Spalte spalte : kSpalten) {
-        tabelle.spalten.push_back(gestalte(spalte, texte.spalten[static_cast<std::size_t>(spalte)]));
+        const auto nummer = static_cast<std::size_t>(spalte);
+        const Gestalt& gestalt = kGestalten[nummer];
+        tabelle.spalten.push_back({texte.spalten[nummer], gestalt.ausrichtung, gestalt.mindestens, gestalt.rang});
     }
     tabelle.zeilen.reserve(eintraege.size());
     double summe = 0.0;
