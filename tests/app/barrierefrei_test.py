@@ -20,7 +20,10 @@ class Barrierefrei(Ohrentest):
     # --- What is there ----------------------------------------------------------------------------------------------
 
     def rolle(self, element):
-        return element.getRoleName()
+        """By its number: the names that the accessibility library has for roles differ between its versions."""
+        rolle = element.getRole()
+        name = next(name for name in dir(self.atspi) if name.startswith("ROLE_") and getattr(self.atspi, name) == rolle)
+        return name.removeprefix("ROLE_").replace("_", " ").lower()
 
     def zustaende(self, element):
         return {self.atspi.stateToString(zustand) for zustand in element.getState().getStates()}
