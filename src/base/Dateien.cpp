@@ -142,6 +142,22 @@ std::size_t Leser::lies(std::span<char> puffer) {
     return gelesen;
 }
 
+std::size_t Leser::liesAb(std::uint64_t stelle, std::span<char> puffer) const {
+    std::size_t gelesen = 0;
+    while (gelesen < puffer.size()) {
+        const ssize_t anzahl = ::pread(nummer_, puffer.data() + gelesen, puffer.size() - gelesen,
+                                       static_cast<off_t>(stelle + gelesen));
+        if (anzahl < 0 && errno == EINTR) {
+            continue;
+        }
+        if (anzahl <= 0) {
+            break;
+        }
+        gelesen += static_cast<std::size_t>(anzahl);
+    }
+    return gelesen;
+}
+
 std::size_t Leser::groesse() const {
     struct stat zustand {};
     return ::fstat(nummer_.wert(), &zustand) == 0 ? static_cast<std::size_t>(zustand.st_size) : 0;

@@ -82,6 +82,10 @@ class Leser {
     /// of the file or when reading failed, which callers treat alike.
     [[nodiscard]] std::size_t lies(std::span<char> puffer);
 
+    /// The same from the given position on, without regard to the current one and without moving it. Several threads
+    /// at once.
+    [[nodiscard]] std::size_t liesAb(std::uint64_t stelle, std::span<char> puffer) const;
+
     /// The size now, in bytes; it may change while somebody writes.
     [[nodiscard]] std::size_t groesse() const;
 

@@ -87,6 +87,19 @@ class CacheLeser {
     bool hatEintraege_ = false;
 };
 
+/// What the file holds when it is as this program writes it, and nobody writes into it meanwhile.
+std::optional<CacheAbdruck> liesGerade(const dateien::Leser& datei, const CacheEigenform::Helfer& helfer) {
+    const auto stand = datei.stand();
+    if (!stand || stand->groesse <= 0) {
+        return std::nullopt;
+    }
+    const CacheEigenform::Text text{
+        [&datei](std::uint64_t stelle, std::span<char> puffer) { return datei.liesAb(stelle, puffer); },
+        static_cast<std::uint64_t>(stand->groesse)};
+    auto stellen = CacheEigenform::lies(text, helfer);
+    return stellen && datei.stand() == stand ? std::optional(CacheAbdruck{*stand, std::move(*stellen)}) : std::nullopt;
+}
+
 /// The records in list order, of those with the same path only the last.
 std::vector<const GpxMetadaten*> ohneDoppelte(std::span<const Eintrag> eintraege) {
     std::unordered_set<std::string_view> gesehen(eintraege.size());
@@ -115,10 +128,19 @@ Eintrag Cache::passend(const std::string& pfad) const {
     return unveraendert ? stelle->second : nullptr;
 }
 
-Cache Cache::liesAus(const std::string& ordner) {
+Cache Cache::liesAus(const std::string& ordner, const CacheEigenform::Helfer& helfer) {
     auto datei = dateien::Leser::oeffne(dateiIn(ordner));
     if (!datei) {
         return {};
+    }
+    if (auto abdruck = liesGerade(*datei, helfer)) {
+        Cache cache;
+        cache.eintraege.reserve(abdruck->stellen.size());
+        for (const auto& stelle : abdruck->stellen) {
+            cache.eintraege.insert_or_assign(stelle.eintrag->pfad, stelle.eintrag);
+        }
+        cache.abdruck = std::make_shared<const CacheAbdruck>(std::move(*abdruck));
+        return cache;
     }
     auto cache = CacheLeser([&datei](std::span<char> puffer) { return datei->lies(puffer); }).lies();
     return cache && cache->version == kVersion ? std::move(*cache) : Cache{};

@@ -1,12 +1,15 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 
+#include "library/CacheAbdruck.h"
+#include "library/CacheEigenform.h"
 #include "track/GpxMetadaten.h"
 
 namespace spurkiste {
@@ -20,6 +23,7 @@ struct Cache {
 
     std::int64_t version = kVersion;
     std::unordered_map<std::string, Eintrag> eintraege;  ///< by `pfad`
+    std::shared_ptr<const CacheAbdruck> abdruck;         ///< of the file it was read from, when that has our own form
 
     /// The stored record of the file at `pfad` when size and date on disk still match it: the same size, the date
     /// less than one second away. Nothing in every doubt, so also when the record names another path than its key.
@@ -28,7 +32,7 @@ struct Cache {
 
     /// Reads the cache of a folder. Empty when the file is missing, unreadable, malformed, of another version, or
     /// holds a single record that does not decode.
-    [[nodiscard]] static Cache liesAus(const std::string& ordner);
+    [[nodiscard]] static Cache liesAus(const std::string& ordner, const CacheEigenform::Helfer& helfer = {});
 
     /// The cache in a JSON text; nothing when it is malformed, lacks a member, or a single record does not decode.
     /// A version other than kVersion is not an error here. Of members with the same name the last one counts, unknown

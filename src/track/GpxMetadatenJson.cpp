@@ -5,12 +5,14 @@
 #include <charconv>
 #include <cmath>
 #include <system_error>
+#include <tuple>
 #include <utility>
 
 #include <simdjson.h>
 
 #include "base/Text.h"
 #include "base/Zahl.h"
+#include "track/GpxMetadatenFelder.h"
 #include "track/JsonText.h"
 
 namespace spurkiste {
@@ -149,28 +151,19 @@ bool lies(dom::element json, std::optional<Wert>& wert) {
 
 /// How one field of a type goes to JSON and back.
 template <class Typ>
-struct Feld {
+struct Umgang {
     std::string_view name;
     bool pflicht = false;
     bool (*lies)(dom::element, Typ&) = nullptr;
     void (*schreibe)(Ausgabe&, std::string_view name, const Typ&) = nullptr;
 };
 
-/// The members of a type's object, in order.
-template <class Typ>
-struct Felder;
-
-template <class Wert>
-constexpr bool kOptional = false;
-template <class Wert>
-constexpr bool kOptional<std::optional<Wert>> = true;
-
 template <auto zeiger, class Typ, class Wert>
-constexpr Feld<Typ> feldAus(std::string_view name, Wert Typ::* /*zeiger*/) {
-    return {name, !kOptional<Wert>, [](dom::element json, Typ& objekt) { return lies(json, objekt.*zeiger); },
+constexpr Umgang<Typ> umgangMit(std::string_view name, Wert Typ::* /*zeiger*/) {
+    return {name, !json::kOptional<Wert>, [](dom::element json, Typ& objekt) { return lies(json, objekt.*zeiger); },
             [](Ausgabe& ausgabe, std::string_view mitglied, const Typ& objekt) {
                 const Wert& wert = objekt.*zeiger;
-                if constexpr (!kOptional<Wert>) {
+                if constexpr (!json::kOptional<Wert>) {
                     ausgabe.schreibeMitglied(mitglied, wert);
                 } else if (wert) {
                     ausgabe.schreibeMitglied(mitglied, *wert);
@@ -178,60 +171,16 @@ constexpr Feld<Typ> feldAus(std::string_view name, Wert Typ::* /*zeiger*/) {
             }};
 }
 
-template <auto zeiger>
-constexpr auto feld(std::string_view name) {
-    return feldAus<zeiger>(name, zeiger);
-}
-
-template <>
-struct Felder<Koordinate> {
-    static constexpr std::array liste = {
-        feld<&Koordinate::breite>("breite"),
-        feld<&Koordinate::laenge>("laenge"),
-    };
-};
-
-template <>
-struct Felder<GpxWetter> {
-    static constexpr std::array liste = {
-        feld<&GpxWetter::temperaturCelsius>("temperaturCelsius"),
-        feld<&GpxWetter::luftfeuchteProzent>("luftfeuchteProzent"),
-        feld<&GpxWetter::windKmh>("windKmh"),
-        feld<&GpxWetter::windrichtung>("windrichtung"),
-        feld<&GpxWetter::lage>("lage"),
-        feld<&GpxWetter::messpunkte>("messpunkte"),
-    };
-};
-
-template <>
-struct Felder<GpxMetadaten> {
-    static constexpr std::array liste = {
-        feld<&GpxMetadaten::pfad>("pfad"),
-        feld<&GpxMetadaten::dateiName>("dateiName"),
-        feld<&GpxMetadaten::spurName>("spurName"),
-        feld<&GpxMetadaten::datum>("datum"),
-        feld<&GpxMetadaten::dateiDatum>("dateiDatum"),
-        feld<&GpxMetadaten::dateiGroesse>("dateiGroesse"),
-        feld<&GpxMetadaten::streckeMeter>("streckeMeter"),
-        feld<&GpxMetadaten::dauerSekunden>("dauerSekunden"),
-        feld<&GpxMetadaten::anstiegMeter>("anstiegMeter"),
-        feld<&GpxMetadaten::punkte>("punkte"),
-        feld<&GpxMetadaten::start>("start"),
-        feld<&GpxMetadaten::ende>("ende"),
-        feld<&GpxMetadaten::rundkurs>("rundkurs"),
-        feld<&GpxMetadaten::hatZeitstempel>("hatZeitstempel"),
-        feld<&GpxMetadaten::sportRoh>("sportRoh"),
-        feld<&GpxMetadaten::startOrt>("startOrt"),
-        feld<&GpxMetadaten::zielOrt>("zielOrt"),
-        feld<&GpxMetadaten::skizze>("skizze"),
-        feld<&GpxMetadaten::wetter>("wetter"),
-    };
-};
+/// The members of a type's object, in order.
+template <class Typ>
+constexpr std::array kMitglieder = std::apply(
+    [](auto... feld) { return std::array{umgangMit<feld.zeiger>(feld.name, feld.zeiger)...}; },
+    json::Felder<Typ>::liste);
 
 template <class Typ>
 void Ausgabe::schreibeObjekt(const Typ& objekt) {
     ziel += '{';
-    for (const Feld<Typ>& f : Felder<Typ>::liste) {
+    for (const Umgang<Typ>& f : kMitglieder<Typ>) {
         f.schreibe(*this, f.name, objekt);
     }
     ziel += '}';
@@ -239,7 +188,7 @@ void Ausgabe::schreibeObjekt(const Typ& objekt) {
 
 template <class Typ>
 bool liesObjekt(dom::element json, Typ& objekt) {
-    constexpr auto& felder = Felder<Typ>::liste;
+    constexpr auto& felder = kMitglieder<Typ>;
     dom::object mitglieder;
     if (json.get(mitglieder) != simdjson::SUCCESS) {
         return false;

@@ -2,57 +2,104 @@
 
 #include <algorithm>
 #include <cassert>
+#include <cstring>
 #include <utility>
+
+#include "base/Seiten.h"
 
 namespace spurkiste {
 
-struct Skizze::Inhalt {
-    std::vector<Koordinate> punkte;
-    std::vector<std::uint32_t> anfaenge;  // index of each line's first point
-};
-
-Skizze::Skizze(std::shared_ptr<const Inhalt> inhalt) : inhalt_(std::move(inhalt)) {}
+void Skizze::Bau::leere() {
+    punkte_.clear();
+    anfaenge_.clear();
+}
 
 void Skizze::Bau::beginneLinie() {
     anfaenge_.push_back(static_cast<std::uint32_t>(punkte_.size()));
 }
 
-void Skizze::Bau::haengeAn(const Koordinate& punkt) {
-    assert(!anfaenge_.empty());
-    punkte_.push_back(punkt);
+bool Skizze::Bau::gleicht(const Skizze& skizze) const {
+    if (anfaenge_.size() != skizze.linien_ || !std::ranges::equal(punkte_, skizze.punkte())) {
+        return false;
+    }
+    for (std::size_t i = 0; i < anfaenge_.size(); ++i) {
+        if (anfaenge_[i] != skizze.anfang(i)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+std::size_t Skizze::Bau::plaetze() const {
+    const std::size_t anfaenge = (anfaenge_.size() - 1) * sizeof(std::uint32_t);
+    return punkte_.size() + (anfaenge + sizeof(Koordinate) - 1) / sizeof(Koordinate);
 }
 
 Skizze Skizze::Bau::fertig() && {
-    if (anfaenge_.empty()) {
-        return {};
-    }
-    // A library keeps one of these per record for the whole run: exactly the room it needs.
-    punkte_.shrink_to_fit();
-    anfaenge_.shrink_to_fit();
-    return Skizze(std::make_shared<const Inhalt>(Inhalt{std::move(punkte_), std::move(anfaenge_)}));
+    return anfaenge_.empty() ? Skizze() : fertigAn([](std::size_t anzahl) {
+        auto platz = std::make_shared<Koordinate[]>(anzahl);
+        Koordinate* const anfang = platz.get();
+        return std::shared_ptr<Koordinate>(std::move(platz), anfang);
+    }(plaetze()));
 }
 
-std::size_t Skizze::linien() const {
-    return inhalt_ ? inhalt_->anfaenge.size() : 0;
+Skizze Skizze::Bau::fertigIn(Lager& lager) const {
+    return anfaenge_.empty() ? Skizze() : fertigAn(lager.nimm(plaetze()));
+}
+
+Skizze Skizze::Bau::fertigAn(std::shared_ptr<Koordinate> platz) const {
+    Koordinate* const hinten = std::copy(punkte_.begin(), punkte_.end(), platz.get());
+    if (anfaenge_.size() > 1) {
+        std::memcpy(static_cast<void*>(hinten), anfaenge_.data() + 1, (anfaenge_.size() - 1) * sizeof(std::uint32_t));
+    }
+    Skizze ergebnis;
+    ergebnis.platz_ = std::move(platz);
+    ergebnis.punkte_ = static_cast<std::uint32_t>(punkte_.size());
+    ergebnis.linien_ = static_cast<std::uint32_t>(anfaenge_.size());
+    return ergebnis;
+}
+
+std::size_t Skizze::anfang(std::size_t nummer) const {
+    if (nummer == 0) {
+        return 0;
+    }
+    std::uint32_t wert = 0;
+    const auto* const bytes = static_cast<const char*>(static_cast<const void*>(platz_.get() + punkte_));
+    std::memcpy(&wert, bytes + (nummer - 1) * sizeof wert, sizeof wert);
+    return wert;
 }
 
 std::span<const Koordinate> Skizze::linie(std::size_t nummer) const {
     assert(nummer < linien());
-    const std::size_t von = inhalt_->anfaenge[nummer];
-    const std::size_t bis = nummer + 1 < linien() ? inhalt_->anfaenge[nummer + 1] : inhalt_->punkte.size();
-    return std::span(inhalt_->punkte).subspan(von, bis - von);
-}
-
-std::span<const Koordinate> Skizze::punkte() const {
-    return inhalt_ ? std::span<const Koordinate>(inhalt_->punkte) : std::span<const Koordinate>();
+    const std::size_t von = anfang(nummer);
+    const std::size_t bis = nummer + 1 < linien() ? anfang(nummer + 1) : punkte_;
+    return punkte().subspan(von, bis - von);
 }
 
 bool operator==(const Skizze& a, const Skizze& b) {
-    if (a.inhalt_ == b.inhalt_) {
+    if (a.linien_ != b.linien_ || a.punkte_ != b.punkte_) {
+        return false;
+    }
+    if (a.platz_ == b.platz_) {
         return true;
     }
-    return a.inhalt_ && b.inhalt_ && a.inhalt_->anfaenge == b.inhalt_->anfaenge &&
-           a.inhalt_->punkte == b.inhalt_->punkte;
+    for (std::size_t i = 1; i < a.linien_; ++i) {
+        if (a.anfang(i) != b.anfang(i)) {
+            return false;
+        }
+    }
+    return std::ranges::equal(a.punkte(), b.punkte());
+}
+
+std::shared_ptr<Koordinate> Skizze::Lager::nimm(std::size_t plaetze) {
+    const std::size_t groesse = plaetze * sizeof(Koordinate);
+    if (!aktuelles_ || aktuelles_->bytes().size() - belegt_ < groesse) {
+        aktuelles_ = std::make_shared<Seiten>(std::max(stueck_, groesse));
+        belegt_ = 0;
+    }
+    std::byte* const stelle = aktuelles_->bytes().data() + belegt_;
+    belegt_ += groesse;
+    return {aktuelles_, static_cast<Koordinate*>(static_cast<void*>(stelle))};
 }
 
 }  // namespace spurkiste

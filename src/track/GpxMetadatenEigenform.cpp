@@ -1,0 +1,206 @@
+#include "track/GpxMetadatenEigenform.h"
+
+#include <array>
+#include <cstring>
+#include <optional>
+#include <string>
+#include <tuple>
+#include <utility>
+
+#include "base/Text.h"
+#include "track/Eigenzahl.h"
+#include "track/GpxMetadatenFelder.h"
+
+namespace spurkiste {
+
+namespace {
+
+/// What ends a run of ordinary characters in a string. The zeros behind the bytes do, too.
+constexpr std::array<bool, 256> kBesondere = [] {
+    std::array<bool, 256> besondere{};
+    for (unsigned i = 0; i < 0x20; ++i) {
+        besondere[i] = true;
+    }
+    besondere['"'] = besondere['\\'] = true;
+    return besondere;
+}();
+
+const char* sucheBesonderes(const char* stelle) {
+    while (!kBesondere[static_cast<unsigned char>(*stelle)]) {
+        ++stelle;
+    }
+    return stelle;
+}
+
+/// The character that an escape stands for, of those that are written; 0 for others.
+char entziffere(const char*& stelle) {
+    constexpr std::string_view ziffern = "0123456789abcdef";
+    constexpr std::string_view vorn = "\\u00";
+    if (stelle[1] == '"' || stelle[1] == '\\') {
+        stelle += 2;
+        return stelle[-1];
+    }
+    const auto niedrig = ziffern.find(stelle[5]);
+    if (std::memcmp(stelle, vorn.data(), vorn.size()) != 0 || (stelle[4] != '0' && stelle[4] != '1') ||
+        stelle[5] == '\0' || niedrig == std::string_view::npos) {
+        return '\0';
+    }
+    const auto wert = static_cast<char>((stelle[4] - '0') * 16 + static_cast<int>(niedrig));
+    stelle += wert == 0 ? 0 : 6;
+    return wert;
+}
+
+/// Goes through the bytes of one record. Where it stops, `stelle` stays.
+struct Lauf {
+    const char* stelle;
+    Skizze::Bau& bau;
+
+    bool nimm(char zeichen) {
+        const bool passt = *stelle == zeichen;
+        stelle += passt ? 1 : 0;
+        return passt;
+    }
+
+    bool nimm(std::string_view text) {
+        const bool passt = std::memcmp(stelle, text.data(), text.size()) == 0;
+        stelle += passt ? text.size() : 0;
+        return passt;
+    }
+
+    bool lies(std::string& wert) {
+        if (!nimm('"')) {
+            return false;
+        }
+        const char* ende = sucheBesonderes(stelle);
+        wert.assign(stelle, ende);
+        stelle = ende;
+        while (*stelle == '\\') {
+            const char zeichen = entziffere(stelle);
+            if (zeichen == '\0' && *stelle == '\\') {
+                return false;
+            }
+            ende = sucheBesonderes(stelle);
+            wert.append(1, zeichen).append(stelle, ende);
+            stelle = ende;
+        }
+        return nimm('"') && text::istUtf8(wert);
+    }
+
+    bool lies(double& wert) { return eigenzahl::lies(stelle, wert); }
+    bool lies(std::int64_t& wert) { return eigenzahl::lies(stelle, wert); }
+    bool lies(Zeitpunkt& wert) { return lies(wert.sekunden); }
+
+    bool lies(bool& wert) {
+        wert = *stelle == 't';
+        return nimm(wert ? std::string_view("true") : std::string_view("false"));
+    }
+
+    bool lies(Koordinate& wert) {
+        return nimm(R"({"breite":)") && lies(wert.breite) && nimm(R"(,"laenge":)") && lies(wert.laenge) && nimm('}');
+    }
+
+    bool lies(GpxWetter& wert) { return liesObjekt(wert); }
+
+    /// The sketch itself is made when the whole record is known.
+    bool lies(const Skizze& /*wert*/) {
+        bau.leere();
+        return liesFeld([this] {
+            bau.beginneLinie();
+            return liesFeld([this] {
+                Koordinate punkt;
+                if (!lies(punkt)) {
+                    return false;
+                }
+                bau.haengeAn(punkt);
+                return true;
+            });
+        });
+    }
+
+    template <class LiesWert>
+    bool liesFeld(const LiesWert& liesWert) {
+        if (!nimm('[')) {
+            return false;
+        }
+        if (nimm(']')) {
+            return true;
+        }
+        do {
+            if (!liesWert()) {
+                return false;
+            }
+        } while (nimm(','));
+        return nimm(']');
+    }
+
+    template <class Typ>
+    bool liesObjekt(Typ& objekt) {
+        bool erstes = true;
+        return nimm('{') &&
+               std::apply(
+                   [&](auto... feld) { return (liesMitglied(feld.name, objekt.*(feld.zeiger), erstes) && ...); },
+                   json::Felder<Typ>::liste) &&
+               nimm('}');
+    }
+
+    template <class Wert>
+    bool liesMitglied(std::string_view name, Wert& wert, bool& erstes) {
+        const char* const name_ab = stelle + (erstes ? 1 : 2);
+        const bool da = (erstes || *stelle == ',') && name_ab[-1] == '"' &&
+                        std::memcmp(name_ab, name.data(), name.size()) == 0 && name_ab[name.size()] == '"' &&
+                        name_ab[name.size() + 1] == ':';
+        if (da) {
+            stelle = name_ab + name.size() + 2;
+            erstes = false;
+        }
+        if constexpr (json::kOptional<Wert>) {
+            wert.reset();
+            return !da || lies(wert.emplace());
+        } else {
+            return da && lies(wert);
+        }
+    }
+};
+
+}  // namespace
+
+Eintrag GpxMetadatenEigenform::lies(std::string_view bytes) {
+    constexpr std::string_view mitte = R"(:{"pfad":)";
+    gelesen_ = 0;
+    Lauf lauf{bytes.data(), bau_};
+    if (!lauf.nimm('"')) {
+        return nullptr;
+    }
+    while (*(lauf.stelle = sucheBesonderes(lauf.stelle)) == '\\') {
+        lauf.stelle += 2;
+    }
+    gelesen_ = static_cast<std::size_t>(lauf.stelle - bytes.data());
+    if (!lauf.nimm('"')) {
+        return nullptr;
+    }
+    const std::string_view schluessel = bytes.substr(0, gelesen_ + 1);
+    if (bytes.size() < 2 * schluessel.size() + mitte.size()) {
+        gelesen_ = bytes.size();
+        return nullptr;
+    }
+    const char* const eintrag = lauf.stelle + 1;
+    if (!lauf.nimm(mitte) || !lauf.nimm(schluessel)) {
+        return nullptr;
+    }
+    lauf.stelle = eintrag;
+    const bool gelungen = lauf.liesObjekt(entwurf_);
+    gelesen_ = static_cast<std::size_t>(lauf.stelle - bytes.data());
+    if (!gelungen) {
+        return nullptr;
+    }
+    if (Eintrag bekannt = bekannte_ ? bekannte_(entwurf_.pfad) : nullptr; bekannt && bau_.gleicht(bekannt->skizze)) {
+        entwurf_.skizze = bekannt->skizze;
+        if (entwurf_ == *bekannt) {
+            return bekannt;
+        }
+    }
+    entwurf_.skizze = bau_.fertigIn(lager_);
+    return std::make_shared<const GpxMetadaten>(std::move(entwurf_));
+}
+
+}  // namespace spurkiste
