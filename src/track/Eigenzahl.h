@@ -2,15 +2,12 @@
 
 #include <array>
 #include <bit>
-#include <charconv>
-#include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <system_error>
 
 /// Numbers as the cache has them, read eight digits at a time. Every function takes a position in bytes that go on for
-/// at least 32 more, moves it behind the number and says whether one stood there, in a form that zahl::schreibe() may
-/// have chosen; otherwise the position stays.
+/// at least 40 more and returns the one behind the number that stands there, in a form that zahl::schreibe() may have
+/// chosen; null when there is none.
 namespace spurkiste::eigenzahl {
 
 namespace intern {
@@ -41,87 +38,83 @@ inline std::uint64_t wert(std::uint64_t acht, unsigned anzahl) {
            32U;
 }
 
-inline constexpr std::array kZehn = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7, 1e8,
-                                     1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16};
+/// The powers of ten that a double holds exactly.
+inline constexpr std::array kZehn = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+                                     1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 inline constexpr std::array<std::uint64_t, 9> kGanzeZehn = {1,      10,      100,      1000,     10000,
                                                             100000, 1000000, 10000000, 100000000};
+/// Up to here every integer is a double.
+inline constexpr std::uint64_t kGenau = std::uint64_t{1} << 53U;
 
 inline bool istZiffer(char zeichen) {
     return zeichen >= '0' && zeichen <= '9';
 }
 
 /// Reads digits, 18 at most and no superfluous zero in front.
-inline bool liesZiffern(const char*& stelle, std::uint64_t& zahl) {
+inline const char* liesZiffern(const char* stelle, std::uint64_t& zahl) {
     const char* p = stelle;
     while (istZiffer(*p) && p - stelle < 19) {
         zahl = zahl * 10 + static_cast<std::uint64_t>(*p++ - '0');
     }
     const auto anzahl = p - stelle;
-    const bool passt = anzahl > 0 && anzahl < 19 && (anzahl == 1 || *stelle != '0');
-    stelle = passt ? p : stelle;
-    return passt;
+    return anzahl > 0 && anzahl < 19 && (anzahl == 1 || *stelle != '0') ? p : nullptr;
 }
 
-/// The numbers that are rare: with an exponent or of more digits than a double holds exactly.
-bool liesSeltene(const char*& stelle, double& zahl);
+/// Reads decimals, as many as 64 bits hold together with what stands before the point.
+const char* liesBruch(const char* stelle, std::uint64_t& zahl, unsigned& stellen);
+
+/// zahl / 10^stellen, rounded once, for what is more than a double holds exactly. NaN when that takes a closer look.
+double teile(std::uint64_t zahl, unsigned stellen);
+
+/// The numbers that are rare: with an exponent or many digits.
+const char* liesSeltene(const char* stelle, double& zahl);
 
 }  // namespace intern
 
 /// An integer. Not -0, which is none.
-inline bool lies(const char*& stelle, std::int64_t& zahl) {
+inline const char* lies(const char* stelle, std::int64_t& zahl) {
     const bool negativ = *stelle == '-';
-    const char* p = stelle + (negativ ? 1 : 0);
     std::uint64_t betrag = 0;
-    if (!intern::liesZiffern(p, betrag) || (negativ && betrag == 0)) {
-        return false;
-    }
+    const char* const nach = intern::liesZiffern(stelle + (negativ ? 1 : 0), betrag);
     zahl = negativ ? -static_cast<std::int64_t>(betrag) : static_cast<std::int64_t>(betrag);
-    stelle = p;
-    return true;
+    return negativ && betrag == 0 ? nullptr : nach;
 }
 
 /// A number. Up to 2^53 its digits are an integer that a double holds exactly, and so is the power of ten below it:
 /// their quotient is rounded once and therefore right (W. D. Clinger, "How to read floating point numbers accurately",
 /// 1990).
-inline bool lies(const char*& stelle, double& zahl) {
+inline const char* lies(const char* stelle, double& zahl) {
     const bool negativ = *stelle == '-';
-    const char* p = stelle + (negativ ? 1 : 0);
     std::uint64_t betrag = 0;
-    if (!intern::liesZiffern(p, betrag)) {
-        return intern::liesSeltene(stelle, zahl);
+    const char* p = intern::liesZiffern(stelle + (negativ ? 1 : 0), betrag);
+    if (p == nullptr) {
+        return nullptr;
     }
     unsigned stellen = 0;
     if (*p == '.') {
-        constexpr std::uint64_t hoechstens = 90'071'992;  // times 10^8 it stays below 2^53
-        ++p;
-        for (bool weiter = true; weiter;) {
-            const std::uint64_t acht = intern::lade(p);
-            const unsigned anzahl = intern::ziffern(acht);
-            if (anzahl == 0) {
-                break;
-            }
-            if (betrag >= hoechstens && betrag >= 9'007'199'254'740'992 / intern::kGanzeZehn[anzahl]) {
-                return intern::liesSeltene(stelle, zahl);
-            }
-            betrag = betrag * intern::kGanzeZehn[anzahl] + intern::wert(acht, anzahl);
-            stellen += anzahl;
-            p += anzahl;
-            weiter = anzahl == 8 && stellen < 16;
-        }
-        const bool minusNull = negativ && betrag == 0 && stellen == 1;
-        if (stellen == 0 || (p[-1] == '0' && !minusNull) || intern::istZiffer(*p)) {
+        const std::uint64_t acht = intern::lade(++p);
+        stellen = intern::ziffern(acht);
+        if (stellen == 7 && betrag < intern::kGenau / intern::kGanzeZehn[8]) {
+            // Most coordinates. The processor guesses this and reads on before it has counted.
+            betrag = betrag * intern::kGanzeZehn[7] + intern::wert(acht, 7);
+            p += 7;
+        } else if ((p = intern::liesBruch(p, betrag, stellen)) == nullptr) {
             return intern::liesSeltene(stelle, zahl);
         }
+        if (p[-1] == '0' && !(negativ && betrag == 0 && stellen == 1)) {
+            return nullptr;
+        }
     } else if (negativ && betrag == 0) {
-        return false;
+        return nullptr;
     }
-    if (*p == 'e') {
+    const double quotient = betrag <= intern::kGenau || stellen == 0
+                                ? static_cast<double>(betrag) / intern::kZehn[stellen]
+                                : intern::teile(betrag, stellen);
+    if (*p == 'e' || quotient != quotient) {
         return intern::liesSeltene(stelle, zahl);
     }
-    const double quotient = static_cast<double>(betrag) / intern::kZehn[stellen];
     zahl = negativ ? -quotient : quotient;
-    stelle = p;
-    return true;
+    return p;
 }
 
 }  // namespace spurkiste::eigenzahl

@@ -86,8 +86,8 @@ struct Lauf {
         return nimm('"') && text::istUtf8(wert);
     }
 
-    bool lies(double& wert) { return eigenzahl::lies(stelle, wert); }
-    bool lies(std::int64_t& wert) { return eigenzahl::lies(stelle, wert); }
+    bool lies(double& wert) { return geheNach(eigenzahl::lies(stelle, wert)); }
+    bool lies(std::int64_t& wert) { return geheNach(eigenzahl::lies(stelle, wert)); }
     bool lies(Zeitpunkt& wert) { return lies(wert.sekunden); }
 
     bool lies(bool& wert) {
@@ -95,30 +95,56 @@ struct Lauf {
         return nimm(wert ? std::string_view("true") : std::string_view("false"));
     }
 
-    bool lies(Koordinate& wert) {
-        return nimm(R"({"breite":)") && lies(wert.breite) && nimm(R"(,"laenge":)") && lies(wert.laenge) && nimm('}');
+    /// Nearly all of a cache is coordinates, so the position stays in a register from the first to the last of a line.
+    static const char* liesPunkt(const char* p, Koordinate& wert) {
+        constexpr std::string_view vorn = R"({"breite":)";
+        constexpr std::string_view mitte = R"(,"laenge":)";
+        p = std::memcmp(p, vorn.data(), vorn.size()) == 0 ? eigenzahl::lies(p + vorn.size(), wert.breite) : nullptr;
+        if (p == nullptr || std::memcmp(p, mitte.data(), mitte.size()) != 0) {
+            return nullptr;
+        }
+        p = eigenzahl::lies(p + mitte.size(), wert.laenge);
+        return p != nullptr && *p == '}' ? p + 1 : nullptr;
     }
 
+    bool lies(Koordinate& wert) { return geheNach(liesPunkt(stelle, wert)); }
+
     bool lies(GpxWetter& wert) { return liesObjekt(wert); }
+
+    bool geheNach(const char* nach) {
+        stelle = nach != nullptr ? nach : stelle;
+        return nach != nullptr;
+    }
+
+    bool liesLinie() {
+        bau.beginneLinie();
+        if (!nimm('[')) {
+            return false;
+        }
+        if (nimm(']')) {
+            return true;
+        }
+        const char* p = stelle;
+        for (;;) {
+            Koordinate punkt;
+            const char* const nach = liesPunkt(p, punkt);
+            if (nach == nullptr) {
+                break;
+            }
+            bau.haengeAn(punkt);
+            if (*nach != ',') {
+                stelle = nach;
+                return nimm(']');
+            }
+            p = nach + 1;
+        }
+        stelle = p;
+        return false;
+    }
 
     /// The sketch itself is made when the whole record is known.
     bool lies(const Skizze& /*wert*/) {
         bau.leere();
-        return liesFeld([this] {
-            bau.beginneLinie();
-            return liesFeld([this] {
-                Koordinate punkt;
-                if (!lies(punkt)) {
-                    return false;
-                }
-                bau.haengeAn(punkt);
-                return true;
-            });
-        });
-    }
-
-    template <class LiesWert>
-    bool liesFeld(const LiesWert& liesWert) {
         if (!nimm('[')) {
             return false;
         }
@@ -126,7 +152,7 @@ struct Lauf {
             return true;
         }
         do {
-            if (!liesWert()) {
+            if (!liesLinie()) {
                 return false;
             }
         } while (nimm(','));

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <string>
 #include <string_view>
 
 #include "track/GpxMetadaten.h"
@@ -13,8 +14,8 @@ namespace spurkiste {
 /// general reader reads to an equal record; what is written otherwise, valid or not, it does not read. One thread.
 class GpxMetadatenEigenform {
   public:
-    /// How many zero bytes must follow the bytes that are read.
-    static constexpr std::size_t kPolster = 64;
+    /// How many zero bytes must follow the bytes that are read: more than a coordinate takes.
+    static constexpr std::size_t kPolster = 128;
 
     /// The record of a path that somebody has already; null when there is none.
     using Bekannte = std::function<Eintrag(const std::string& pfad)>;
