@@ -7,8 +7,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "base/Dateien.h"
-
 namespace spurkiste::dateien {
 
 namespace {

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
+#include "base/Dateien.h"
 #include "base/VorlaeufigeDatei.h"
 
 namespace spurkiste::dateien {
@@ -21,6 +23,10 @@ class AtomareDatei {
     /// Waits until the bytes are on the disk, so that even a power failure leaves the old file or the whole new one.
     /// For files that nothing else can restore. Throws std::system_error.
     void sichere() { datei_.sichere(); }
+
+    /// Its state, which stays the same when it is put in place; nothing when the system does not say. Not to be asked
+    /// afterwards.
+    [[nodiscard]] std::optional<Stand> stand() const { return dateien::stand(datei_.nummer()); }
 
     /// Puts the file in place. Throws std::system_error; the old file is then unchanged. To be called once.
     void uebernimm() { datei_.ersetze(ziel_); }

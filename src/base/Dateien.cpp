@@ -43,6 +43,12 @@ std::optional<Stand> stand(const std::string& pfad) {
     return alsStand(ergebnis, zustand);
 }
 
+std::optional<Stand> stand(int nummer) {
+    struct stat zustand {};
+    const int ergebnis = ::fstat(nummer, &zustand);
+    return alsStand(ergebnis, zustand);
+}
+
 bool gibtEs(const std::string& pfad) {
     struct stat zustand {};
     return ::stat(pfad.c_str(), &zustand) == 0;
@@ -145,8 +151,8 @@ std::size_t Leser::lies(std::span<char> puffer) {
 std::size_t Leser::liesAb(std::uint64_t stelle, std::span<char> puffer) const {
     std::size_t gelesen = 0;
     while (gelesen < puffer.size()) {
-        const ssize_t anzahl = ::pread(nummer_, puffer.data() + gelesen, puffer.size() - gelesen,
-                                       static_cast<off_t>(stelle + gelesen));
+        const ssize_t anzahl =
+            ::pread(nummer_, puffer.data() + gelesen, puffer.size() - gelesen, static_cast<off_t>(stelle + gelesen));
         if (anzahl < 0 && errno == EINTR) {
             continue;
         }
@@ -161,12 +167,6 @@ std::size_t Leser::liesAb(std::uint64_t stelle, std::span<char> puffer) const {
 std::size_t Leser::groesse() const {
     struct stat zustand {};
     return ::fstat(nummer_.wert(), &zustand) == 0 ? static_cast<std::size_t>(zustand.st_size) : 0;
-}
-
-std::optional<Stand> Leser::stand() const {
-    struct stat zustand {};
-    const int ergebnis = ::fstat(nummer_.wert(), &zustand);
-    return alsStand(ergebnis, zustand);
 }
 
 std::optional<std::string> liesGanz(const std::string& pfad) {

@@ -40,6 +40,9 @@ struct Stand {
 /// The state of what the path leads to now, through symbolic links. Nothing when there is nothing.
 [[nodiscard]] std::optional<Stand> stand(const std::string& pfad);
 
+/// The same of an open file, by the system's number; nothing when the system does not say.
+[[nodiscard]] std::optional<Stand> stand(int nummer);
+
 /// Whether anything, of any kind, is at the path; a dangling symbolic link counts as nothing.
 [[nodiscard]] bool gibtEs(const std::string& pfad);
 
@@ -90,7 +93,7 @@ class Leser {
     [[nodiscard]] std::size_t groesse() const;
 
     /// Which state of which file this is; nothing when the system does not say.
-    [[nodiscard]] std::optional<Stand> stand() const;
+    [[nodiscard]] std::optional<Stand> stand() const { return dateien::stand(nummer_.wert()); }
 
   private:
     explicit Leser(Dateinummer nummer) : nummer_(std::move(nummer)) {}

@@ -1,22 +1,21 @@
 #include "library/Cache.h"
 
-#include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <system_error>
-#include <unordered_set>
+#include <memory>
 #include <utility>
-#include <vector>
 
 #include "base/AtomareDatei.h"
 #include "base/Dateien.h"
+#include "library/CacheSchreiber.h"
 #include "library/JsonStuecke.h"
 #include "track/GpxMetadatenJson.h"
-#include "track/JsonText.h"
 
 namespace spurkiste {
 
 namespace {
+
+static_assert(CacheEigenform::kAnfang.find(static_cast<char>('0' + Cache::kVersion)) != std::string_view::npos);
 
 std::string dateiIn(const std::string& ordner) {
     return dateien::kindPfad(ordner, Cache::kDateiname);
@@ -100,20 +99,6 @@ std::optional<CacheAbdruck> liesGerade(const dateien::Leser& datei, const CacheE
     return stellen && datei.stand() == stand ? std::optional(CacheAbdruck{*stand, std::move(*stellen)}) : std::nullopt;
 }
 
-/// The records in list order, of those with the same path only the last.
-std::vector<const GpxMetadaten*> ohneDoppelte(std::span<const Eintrag> eintraege) {
-    std::unordered_set<std::string_view> gesehen(eintraege.size());
-    std::vector<const GpxMetadaten*> ergebnis;
-    ergebnis.reserve(eintraege.size());
-    for (std::size_t i = eintraege.size(); i-- > 0;) {
-        if (gesehen.insert(eintraege[i]->pfad).second) {
-            ergebnis.push_back(eintraege[i].get());
-        }
-    }
-    std::reverse(ergebnis.begin(), ergebnis.end());
-    return ergebnis;
-}
-
 }  // namespace
 
 Eintrag Cache::passend(const std::string& pfad) const {
@@ -156,39 +141,8 @@ std::optional<Cache> Cache::ausJson(std::string_view json) {
 }
 
 bool Cache::schreibeNach(const std::string& ordner, std::span<const Eintrag> eintraege) {
-    // Small enough to stay in the processor's own cache: fresh memory costs more than the system calls it saves.
-    constexpr std::size_t portion = std::size_t{64} * 1024;
-    try {
-        dateien::AtomareDatei datei(dateiIn(ordner));
-        std::string puffer = "{\"version\":" + std::to_string(kVersion) + ",\"eintraege\":{";
-        bool erster = true;
-        for (const GpxMetadaten* eintrag : ohneDoppelte(eintraege)) {
-            const std::size_t vorher = puffer.size();
-            puffer.append(erster ? "" : ",");
-            JsonText::haengeAn(puffer, eintrag->pfad);
-            puffer += ':';
-            const auto ergebnis = GpxMetadatenJson::haengeAn(puffer, *eintrag);
-            if (ergebnis == GpxMetadatenJson::Ergebnis::nichtEndlich) {
-                return false;
-            }
-            // A record that could not be read back is left out: its file is read again each time, which is better
-            // than one odd file that keeps all others from being cached.
-            if (ergebnis == GpxMetadatenJson::Ergebnis::keinUtf8 || puffer.size() - vorher > JsonStuecke::kHoechstens) {
-                puffer.resize(vorher);
-                continue;
-            }
-            erster = false;
-            if (puffer.size() >= portion) {
-                datei.schreibe(puffer);
-                puffer.clear();
-            }
-        }
-        datei.schreibe(puffer.append("}}"));
-        datei.uebernimm();
-        return true;
-    } catch (const std::system_error&) {
-        return false;
-    }
+    return CacheSchreiber::schreibe(dateiIn(ordner), eintraege, nullptr).ausgang !=
+           CacheSchreiber::Ausgang::gescheitert;
 }
 
 }  // namespace spurkiste

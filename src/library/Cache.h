@@ -41,8 +41,8 @@ struct Cache {
 
     /// Writes the records as the folder's cache file, atomically; of records with the same path the last one counts.
     /// Records with a text that is not UTF-8 (a path, in practice) have no place in JSON and are left out, so that one
-    /// odd file does not keep the others from being cached. Returns whether the file was written; when not (folder
-    /// not writable, disk full, a number that is not finite) the old file stays as it was.
+    /// odd file does not keep the others from being cached. Returns whether the file now holds them, be it that it did
+    /// before; when not (folder not writable, disk full, a number that is not finite) the old file stays as it was.
     static bool schreibeNach(const std::string& ordner, std::span<const Eintrag> eintraege);
 };
 
