@@ -14,10 +14,12 @@
 #include "Verlange.h"
 #include "hilfe/TempOrdner.h"
 #include "library/Cache.h"
+#include "library/CacheSchreiber.h"
 
 namespace {
 
 using spurkiste::Cache;
+using spurkiste::CacheSchreiber;
 using spurkiste::Eintrag;
 using spurkiste::verlange;
 
@@ -63,6 +65,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t gro
     for (const auto& [pfad, eintrag] : erwartet) {
         const auto stelle = zurueck.eintraege.find(pfad);
         verlange(stelle != zurueck.eintraege.end() && *stelle->second == *eintrag);
+    }
+    // Nothing to write when it is written again, whether or not the writer knows what the file holds.
+    const std::string datei = ordner.pfad() + "/" + std::string(Cache::kDateiname);
+    verlange(CacheSchreiber::schreibe(datei, liste, nullptr).ausgang == CacheSchreiber::Ausgang::unveraendert);
+    if (zurueck.abdruck) {
+        std::vector<Eintrag> gelesene;
+        for (const auto& stelle : zurueck.abdruck->stellen) {
+            gelesene.push_back(stelle.eintrag);
+        }
+        const auto ergebnis = CacheSchreiber::schreibe(datei, gelesene, zurueck.abdruck.get());
+        verlange(ergebnis.ausgang == CacheSchreiber::Ausgang::unveraendert);
     }
     return 0;
 }

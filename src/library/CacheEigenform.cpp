@@ -125,7 +125,7 @@ class Abschnittleser {
                 abschnitt.bis = text_.groesse;
                 break;
             }
-            if (!ab(danach).starts_with(',')) {
+            if (!ab(danach).starts_with(',') || danach + 1 == text_.groesse) {
                 return std::nullopt;
             }
             abschnitt.bis = danach + 1;
