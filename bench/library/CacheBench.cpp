@@ -1,6 +1,8 @@
 // The cache file of a large library: 10 000 records with full sketches, 300 to 510 points each. Argument: 0 for
 // coordinates with seven decimals, as most devices write them, 1 for all digits of a double.
 
+#include <QByteArray>
+#include <QJsonDocument>
 #include <cmath>
 #include <cstdint>
 #include <filesystem>
@@ -14,12 +16,15 @@
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 
+#include "base/Dateien.h"
 #include "hilfe/TempOrdner.h"
 #include "library/Cache.h"
+#include "library/CacheSchreiber.h"
 
 namespace {
 
 using spurkiste::Cache;
+using spurkiste::CacheSchreiber;
 using spurkiste::Eintrag;
 using spurkiste::GpxMetadaten;
 using spurkiste::Koordinate;
@@ -92,10 +97,32 @@ void lies(benchmark::State& zustand) {
     zustand.SetBytesProcessed(static_cast<std::int64_t>(zustand.iterations()) * dateigroesse(ordner));
 }
 
+/// The measure for the above: a well-known reader of any JSON, and of bytes that lie in memory already.
+void liesMitQt(benchmark::State& zustand) {
+    const TempOrdner& ordner = ordnerMitCache(zustand.range(0) != 0);
+    const auto text =
+        QByteArray::fromStdString(*spurkiste::dateien::liesGanz(ordner.pfad() + "/" + std::string(Cache::kDateiname)));
+    for ([[maybe_unused]] auto durchlauf : zustand) {
+        QJsonDocument dokument = QJsonDocument::fromJson(text);
+        zustand.PauseTiming();
+        if (!dokument.isObject()) {
+            zustand.SkipWithError("the cache was not read");
+        }
+        dokument = {};
+        ::malloc_trim(0);
+        zustand.ResumeTiming();
+    }
+    zustand.SetBytesProcessed(static_cast<std::int64_t>(zustand.iterations()) * text.size());
+}
+
+/// The file is taken away each time: one that is equal would not be written.
 void schreibe(benchmark::State& zustand) {
     const std::vector<Eintrag> liste = baueEintraege(zustand.range(0) != 0);
     const TempOrdner& ordner = ordnerMitCache(zustand.range(0) != 0);
     for ([[maybe_unused]] auto durchlauf : zustand) {
+        zustand.PauseTiming();
+        std::filesystem::remove(std::filesystem::path(ordner.pfad()) / Cache::kDateiname);
+        zustand.ResumeTiming();
         if (!Cache::schreibeNach(ordner.pfad(), liste)) {
             zustand.SkipWithError("the cache cannot be written");
         }
@@ -103,7 +130,30 @@ void schreibe(benchmark::State& zustand) {
     zustand.SetBytesProcessed(static_cast<std::int64_t>(zustand.iterations()) * dateigroesse(ordner));
 }
 
+/// Nothing has changed. Second argument: whether the writer knows which records the file holds.
+void schreibeUnveraendertes(benchmark::State& zustand) {
+    const TempOrdner& ordner = ordnerMitCache(zustand.range(0) != 0);
+    const Cache cache = Cache::liesAus(ordner.pfad());
+    if (!cache.abdruck) {
+        zustand.SkipWithError("the cache was not read");
+        return;
+    }
+    std::vector<Eintrag> liste;
+    for (const auto& stelle : cache.abdruck->stellen) {
+        liste.push_back(stelle.eintrag);
+    }
+    for ([[maybe_unused]] auto durchlauf : zustand) {
+        const auto ergebnis = CacheSchreiber::schreibe(ordner.pfad() + "/" + std::string(Cache::kDateiname), liste,
+                                                       zustand.range(1) != 0 ? cache.abdruck.get() : nullptr);
+        if (ergebnis.ausgang != CacheSchreiber::Ausgang::unveraendert) {
+            zustand.SkipWithError("the cache was written");
+        }
+    }
+}
+
 BENCHMARK(lies)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(liesMitQt)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(schreibeUnveraendertes)->ArgsProduct({{0, 1}, {0, 1}})->Unit(benchmark::kMillisecond);
 BENCHMARK(schreibe)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 
 }  // namespace
