@@ -232,7 +232,8 @@ std::string beschaedige(std::string text, std::mt19937& zufall) {
                 text.insert(unter(text.size()), text.substr(stelle, unter(400)));
                 break;
             case 4:
-                text.resize(text.size() - unter(std::min<std::size_t>(text.size(), 8)));
+                text.resize(unter(2) == 0 ? text.size() - unter(std::min<std::size_t>(text.size(), 8))
+                                          : std::min(text.size(), text.find("},\"", stelle) + 2));  // behind a record
                 break;
             case 5:
                 text[stelle] = static_cast<char>(text[stelle] ^ (1 << unter(8)));
