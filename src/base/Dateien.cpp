@@ -151,8 +151,8 @@ std::size_t Leser::lies(std::span<char> puffer) {
 std::size_t Leser::liesAb(std::uint64_t stelle, std::span<char> puffer) const {
     std::size_t gelesen = 0;
     while (gelesen < puffer.size()) {
-        const ssize_t anzahl =
-            ::pread(nummer_, puffer.data() + gelesen, puffer.size() - gelesen, static_cast<off_t>(stelle + gelesen));
+        const ssize_t anzahl = ::pread(nummer_.wert(), puffer.data() + gelesen, puffer.size() - gelesen,
+                                       static_cast<off_t>(stelle + gelesen));
         if (anzahl < 0 && errno == EINTR) {
             continue;
         }

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/AtomareDatei.h"
 #include "base/Dateien.h"
 
 namespace spurkiste {
