@@ -1,19 +1,15 @@
-#include <array>
 #include <chrono>
 #include <cstdint>
 #include <string>
+#include <tuple>
 
 #include "base/Zahl.h"
 #include "cli/Ausgabe.h"
+#include "track/GpxFelder.h"
 
 namespace spurkiste::ausgabe {
 
 namespace {
-
-constexpr std::string_view kKopf =
-    "pfad,dateiName,spurName,datum,dateiDatum,dateiGroesse,streckeMeter,dauerSekunden,anstiegMeter,punkte,startBreite,"
-    "startLaenge,endeBreite,endeLaenge,rundkurs,hatZeitstempel,sportRoh,startOrt,zielOrt,temperaturCelsius,"
-    "luftfeuchteProzent,windKmh,windrichtung,lage,messpunkte\r\n";
 
 std::string zweistellig(unsigned zahl) {
     return (zahl < 10 ? "0" : "") + std::to_string(zahl);
@@ -72,6 +68,31 @@ class Csvzeile {
         nimm(ort ? std::optional(ort->breite) : std::nullopt);
         nimm(ort ? std::optional(ort->laenge) : std::nullopt);
     }
+    void nimm(const std::optional<GpxWetter>& wetter) {
+        const auto eines = [&](auto zeiger) {
+            if (wetter) {
+                nimm(*wetter.*zeiger);
+            } else {
+                trenne();
+            }
+        };
+        std::apply([&](const auto&... feld) { (eines(feld.kZeiger), ...); }, kWetterFelder);
+    }
+    void nimm(const Skizze& /*skizze*/) {}  // is no table
+
+    /// The title of each column that the value of a field takes.
+    void titel(std::string_view name, const std::optional<Koordinate>& /*ort*/) {
+        nimm(std::string(name) + "Breite");
+        nimm(std::string(name) + "Laenge");
+    }
+    void titel(std::string_view /*name*/, const std::optional<GpxWetter>& /*wetter*/) {
+        std::apply([&](const auto&... feld) { (nimm(feld.name), ...); }, kWetterFelder);
+    }
+    void titel(std::string_view /*name*/, const Skizze& /*skizze*/) {}
+    template <typename T>
+    void titel(std::string_view name, const T& /*wert*/) {
+        nimm(name);
+    }
 
     std::string fertig() && { return std::move(zeile_.append("\r\n")); }
 
@@ -90,35 +111,14 @@ class Csvzeile {
 }  // namespace
 
 void alsCsv(const Bibliothek::Eintraege& eintraege, const Senke& senke) {
-    senke(kKopf);
+    const auto zeile = [&](auto nimm) {
+        Csvzeile bau;
+        std::apply([&](const auto&... feld) { (nimm(bau, feld), ...); }, kGpxFelder);
+        senke(std::move(bau).fertig());
+    };
+    zeile([](Csvzeile& bau, const auto& feld) { bau.titel(feld.name, GpxMetadaten().*feld.kZeiger); });
     for (const Eintrag& eintrag : eintraege) {
-        const GpxMetadaten& e = *eintrag;
-        const GpxWetter wetter = e.wetter.value_or(GpxWetter{});
-        Csvzeile zeile;
-        zeile.nimm(e.pfad);
-        zeile.nimm(e.dateiName);
-        zeile.nimm(e.spurName);
-        zeile.nimm(e.datum);
-        zeile.nimm(e.dateiDatum);
-        zeile.nimm(e.dateiGroesse);
-        zeile.nimm(e.streckeMeter);
-        zeile.nimm(e.dauerSekunden);
-        zeile.nimm(e.anstiegMeter);
-        zeile.nimm(e.punkte);
-        zeile.nimm(e.start);
-        zeile.nimm(e.ende);
-        zeile.nimm(e.rundkurs);
-        zeile.nimm(e.hatZeitstempel);
-        zeile.nimm(e.sportRoh);
-        zeile.nimm(e.startOrt);
-        zeile.nimm(e.zielOrt);
-        zeile.nimm(wetter.temperaturCelsius);
-        zeile.nimm(wetter.luftfeuchteProzent);
-        zeile.nimm(wetter.windKmh);
-        zeile.nimm(wetter.windrichtung);
-        zeile.nimm(wetter.lage);
-        zeile.nimm(e.wetter ? std::optional(e.wetter->messpunkte) : std::nullopt);
-        senke(std::move(zeile).fertig());
+        zeile([&](Csvzeile& bau, const auto& feld) { bau.nimm((*eintrag).*feld.kZeiger); });
     }
 }
 

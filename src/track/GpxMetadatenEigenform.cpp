@@ -9,7 +9,7 @@
 
 #include "base/Text.h"
 #include "track/Eigenzahl.h"
-#include "track/GpxMetadatenFelder.h"
+#include "track/GpxFelder.h"
 
 namespace spurkiste {
 
@@ -164,8 +164,8 @@ struct Lauf {
         bool erstes = true;
         return nimm('{') &&
                std::apply(
-                   [&](auto... feld) { return (liesMitglied(feld.name, objekt.*(feld.zeiger), erstes) && ...); },
-                   json::Felder<Typ>::liste) &&
+                   [&](auto... feld) { return (liesMitglied(feld.name, objekt.*(feld.kZeiger), erstes) && ...); },
+                   gpxFelder<Typ>()) &&
                nimm('}');
     }
 
@@ -179,7 +179,7 @@ struct Lauf {
             stelle = name_ab + name.size() + 2;
             erstes = false;
         }
-        if constexpr (json::kOptional<Wert>) {
+        if constexpr (kOptional<Wert>) {
             wert.reset();
             return !da || lies(wert.emplace());
         } else {

@@ -12,7 +12,7 @@
 
 #include "base/Text.h"
 #include "base/Zahl.h"
-#include "track/GpxMetadatenFelder.h"
+#include "track/GpxFelder.h"
 #include "track/JsonText.h"
 
 namespace spurkiste {
@@ -160,10 +160,10 @@ struct Umgang {
 
 template <auto zeiger, class Typ, class Wert>
 constexpr Umgang<Typ> umgangMit(std::string_view name, Wert Typ::* /*zeiger*/) {
-    return {name, !json::kOptional<Wert>, [](dom::element json, Typ& objekt) { return lies(json, objekt.*zeiger); },
+    return {name, !kOptional<Wert>, [](dom::element json, Typ& objekt) { return lies(json, objekt.*zeiger); },
             [](Ausgabe& ausgabe, std::string_view mitglied, const Typ& objekt) {
                 const Wert& wert = objekt.*zeiger;
-                if constexpr (!json::kOptional<Wert>) {
+                if constexpr (!kOptional<Wert>) {
                     ausgabe.schreibeMitglied(mitglied, wert);
                 } else if (wert) {
                     ausgabe.schreibeMitglied(mitglied, *wert);
@@ -174,8 +174,8 @@ constexpr Umgang<Typ> umgangMit(std::string_view name, Wert Typ::* /*zeiger*/) {
 /// The members of a type's object, in order.
 template <class Typ>
 constexpr std::array kMitglieder = std::apply(
-    [](auto... feld) { return std::array{umgangMit<feld.zeiger>(feld.name, feld.zeiger)...}; },
-    json::Felder<Typ>::liste);
+    [](auto... feld) { return std::array{umgangMit<feld.kZeiger>(feld.name, feld.kZeiger)...}; },
+    gpxFelder<Typ>());
 
 template <class Typ>
 void Ausgabe::schreibeObjekt(const Typ& objekt) {
