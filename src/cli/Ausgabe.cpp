@@ -26,31 +26,6 @@ Tabelle::Ton ton(Schriftfarbe farbe) {
     return Tabelle::Ton::ruhig;
 }
 
-/// What Tabelle::Spalte says of a column besides its title.
-struct Gestalt {
-    Tabelle::Ausrichtung ausrichtung = Tabelle::Ausrichtung::links;
-    std::optional<std::size_t> mindestens;
-    int rang = 0;
-};
-
-constexpr auto kLinks = Tabelle::Ausrichtung::links;
-constexpr auto kRechts = Tabelle::Ausrichtung::rechts;
-
-constexpr auto kGestalten = std::to_array<Gestalt>({
-    {kLinks, 14, 0},              // name
-    {kLinks, std::nullopt, 9},    // datum
-    {kLinks, 8, 6},               // sport
-    {kRechts, std::nullopt, 10},  // laenge
-    {kRechts, std::nullopt, 8},   // zeit
-    {kRechts, std::nullopt, 7},   // anstieg
-    {kRechts, std::nullopt, 1},   // punkte
-    {kLinks, std::nullopt, 2},    // ghost
-    {kLinks, std::nullopt, 3},    // art
-    {kLinks, 8, 5},               // start
-    {kLinks, 8, 4},               // ziel
-});
-static_assert(kGestalten.size() == kSpalten.size());
-
 }  // namespace
 
 void alsJson(const Bibliothek::Eintraege& eintraege, const Senke& senke) {
@@ -69,10 +44,11 @@ void alsJson(const Bibliothek::Eintraege& eintraege, const Senke& senke) {
 void alsTabelle(const Bibliothek::Eintraege& eintraege, const Ansichtstexte& texte, std::optional<std::size_t> breite,
                 bool farben, const Senke& senke) {
     Tabelle tabelle;
-    for (const Spalte spalte : kSpalten) {
-        const auto nummer = static_cast<std::size_t>(spalte);
-        const Gestalt& gestalt = kGestalten[nummer];
-        tabelle.spalten.push_back({texte.spalten[nummer], gestalt.ausrichtung, gestalt.mindestens, gestalt.rang});
+    for (const Spaltenangaben& spalte : kSpalten) {
+        using enum Tabelle::Ausrichtung;
+        tabelle.spalten.push_back({texte.spalten[static_cast<std::size_t>(*spalte.spalte)],
+                                   spalte.seite == Seite::rechts ? rechts : links, spalte.terminalbreite,
+                                   spalte.terminalrang});
     }
     tabelle.zeilen.reserve(eintraege.size());
     double summe = 0.0;
@@ -81,8 +57,8 @@ void alsTabelle(const Bibliothek::Eintraege& eintraege, const Ansichtstexte& tex
         const Zeile zeile(eintrag, 0, geschrieben, texte.sportAnzeige(*eintrag, geschrieben));
         auto& zellen = tabelle.zeilen.emplace_back();
         zellen.reserve(kSpalten.size());
-        for (const Spalte spalte : kSpalten) {
-            zellen.push_back({text::utf8(zeile.text(spalte)), ton(zeile.farbe(spalte))});
+        for (const Spaltenangaben& spalte : kSpalten) {
+            zellen.push_back({text::utf8(zeile.text(spalte.spalte)), ton(zeile.farbe(spalte.spalte))});
         }
         const double weiter = summe + eintrag->streckeMeter;
         summe = std::isfinite(weiter) ? weiter : summe;

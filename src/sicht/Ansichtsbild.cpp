@@ -19,36 +19,68 @@ namespace {
 constexpr Leertext kNichtsGefunden{"Nichts gefunden", "Suche und Filter passen auf keine Datei."};
 constexpr Leertext kKeineDateien{"Keine GPX-Dateien", "GPX-Dateien hierher ziehen oder mit + importieren."};
 
-/// A filter whose choices are texts, and the texts that it would find.
-class Textfilter {
+/// The filters during a pass over the records: what they ask for, and the texts that each of them would find.
+class Filterlauf {
   public:
-    Textfilter(FilterFeld feld, const std::optional<std::string>& wahl, const Wortliste& liste)
-        : feld_(feld), wahl_(wahl), liste_(liste), gesehen_(liste.umfang()) {
-        if (wahl) {
-            gesucht_ = liste.suche(*wahl);
+    Filterlauf(const Filterwahl& wahl, const Zeilenspeicher& speicher) : wahl_(wahl), speicher_(speicher) {
+        for (const Filterangaben& filter : kFilter) {
+            const Wortliste& worte = speicher.worte(filter.feld);
+            gesehen_[filter.feld].resize(filter.faelle->empty() ? worte.umfang() : filter.faelle->size());
+            gesucht_[filter.feld] = wahl[filter.feld] ? nummer(filter, *wahl[filter.feld]) : Wortliste::kKeine;
         }
     }
 
-    void pruefe(Wortliste::Nummer wort, Fehlmenge& fehlt) const {
-        fehlt.nimm(feld_, gesucht_ != Wortliste::kKeine && wort != gesucht_);
+    /// The filters that a record fails.
+    [[nodiscard]] Fehlmenge pruefe(const Filterwerte& werte) const {
+        Fehlmenge fehlt;
+        for (const Filterangaben& filter : kFilter) {
+            const auto gesucht = gesucht_[filter.feld];
+            fehlt.nimm(filter.feld, gesucht != Wortliste::kKeine && werte[filter.feld] != gesucht);
+        }
+        return fehlt;
     }
 
-    void sieh(Wortliste::Nummer wort, const Fehlmenge& fehlt) {
-        if (wort != Wortliste::kKeine && fehlt.leerBisAuf(feld_)) {
-            gesehen_[wort] = 1;
+    void sieh(const Filterwerte& werte, const Fehlmenge& fehlt) {
+        for (const Filterangaben& filter : kFilter) {
+            if (werte[filter.feld] != Wortliste::kKeine && fehlt.leerBisAuf(filter.feld)) {
+                gesehen_[filter.feld][werte[filter.feld]] = 1;
+            }
         }
     }
 
-    /// The texts that were seen, without one that is never offered, and the current choice.
-    [[nodiscard]] std::vector<std::string> optionen(std::string_view ohne = {}) const {
+    /// The texts that were seen and may be offered, and the current choice.
+    [[nodiscard]] std::vector<std::string> optionen(const Filterangaben& filter) const {
+        return filter.faelle->empty() ? ausWorten(filter) : ausFaellen(filter);
+    }
+
+  private:
+    [[nodiscard]] Wortliste::Nummer nummer(const Filterangaben& filter, const std::string& text) const {
+        const auto& faelle = *filter.faelle;
+        if (faelle.empty()) {
+            return speicher_.worte(filter.feld).suche(text);
+        }
+        return static_cast<Wortliste::Nummer>(std::find(faelle.begin(), faelle.end(), text) - faelle.begin());
+    }
+
+    [[nodiscard]] std::vector<std::string> ausFaellen(const Filterangaben& filter) const {
         std::vector<std::string> ergebnis;
-        for (const auto& [wort, nummer] : liste_.worte()) {
-            if (gesehen_[nummer] != 0 && (ohne.empty() || wort != ohne)) {
+        for (Wortliste::Nummer fall = 0; fall < filter.faelle->size(); ++fall) {
+            if (gesehen_[filter.feld][fall] != 0 || gesucht_[filter.feld] == fall) {
+                ergebnis.emplace_back((*filter.faelle)[fall]);
+            }
+        }
+        return ergebnis;
+    }
+
+    [[nodiscard]] std::vector<std::string> ausWorten(const Filterangaben& filter) const {
+        std::vector<std::string> ergebnis;
+        for (const auto& [wort, nummer] : speicher_.worte(filter.feld).worte()) {
+            if (gesehen_[filter.feld][nummer] != 0 && (filter.nieAngeboten->empty() || wort != *filter.nieAngeboten)) {
                 ergebnis.push_back(wort);
             }
         }
-        if (wahl_) {
-            const std::string wahl = text::nfc(*wahl_);
+        if (const auto& gewaehlt = wahl_[filter.feld]) {
+            const std::string wahl = text::nfc(*gewaehlt);
             const auto stelle = std::lower_bound(ergebnis.begin(), ergebnis.end(), wahl);
             if (stelle == ergebnis.end() || *stelle != wahl) {
                 ergebnis.insert(stelle, wahl);
@@ -57,42 +89,10 @@ class Textfilter {
         return ergebnis;
     }
 
-  private:
-    FilterFeld feld_;
-    const std::optional<std::string>& wahl_;
-    const Wortliste& liste_;
-    Wortliste::Nummer gesucht_ = Wortliste::kKeine;  // no filter
-    std::vector<std::uint8_t> gesehen_;              // by number
-};
-
-/// A filter of fixed cases, and the cases that would find something.
-template <typename Filter>
-class Fallfilter {
-  public:
-    Fallfilter(FilterFeld feld, Filter wahl) : feld_(feld), wahl_(fallmenge(wahl)) {}
-
-    void pruefe(Fallmenge passend, Fehlmenge& fehlt) const { fehlt.nimm(feld_, (passend & wahl_) == 0); }
-
-    void sieh(Fallmenge passend, const Fehlmenge& fehlt) {
-        if (fehlt.leerBisAuf(feld_)) {
-            gesehen_ |= passend;
-        }
-    }
-
-    [[nodiscard]] std::vector<Filter> optionen() const {
-        std::vector<Filter> ergebnis;
-        for (const auto& fall : faelleVon(Filter{})) {
-            if (((gesehen_ | wahl_ | fallmenge(Filter::alle)) & fallmenge(fall.wert)) != 0) {
-                ergebnis.push_back(fall.wert);
-            }
-        }
-        return ergebnis;
-    }
-
-  private:
-    FilterFeld feld_;
-    Fallmenge wahl_;
-    Fallmenge gesehen_ = 0;
+    const Filterwahl& wahl_;
+    const Zeilenspeicher& speicher_;
+    JeFilter<Wortliste::Nummer> gesucht_;          // kKeine: no filter
+    JeFilter<std::vector<std::uint8_t>> gesehen_;  // by number
 };
 
 /// Finds the first record of a path, when there is just one path.
@@ -102,9 +102,9 @@ class Auswahlsuche {
         : pfad_(auswahl.size() == 1 ? &*auswahl.begin() : nullptr),
           hash_(pfad_ != nullptr ? std::hash<std::string>{}(*pfad_) : 0) {}
 
-    void sieh(const Platz& platz) {
-        if (pfad_ != nullptr && platz.pfadHash == hash_ && platz.zeile->eintrag()->pfad == *pfad_) {
-            gefunden_ = platz.zeile->eintrag();
+    void sieh(const Merkmale& merkmale) {
+        if (pfad_ != nullptr && merkmale.pfadHash == hash_ && merkmale.zeile->eintrag()->pfad == *pfad_) {
+            gefunden_ = merkmale.zeile->eintrag();
             pfad_ = nullptr;
         }
     }
@@ -133,60 +133,41 @@ std::string anzahlText(const Ansichtsbild& bild, std::string_view wort) {
 Ansichtsbild berechneAnsichtsbild(const std::vector<Eintrag>& eintraege, const Ansichtszustand& zustand,
                                   const Ansichtstexte& texte, Zeilenspeicher& speicher) {
     speicher.gleicheAb(eintraege, texte);
-    const std::vector<Platz>& plaetze = speicher.plaetze();
+    const std::vector<Merkmale>& merkmale = speicher.merkmale();
     const std::string gesucht = text::falte(zustand.suche, texte.sprache);
-    Textfilter start(FilterFeld::start, zustand.startFilter, speicher.orte());
-    Textfilter ziel(FilterFeld::ziel, zustand.zielFilter, speicher.orte());
-    Textfilter sport(FilterFeld::sport, zustand.sportFilter, speicher.sportarten());
-    Fallfilter ghost(FilterFeld::ghost, zustand.ghostFilter);
-    Fallfilter art(FilterFeld::art, zustand.artFilter);
-    Fallfilter laenge(FilterFeld::laenge, zustand.laengenFilter);
+    Filterlauf filter(zustand.filter, speicher);
     Auswahlsuche auswahl(zustand.auswahl);
 
     Ansichtsbild bild;
     bild.anzahl = eintraege.size();
     bild.filterAktiv = zustand.filterAktiv();
-    std::vector<std::uint8_t> sichtbar(plaetze.size());
+    std::vector<std::uint8_t> sichtbar(merkmale.size());
     std::size_t anzahlSichtbar = 0;
-    for (std::size_t stelle = 0; stelle < plaetze.size(); ++stelle) {
-        const Platz& platz = plaetze[stelle];
-        auswahl.sieh(platz);
-        Fehlmenge fehlt;
-        start.pruefe(platz.start, fehlt);
-        ziel.pruefe(platz.ziel, fehlt);
-        sport.pruefe(platz.sport, fehlt);
-        ghost.pruefe(platz.ghost, fehlt);
-        art.pruefe(platz.art, fehlt);
-        laenge.pruefe(platz.laenge, fehlt);
-        if (fehlt.mehrAlsEiner() || !text::enthaelt(platz.suchtext, gesucht)) {
+    for (std::size_t stelle = 0; stelle < merkmale.size(); ++stelle) {
+        const Merkmale& einer = merkmale[stelle];
+        auswahl.sieh(einer);
+        const Fehlmenge fehlt = filter.pruefe(einer.filterwerte);
+        if (fehlt.mehrAlsEiner() || !text::enthaelt(einer.suchtext, gesucht)) {
             continue;  // counts for nothing
         }
-        start.sieh(platz.start, fehlt);
-        ziel.sieh(platz.ziel, fehlt);
-        sport.sieh(platz.sport, fehlt);
-        ghost.sieh(platz.ghost, fehlt);
-        art.sieh(platz.art, fehlt);
-        laenge.sieh(platz.laenge, fehlt);
+        filter.sieh(einer.filterwerte, fehlt);
         if (fehlt.leer()) {
             sichtbar[stelle] = 1;
             ++anzahlSichtbar;
-            bild.summeMeter = endlicheSumme(bild.summeMeter, platz.streckeMeter);
+            bild.summeMeter = endlicheSumme(bild.summeMeter, einer.streckeMeter);
         }
     }
 
     bild.zeilen.reserve(anzahlSichtbar);
     for (const auto stelle : speicher.reihenfolge(zustand.sortierung)) {
         if (sichtbar[stelle] != 0) {
-            bild.zeilen.push_back(plaetze[stelle].zeile);
+            bild.zeilen.push_back(merkmale[stelle].zeile);
         }
     }
     bild.ausgewaehlt = auswahl.gefunden();
-    bild.startOrte = start.optionen();
-    bild.zielOrte = ziel.optionen();
-    bild.sportarten = sport.optionen(kStrich);
-    bild.ghostFaelle = ghost.optionen();
-    bild.artFaelle = art.optionen();
-    bild.laengenFaelle = laenge.optionen();
+    for (const Filterangaben& einer : kFilter) {
+        bild.optionen[einer.feld] = filter.optionen(einer);
+    }
     bild.routenText = anzahlText(bild, text::gross(texte.routen, texte.sprache));
     bild.dateienText = anzahlText(bild, texte.dateien);
     bild.summeText = Formate::strecke(bild.summeMeter);

@@ -39,15 +39,9 @@ struct Ansichtsbild {
     std::string gesamtText;        ///< status line, "74,2 km gesamt"
     std::optional<Leertext> leer;  ///< over the table, when it is empty for good
 
-    /// The choices that the filters offer besides "all": what the records have that pass all other filters and the
-    /// search, and the current choice. By code points, in canonical composition.
-    std::vector<std::string> startOrte;
-    std::vector<std::string> zielOrte;
-    std::vector<std::string> sportarten;
-    /// The same, "all" included, in the order of the cases.
-    std::vector<GhostFilter> ghostFaelle;
-    std::vector<ArtFilter> artFaelle;
-    std::vector<LaengenFilter> laengenFaelle;
+    /// The choices of each filter besides "all": what the records have that pass all other filters and the search, and
+    /// the current choice. Fixed ones in their order, others by code points, in canonical composition.
+    JeFilter<std::vector<std::string>> optionen;
 };
 
 /// The picture of the records (library order, none null) in a state and a language. `speicher` holds what the last

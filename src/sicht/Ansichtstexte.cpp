@@ -1,5 +1,6 @@
 #include "sicht/Ansichtstexte.h"
 
+#include <algorithm>
 #include <cstddef>
 
 #include "i18n/AppSprache.h"
@@ -23,13 +24,15 @@ std::string_view Ansichtstexte::sportAnzeige(const GpxMetadaten& eintrag,
 Ansichtstexte Ansichtstexte::aktuelle() {
     Ansichtstexte texte{.sprache = AppSprache::code(),
                         .sportarten = {},
-                        .spalten = {AppSprache::text("name"), AppSprache::text("date"), AppSprache::text("sport"),
-                                    AppSprache::text("length"), AppSprache::text("time"), AppSprache::text("ascent"),
-                                    AppSprache::text("points"), "Ghost", AppSprache::text("type"), "Start", "Ziel"},
-                        .alleSportarten = AppSprache::text("sportAll"),
+                        .spalten = {},
+                        .alle = {},
                         .routen = AppSprache::text("routes"),
                         .dateien = AppSprache::text("files"),
                         .gesamt = AppSprache::text("total")};
+    std::transform(kSpalten.begin(), kSpalten.end(), texte.spalten.begin(),
+                   [](const Spaltenangaben& spalte) { return spalte.titel->aktuell(); });
+    std::transform(kFilter.begin(), kFilter.end(), texte.alle.begin(),
+                   [](const Filterangaben& filter) { return filter.alle->aktuell(); });
     for (const auto sport : GpxSportart::allCases()) {
         texte.sportarten[static_cast<std::size_t>(sport)] = sport.deutsch();
     }

@@ -5,7 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "sicht/Sortierung.h"
+#include "sicht/Filter.h"
+#include "sicht/Spalten.h"
 #include "track/GpxMetadaten.h"
 #include "track/GpxSportart.h"
 
@@ -16,7 +17,7 @@ struct Ansichtstexte {
     std::string sprache;                               ///< BCP 47; decides order, letter case and search
     std::array<std::string, 15> sportarten;            ///< labels in the order of GpxSportart::allCases()
     std::array<std::string, kSpalten.size()> spalten;  ///< column titles
-    std::string alleSportarten;                        ///< the choice of all sports
+    JeFilter<std::string> alle;                        ///< of each filter the choice of everything
     std::string routen;                                ///< the word after the number in the header, as written
     std::string dateien;                               ///< the word after the number in the status line
     std::string gesamt;                                ///< the word after the length in the status line
@@ -31,8 +32,5 @@ struct Ansichtstexte {
 
     friend bool operator==(const Ansichtstexte&, const Ansichtstexte&) = default;
 };
-
-/// What is shown where there is nothing to show.
-inline constexpr std::string_view kStrich = "–";
 
 }  // namespace spurkiste

@@ -5,17 +5,11 @@
 namespace spurkiste {
 
 bool Ansichtszustand::filterAktiv() const {
-    return startFilter || zielFilter || sportFilter || ghostFilter != GhostFilter::alle ||
-           artFilter != ArtFilter::alle || laengenFilter != LaengenFilter::alle || !suche.empty();
+    return filter != Filterwahl() || !suche.empty();
 }
 
 void Ansichtszustand::setzeZurueck() {
-    startFilter.reset();
-    zielFilter.reset();
-    sportFilter.reset();
-    ghostFilter = GhostFilter::alle;
-    artFilter = ArtFilter::alle;
-    laengenFilter = LaengenFilter::alle;
+    filter = {};
     suche.clear();
 }
 

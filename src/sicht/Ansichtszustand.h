@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <unordered_set>
 #include <vector>
@@ -16,13 +15,8 @@ struct Ansichtszustand {
     /// Paths of the selected records, hidden ones included. Only gestures and behalteVorhandene() change it.
     std::unordered_set<std::string> auswahl;
     Sortierung sortierung;
-    std::string suche;                       ///< the text of the search field as it stands, blanks included
-    std::optional<std::string> startFilter;  ///< the chosen start place
-    std::optional<std::string> zielFilter;   ///< the chosen finish place
-    std::optional<std::string> sportFilter;  ///< the chosen sport's label, so it belongs to one language
-    GhostFilter ghostFilter = GhostFilter::alle;
-    ArtFilter artFilter = ArtFilter::alle;
-    LaengenFilter laengenFilter = LaengenFilter::alle;
+    std::string suche;   ///< the text of the search field as it stands, blanks included
+    Filterwahl filter;   ///< that of the sport is a label, so it belongs to one language
     bool laedt = false;  ///< whether the library is reading files
 
     /// Whether a filter or the search is in effect.

@@ -3,90 +3,144 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
 #include <string_view>
 
+#include "base/Pflicht.h"
+#include "sicht/Beschriftung.h"
+#include "sicht/Formate.h"
 #include "track/GpxMetadaten.h"
 
 namespace spurkiste {
 
-/// Which records the timestamps let through.
-enum class GhostFilter : std::uint8_t { alle, tauglich, ohne };
-
-/// Which records the course type lets through.
-enum class ArtFilter : std::uint8_t { alle, rundkurs, strecke };
-
-/// Which records the length lets through; both bounds belong to `mittel`.
-enum class LaengenFilter : std::uint8_t { alle, kurz, mittel, lang };
-
-/// One case of such a filter: its label, the same in every language, and its test.
-template <typename Filter>
-struct Filterfall {
-    Filter wert{};
-    std::string_view name;
-    bool (*passt)(const GpxMetadaten& eintrag) = nullptr;
-};
-
-/// Of each filter all cases, in the order in which they are offered. The first lets everything through.
-inline constexpr std::array<Filterfall<GhostFilter>, 3> kGhostFaelle{{
-    {GhostFilter::alle, "Ghost: alle", [](const GpxMetadaten&) { return true; }},
-    {GhostFilter::tauglich, "Ghost-tauglich", [](const GpxMetadaten& eintrag) { return eintrag.hatZeitstempel; }},
-    {GhostFilter::ohne, "ohne Zeitstempel", [](const GpxMetadaten& eintrag) { return !eintrag.hatZeitstempel; }},
-}};
-inline constexpr std::array<Filterfall<ArtFilter>, 3> kArtFaelle{{
-    {ArtFilter::alle, "Art: alle", [](const GpxMetadaten&) { return true; }},
-    {ArtFilter::rundkurs, "Rundkurs", [](const GpxMetadaten& eintrag) { return eintrag.rundkurs; }},
-    {ArtFilter::strecke, "Strecke", [](const GpxMetadaten& eintrag) { return !eintrag.rundkurs; }},
-}};
-inline constexpr std::array<Filterfall<LaengenFilter>, 4> kLaengenFaelle{{
-    {LaengenFilter::alle, "Länge: alle", [](const GpxMetadaten&) { return true; }},
-    {LaengenFilter::kurz, "unter 5 km", [](const GpxMetadaten& eintrag) { return eintrag.streckeMeter < 5000.0; }},
-    {LaengenFilter::mittel, "5–20 km",
-     [](const GpxMetadaten& eintrag) { return eintrag.streckeMeter >= 5000.0 && eintrag.streckeMeter <= 20000.0; }},
-    {LaengenFilter::lang, "über 20 km", [](const GpxMetadaten& eintrag) { return eintrag.streckeMeter > 20000.0; }},
-}};
-
-/// The labels of the choice that lets everything through, where the options are places; that of the sports is among
-/// the texts of the language.
-inline constexpr std::string_view kStartAlle = "Start: alle";
-inline constexpr std::string_view kZielAlle = "Ziel: alle";
-
-/// The cases of the filter that a value belongs to.
-constexpr const auto& faelleVon(GhostFilter /*filter*/) {
-    return kGhostFaelle;
-}
-constexpr const auto& faelleVon(ArtFilter /*filter*/) {
-    return kArtFaelle;
-}
-constexpr const auto& faelleVon(LaengenFilter /*filter*/) {
-    return kLaengenFaelle;
-}
-
-/// The label of a case.
-template <typename Filter>
-constexpr std::string_view rawValue(Filter filter) {
-    return faelleVon(filter)[static_cast<std::size_t>(filter)].name;
-}
-
-/// A set of cases of one filter, one bit each.
-using Fallmenge = std::uint8_t;
-
-template <typename Filter>
-constexpr Fallmenge fallmenge(Filter filter) {
-    return static_cast<Fallmenge>(1U << static_cast<unsigned>(filter));
-}
-
-/// The cases of a filter that let the record through.
-template <typename Filter>
-Fallmenge passendeFaelle(const GpxMetadaten& eintrag) {
-    Fallmenge menge = 0;
-    for (const auto& fall : faelleVon(Filter{})) {
-        menge |= fall.passt(eintrag) ? fallmenge(fall.wert) : Fallmenge{0};
-    }
-    return menge;
-}
-
 /// The filters, in the order of the filter bar.
 enum class FilterFeld : std::uint8_t { start, ziel, sport, ghost, art, laenge };
+
+/// All that there is to say of one filter. It gives each record a text or none, and lets through those that have the
+/// chosen one.
+struct Filterangaben {
+    Pflicht<FilterFeld> feld;
+    Pflicht<std::string_view> name;    ///< for a screen reader
+    Pflicht<std::string_view> symbol;  ///< its icon
+    Pflicht<Beschriftung> alle;        ///< the choice that lets everything through
+    /// The text of a record; `sport` is the one to show for its sport.
+    Pflicht<std::optional<std::string_view> (*)(const GpxMetadaten& eintrag, std::string_view sport)> wert;
+    /// The texts that there are, in the order in which they are offered; empty where the records decide.
+    Pflicht<std::span<const std::string_view>> faelle;
+    Pflicht<std::string_view> nieAngeboten;  ///< a text that is no choice; empty: none
+};
+
+/// The fixed choices; they read the same in every language.
+namespace filterfall {
+inline constexpr std::array<std::string_view, 2> kGhost{"Ghost-tauglich", "ohne Zeitstempel"};
+inline constexpr std::array<std::string_view, 2> kArt{"Rundkurs", "Strecke"};
+inline constexpr std::array<std::string_view, 3> kLaenge{"unter 5 km", "5–20 km", "über 20 km"};
+}  // namespace filterfall
+
+/// One row for each filter; another filter is another row here. State, options and filter bar follow.
+inline constexpr std::array kFilter{
+    Filterangaben{
+        .feld = FilterFeld::start,
+        .name = "Start",
+        .symbol = "location.circle",
+        .alle = woertlich("Start: alle"),
+        .wert = [](const GpxMetadaten& e, std::string_view) { return std::optional<std::string_view>(e.startOrt); },
+        .faelle = std::span<const std::string_view>(),
+        .nieAngeboten = "",
+    },
+    Filterangaben{
+        .feld = FilterFeld::ziel,
+        .name = "Ziel",
+        .symbol = "flag.checkered",
+        .alle = woertlich("Ziel: alle"),
+        .wert = [](const GpxMetadaten& e, std::string_view) { return std::optional<std::string_view>(e.zielOrt); },
+        .faelle = std::span<const std::string_view>(),
+        .nieAngeboten = "",
+    },
+    Filterangaben{
+        .feld = FilterFeld::sport,
+        .name = "Sport",
+        .symbol = "figure.run",
+        .alle = schluessel("sportAll"),
+        .wert = [](const GpxMetadaten&, std::string_view sport) { return std::optional(sport); },
+        .faelle = std::span<const std::string_view>(),
+        .nieAngeboten = kStrich,
+    },
+    Filterangaben{
+        .feld = FilterFeld::ghost,
+        .name = "Ghost",
+        .symbol = "clock.arrow.circlepath",
+        .alle = woertlich("Ghost: alle"),
+        .wert = [](const GpxMetadaten& e,
+                   std::string_view) { return std::optional(filterfall::kGhost[e.hatZeitstempel ? 0 : 1]); },
+        .faelle = filterfall::kGhost,
+        .nieAngeboten = "",
+    },
+    Filterangaben{
+        .feld = FilterFeld::art,
+        .name = "Art",
+        .symbol = "point.topleft.down.curvedto.point.bottomright.up",
+        .alle = woertlich("Art: alle"),
+        .wert = [](const GpxMetadaten& e,
+                   std::string_view) { return std::optional(filterfall::kArt[e.rundkurs ? 0 : 1]); },
+        .faelle = filterfall::kArt,
+        .nieAngeboten = "",
+    },
+    Filterangaben{
+        .feld = FilterFeld::laenge,
+        .name = "Länge",
+        .symbol = "ruler",
+        .alle = woertlich("Länge: alle"),
+        .wert = [](const GpxMetadaten& e, std::string_view) -> std::optional<std::string_view> {
+            if (e.streckeMeter < 5000.0) {
+                return filterfall::kLaenge[0];
+            }
+            if (e.streckeMeter > 20000.0) {
+                return filterfall::kLaenge[2];
+            }
+            // Both bounds belong to the middle; what is no number has no length to filter by.
+            return e.streckeMeter >= 5000.0 ? std::optional(filterfall::kLaenge[1]) : std::nullopt;
+        },
+        .faelle = filterfall::kLaenge,
+        .nieAngeboten = "",
+    },
+};
+
+static_assert(
+    [] {
+        std::size_t stelle = 0;
+        for (const Filterangaben& filter : kFilter) {
+            if (static_cast<std::size_t>(*filter.feld) != stelle++) {
+                return false;
+            }
+        }
+        return true;
+    }(),
+    "rows stand in the order of the filters");
+
+/// Something for each filter.
+template <typename Wert>
+class JeFilter {
+  public:
+    [[nodiscard]] constexpr Wert& operator[](FilterFeld feld) { return werte_[static_cast<std::size_t>(feld)]; }
+    [[nodiscard]] constexpr const Wert& operator[](FilterFeld feld) const {
+        return werte_[static_cast<std::size_t>(feld)];
+    }
+    [[nodiscard]] constexpr auto begin() { return werte_.begin(); }
+    [[nodiscard]] constexpr auto end() { return werte_.end(); }
+    [[nodiscard]] constexpr auto begin() const { return werte_.begin(); }
+    [[nodiscard]] constexpr auto end() const { return werte_.end(); }
+
+    friend bool operator==(const JeFilter&, const JeFilter&) = default;
+
+  private:
+    std::array<Wert, kFilter.size()> werte_{};
+};
+
+/// The choice of each filter; absent: all.
+using Filterwahl = JeFilter<std::optional<std::string>>;
 
 /// The filters that a record fails, one bit each.
 class Fehlmenge {

@@ -1,11 +1,15 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "base/Zeitpunkt.h"
 #include "geo/Koordinate.h"
 
 namespace spurkiste {
+
+/// What is shown where there is nothing to show.
+inline constexpr std::string_view kStrich = "–";
 
 /// The texts that figures are shown as, the same in every language. Static; any thread.
 class Formate {

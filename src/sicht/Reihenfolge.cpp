@@ -1,9 +1,8 @@
 #include "sicht/Reihenfolge.h"
 
 #include <algorithm>
-#include <bit>
-#include <cmath>
 #include <numeric>
+#include <optional>
 #include <span>
 #include <string_view>
 #include <utility>
@@ -14,20 +13,6 @@ namespace {
 
 using Stelle = Reihenfolge::Stelle;
 
-/// Integers in the order of the numbers; the two zeros are one, and all that is no number stands behind infinity.
-std::uint64_t ausZahl(double wert) {
-    constexpr std::uint64_t vorzeichen = std::uint64_t{1} << 63U;
-    if (std::isnan(wert)) {
-        return ~std::uint64_t{0};
-    }
-    const auto bits = std::bit_cast<std::uint64_t>(wert + 0.0);
-    return (bits & vorzeichen) != 0 ? ~bits : bits | vorzeichen;
-}
-
-std::uint64_t ausZahl(std::int64_t wert) {
-    return static_cast<std::uint64_t>(wert) ^ (std::uint64_t{1} << 63U);
-}
-
 /// Eight bytes of a key from `anfang` on as an integer of the same order; zeros behind its end, as no key has any.
 std::uint64_t achtBytes(std::string_view schluessel, std::size_t anfang) {
     std::uint64_t wort = 0;
@@ -37,13 +22,17 @@ std::uint64_t achtBytes(std::string_view schluessel, std::size_t anfang) {
     return wort;
 }
 
+bool hatArt(const Vergleich& vergleich, Ordnung::Art art) {
+    return angaben(vergleich.spalte).ordnung->art == art;
+}
+
 /// Sorts by integers: what a comparator compares is a row of words, one for numbers, for names as many as the key
 /// fills. Equal runs are sorted again by the next word, then by the next comparator.
-class Ordner {
+class Sortierer {
   public:
-    Ordner(const Sortierung& sortierung, const Reihenfolge::Bestand& bestand)
-        : vergleiche_(sortierung.vergleiche()), plaetze_(bestand.plaetze) {
-        const auto nachSport = [](Vergleich vergleich) { return vergleich.spalte == Spalte::sport; };
+    Sortierer(const Sortierung& sortierung, const Reihenfolge::Bestand& bestand)
+        : vergleiche_(sortierung.vergleiche()), merkmale_(bestand.merkmale) {
+        const auto nachSport = [](Vergleich vergleich) { return hatArt(vergleich, Ordnung::Art::sport); };
         if (std::any_of(vergleiche_.begin(), vergleiche_.end(), nachSport)) {
             bestimmeSportraenge(bestand);
         }
@@ -66,8 +55,8 @@ class Ordner {
 
     [[nodiscard]] bool steht(Stelle a, Stelle vor) const {
         for (const Vergleich& vergleich : vergleiche_) {
-            if (vergleich.spalte == Spalte::name) {
-                const int folge = plaetze_[a].namensschluessel.compare(plaetze_[vor].namensschluessel);
+            if (hatArt(vergleich, Ordnung::Art::dateiname)) {
+                const int folge = merkmale_[a].namensschluessel.compare(merkmale_[vor].namensschluessel);
                 if (folge != 0) {
                     return (folge < 0) != vergleich.absteigend;
                 }
@@ -76,6 +65,23 @@ class Ordner {
             }
         }
         return a < vor;
+    }
+
+    /// Puts few into many, both sorted: each looks for its place by halves, which compares less than walking along.
+    [[nodiscard]] std::vector<Stelle> mische(const std::vector<Stelle>& viele,
+                                             const std::vector<Stelle>& wenige) const {
+        std::vector<Stelle> ergebnis;
+        ergebnis.reserve(viele.size() + wenige.size());
+        auto rest = viele.begin();
+        for (const Stelle stelle : wenige) {
+            const auto hier =
+                std::upper_bound(rest, viele.end(), stelle, [this](Stelle a, Stelle b) { return steht(a, b); });
+            ergebnis.insert(ergebnis.end(), rest, hier);
+            ergebnis.push_back(stelle);
+            rest = hier;
+        }
+        ergebnis.insert(ergebnis.end(), rest, viele.end());
+        return ergebnis;
     }
 
   private:
@@ -117,34 +123,22 @@ class Ordner {
 
     /// Whether words follow that of the step.
     [[nodiscard]] bool hatNoch(const Vergleich& vergleich, std::size_t stufe, Stelle stelle) const {
-        return vergleich.spalte == Spalte::name && plaetze_[stelle].namensschluessel.size() > 8 * (stufe + 1);
+        return hatArt(vergleich, Ordnung::Art::dateiname) &&
+               merkmale_[stelle].namensschluessel.size() > 8 * (stufe + 1);
     }
 
     [[nodiscard]] std::uint64_t wort(const Vergleich& vergleich, std::size_t stufe, Stelle stelle) const {
         const auto aufsteigend = [&]() -> std::uint64_t {
-            const Platz& platz = plaetze_[stelle];
-            const GpxMetadaten& eintrag = *platz.zeile->eintrag();
-            switch (vergleich.spalte) {
-                case Spalte::name:
-                    return achtBytes(platz.namensschluessel, 8 * stufe);
-                case Spalte::datum:
-                    return ausZahl(eintrag.anzeigeDatum().sekunden);
-                case Spalte::sport:
-                    return sportrang_[platz.sport];
-                case Spalte::laenge:
-                    return ausZahl(platz.streckeMeter);
-                case Spalte::zeit:
-                    return ausZahl(eintrag.dauerSekunden);
-                case Spalte::anstieg:
-                    return ausZahl(eintrag.anstiegMeter);
-                case Spalte::punkte:
-                    return ausZahl(eintrag.punkte);
-                case Spalte::ghost:
-                    return static_cast<std::uint64_t>(eintrag.ghostWert());
-                case Spalte::art:
-                    return static_cast<std::uint64_t>(eintrag.artWert());
-                case Spalte::start:
-                case Spalte::ziel:
+            const Merkmale& merkmale = merkmale_[stelle];
+            const Ordnung& ordnung = angaben(vergleich.spalte).ordnung;
+            switch (ordnung.art) {
+                case Ordnung::Art::dateiname:
+                    return achtBytes(merkmale.namensschluessel, 8 * stufe);
+                case Ordnung::Art::sport:
+                    return sportrang_[merkmale.filterwerte[FilterFeld::sport]];
+                case Ordnung::Art::zahl:
+                    return ordnung.wort(*merkmale.zeile->eintrag());
+                case Ordnung::Art::keine:
                     break;
             }
             return 0;
@@ -167,17 +161,41 @@ class Ordner {
     }
 
     const std::vector<Vergleich>& vergleiche_;
-    const std::vector<Platz>& plaetze_;
+    const std::vector<Merkmale>& merkmale_;
     std::vector<std::uint64_t> sportrang_;  // by number
 };
+
+/// The positions that nothing moved to, ascending. Nothing when those that moved have changed their order: equal
+/// records may stand the other way round then.
+std::optional<std::vector<Stelle>> neueNach(const std::vector<Stelle>& umzug, std::size_t anzahl) {
+    std::vector<bool> alt(anzahl);
+    Stelle zuletzt = 0;
+    for (const Stelle stelle : umzug) {
+        if (stelle == Reihenfolge::kWeg) {
+            continue;
+        }
+        if (stelle < zuletzt) {
+            return std::nullopt;
+        }
+        zuletzt = stelle;
+        alt[stelle] = true;
+    }
+    std::vector<Stelle> neue;
+    for (Stelle stelle = 0; stelle < anzahl; ++stelle) {
+        if (!alt[stelle]) {
+            neue.push_back(stelle);
+        }
+    }
+    return neue;
+}
 
 }  // namespace
 
 const std::vector<Stelle>& Reihenfolge::fuer(const Sortierung& sortierung, const Bestand& bestand) {
     if (!gueltig_ || sortierung != sortierung_) {
-        stellen_.resize(bestand.plaetze.size());
+        stellen_.resize(bestand.merkmale.size());
         std::iota(stellen_.begin(), stellen_.end(), Stelle{0});
-        Ordner(sortierung, bestand).sortiere(stellen_);
+        Sortierer(sortierung, bestand).sortiere(stellen_);
         sortierung_ = sortierung;
         gueltig_ = true;
     }
@@ -188,49 +206,21 @@ void Reihenfolge::folge(const std::vector<Stelle>& umzug, const Bestand& bestand
     if (!gueltig_) {
         return;
     }
-    std::vector<bool> alt(bestand.plaetze.size());
-    Stelle zuletzt = 0;
-    for (const Stelle stelle : umzug) {
-        if (stelle == kWeg) {
-            continue;
-        }
-        if (stelle < zuletzt) {
-            gueltig_ = false;  // equal records may stand the other way round now
-            return;
-        }
-        zuletzt = stelle;
-        alt[stelle] = true;
-    }
-    std::vector<Stelle> neue;
-    for (Stelle stelle = 0; stelle < alt.size(); ++stelle) {
-        if (!alt[stelle]) {
-            neue.push_back(stelle);
-        }
-    }
-    if (neue.size() > alt.size() / 4) {
-        gueltig_ = false;  // sorting all is no dearer
+    auto neue = neueNach(umzug, bestand.merkmale.size());
+    gueltig_ = neue && neue->size() <= bestand.merkmale.size() / 4;  // beyond that, sorting all is no dearer
+    if (!gueltig_) {
         return;
     }
     std::vector<Stelle> gebliebene;
-    gebliebene.reserve(alt.size());
+    gebliebene.reserve(bestand.merkmale.size());
     for (const Stelle stelle : stellen_) {
         if (umzug[stelle] != kWeg) {
             gebliebene.push_back(umzug[stelle]);
         }
     }
-    const Ordner ordner(sortierung_, bestand);
-    ordner.sortiere(neue);
-    // Few go into many: each looks for its place by halves, which compares less than walking along.
-    stellen_.clear();
-    auto rest = gebliebene.begin();
-    for (const Stelle stelle : neue) {
-        const auto platz =
-            std::upper_bound(rest, gebliebene.end(), stelle, [&](Stelle a, Stelle b) { return ordner.steht(a, b); });
-        stellen_.insert(stellen_.end(), rest, platz);
-        stellen_.push_back(stelle);
-        rest = platz;
-    }
-    stellen_.insert(stellen_.end(), rest, gebliebene.end());
+    const Sortierer sortierer(sortierung_, bestand);
+    sortierer.sortiere(*neue);
+    stellen_ = sortierer.mische(gebliebene, *neue);
 }
 
 }  // namespace spurkiste

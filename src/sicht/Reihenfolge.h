@@ -15,19 +15,17 @@
 
 namespace spurkiste {
 
+/// What the filters compare: of each the number of the record's text, in its list of words or among its fixed choices.
+using Filterwerte = JeFilter<Wortliste::Nummer>;
+
 /// A record as filters, search and order see it: all that can be told from the record and the language alone.
-struct Platz {
+struct Merkmale {
     std::shared_ptr<const Zeile> zeile;
     std::string suchtext;  ///< folded, each text ended by a byte that no text contains
     std::string namensschluessel;
     std::size_t pfadHash = 0;
     double streckeMeter = 0.0;
-    Wortliste::Nummer start = Wortliste::kKeine;
-    Wortliste::Nummer ziel = Wortliste::kKeine;
-    Wortliste::Nummer sport = Wortliste::kKeine;
-    Fallmenge ghost = 0;
-    Fallmenge art = 0;
-    Fallmenge laenge = 0;
+    Filterwerte filterwerte;
 };
 
 /// The order of all records, kept while they and the sort order stay, and mended rather than made anew when some
@@ -39,7 +37,7 @@ class Reihenfolge {
 
     /// What the order is made from, besides the sort order.
     struct Bestand {
-        const std::vector<Platz>& plaetze;
+        const std::vector<Merkmale>& merkmale;
         const Wortliste& sportarten;
         const text::Namensordnung& namensordnung;
     };

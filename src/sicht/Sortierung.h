@@ -1,22 +1,10 @@
 #pragma once
 
-#include <array>
-#include <cstdint>
 #include <vector>
 
+#include "sicht/Spalten.h"
+
 namespace spurkiste {
-
-/// The columns of the table, from left to right.
-enum class Spalte : std::uint8_t { name, datum, sport, laenge, zeit, anstieg, punkte, ghost, art, start, ziel };
-
-inline constexpr std::array<Spalte, 11> kSpalten{Spalte::name, Spalte::datum,   Spalte::sport,  Spalte::laenge,
-                                                 Spalte::zeit, Spalte::anstieg, Spalte::punkte, Spalte::ghost,
-                                                 Spalte::art,  Spalte::start,   Spalte::ziel};
-
-/// Whether a click on the column's header sorts: all but the places.
-constexpr bool istSortierbar(Spalte spalte) {
-    return spalte != Spalte::start && spalte != Spalte::ziel;
-}
 
 /// One comparator of a sort order.
 struct Vergleich {

@@ -12,10 +12,10 @@ namespace {
 
 using Breiten = Spaltenbreiten::Breiten;
 
-constexpr Breiten kIdeal{220, 120, 118, 76, 72, 66, 62, 48, 92, 120, 120};
+constexpr Breiten kIdeal = jeSpalte(&Spaltenangaben::ideal);
 
 /// How columns share what is beyond their ideal widths: names and places have the longest texts.
-constexpr Breiten kDehnung{2, 0, 0, 0, 0, 0, 0, 0, 0, 1, 1};
+constexpr Breiten kDehnung = jeSpalte(&Spaltenangaben::dehnung);
 
 constexpr int kUnsinnig = 100'000;  // no screen is that wide; keeps sums small
 

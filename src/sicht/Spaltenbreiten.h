@@ -1,11 +1,12 @@
 #pragma once
 
 #include <array>
+#include <numeric>
 #include <optional>
 #include <string>
 #include <string_view>
 
-#include "sicht/Sortierung.h"
+#include "sicht/Spalten.h"
 
 namespace spurkiste {
 
@@ -16,7 +17,7 @@ class Spaltenbreiten {
     using Breiten = std::array<int, kSpalten.size()>;
 
     /// Below these no column gets, neither by the user nor for want of room.
-    static constexpr Breiten kMindestens{140, 100, 96, 60, 60, 56, 52, 42, 76, 90, 90};
+    static constexpr Breiten kMindestens = jeSpalte(&Spaltenangaben::mindestens);
 
     /// As wide as they are at first.
     Spaltenbreiten() = default;
@@ -36,8 +37,8 @@ class Spaltenbreiten {
     friend bool operator==(const Spaltenbreiten&, const Spaltenbreiten&) = default;
 
   private:
-    Breiten breiten_{220, 100, 118, 70, 65, 60, 56, 44, 82, 120, 120};
-    int platz_ = 1055;  // the room that they were made for
+    Breiten breiten_ = jeSpalte(&Spaltenangaben::anfangs);
+    int platz_ = std::accumulate(breiten_.begin(), breiten_.end(), 0);  // the room that they were made for
 };
 
 }  // namespace spurkiste

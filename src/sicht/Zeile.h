@@ -7,15 +7,11 @@
 #include <string>
 #include <string_view>
 
-#include "sicht/Ansichtstexte.h"
-#include "sicht/Sortierung.h"
+#include "sicht/Spalten.h"
 #include "track/GpxMetadaten.h"
 #include "track/GpxSportart.h"
 
 namespace spurkiste {
-
-/// The colour of a cell's text.
-enum class Schriftfarbe : std::uint8_t { tinte, tinteLeise, gruen };
 
 /// A record as a row of the table: everything that its cells show, made once, so that painting only looks it up.
 /// Texts are in UTF-16, as the painter takes them; they stand on one line and have at most kLaengster units.
@@ -35,9 +31,9 @@ class Zeile {
     /// The text of a cell; without the icons of name and sport. Lives as long as the row.
     [[nodiscard]] std::u16string_view text(Spalte spalte) const;
     /// Its colour; that of the sport where the file names one, and quieter where it is a suggestion or none.
-    [[nodiscard]] Schriftfarbe farbe(Spalte spalte) const;
+    [[nodiscard]] Schriftfarbe farbe(Spalte spalte) const { return angaben(spalte).farbe(*eintrag_); }
     /// The tooltip of a cell; empty where there is none.
-    [[nodiscard]] std::u16string tooltip(Spalte spalte) const;
+    [[nodiscard]] std::u16string tooltip(Spalte spalte) const { return angaben(spalte).tooltip(*eintrag_); }
     /// What a screen reader says for a cell.
     [[nodiscard]] std::u16string vorleseText(Spalte spalte) const;
 

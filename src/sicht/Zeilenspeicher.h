@@ -7,6 +7,7 @@
 
 #include "base/Namensordnung.h"
 #include "sicht/Ansichtstexte.h"
+#include "sicht/Filter.h"
 #include "sicht/Reihenfolge.h"
 #include "sicht/Sortierung.h"
 #include "sicht/Wortliste.h"
@@ -25,27 +26,35 @@ class Zeilenspeicher {
     void gleicheAb(const std::vector<Eintrag>& eintraege, const Ansichtstexte& texte);
 
     /// The records in their order, with all that follows from each.
-    [[nodiscard]] const std::vector<Platz>& plaetze() const { return plaetze_; }
+    [[nodiscard]] const std::vector<Merkmale>& merkmale() const { return merkmale_; }
     /// The positions of all records in sorted order.
     [[nodiscard]] const std::vector<Reihenfolge::Stelle>& reihenfolge(const Sortierung& sortierung);
 
-    /// The place names of all records, and the texts shown for their sports.
-    [[nodiscard]] const Wortliste& orte() const { return orte_; }
-    [[nodiscard]] const Wortliste& sportarten() const { return sportarten_; }
+    /// The texts that a filter knows of all records; empty when its choices are fixed.
+    [[nodiscard]] const Wortliste& worte(FilterFeld feld) const { return worte_[feld]; }
 
   private:
     using Stelle = Reihenfolge::Stelle;
 
-    void ersetzeAb(std::size_t ab, bool neueSprache, const std::vector<Eintrag>& eintraege);
-    [[nodiscard]] Platz baue(const Eintrag& eintrag, std::uint32_t kennung);
-    [[nodiscard]] Reihenfolge::Bestand bestand() const { return {plaetze_, sportarten_, *namensordnung_}; }
+    struct Beiseite;
+
+    void ersetzeAb(std::size_t ab, const std::vector<Eintrag>& eintraege);
+    [[nodiscard]] bool bleibt(std::size_t stelle, const std::vector<Eintrag>& eintraege) const;
+    [[nodiscard]] std::vector<Beiseite> raeumeBeiseite(std::size_t ab, const std::vector<Eintrag>& eintraege);
+    [[nodiscard]] std::vector<std::size_t> holeZurueck(std::size_t ab, const std::vector<Eintrag>& eintraege,
+                                                       std::vector<Beiseite>& beiseite);
+    void baueNeue(const std::vector<std::size_t>& offen, const std::vector<Eintrag>& eintraege,
+                  const std::vector<Beiseite>& beiseite);
+    [[nodiscard]] Merkmale baue(const Eintrag& eintrag, std::uint32_t kennung);
+    [[nodiscard]] Reihenfolge::Bestand bestand() const {
+        return {merkmale_, worte_[FilterFeld::sport], *namensordnung_};
+    }
 
     Ansichtstexte texte_;                               // of the rows
     std::optional<text::Namensordnung> namensordnung_;  // absent before the first records
     std::vector<const GpxMetadaten*> adressen_;         // of the records, kept alive by the rows
-    std::vector<Platz> plaetze_;
-    Wortliste orte_;
-    Wortliste sportarten_;
+    std::vector<Merkmale> merkmale_;
+    JeFilter<Wortliste> worte_;
     Reihenfolge reihenfolge_;
     std::uint32_t naechsteKennung_ = 0;
 };

@@ -79,18 +79,16 @@ TEST(AnsichtsbildTest, OptionenStehenNachZeichenUndDieGewaehlteBleibt) {
                                             mitStart("Zug", 6000.0), mitStart("Ägeri", 20000.0),
                                             mitStart("Zug", 4999.9)};
     Ansichtszustand zustand;
-    EXPECT_THAT(bildVon(eintraege, zustand).startOrte, ElementsAre("Zug", "Zürich", "alp", "Ägeri"));
-    EXPECT_THAT(bildVon(eintraege, zustand).sportarten, IsEmpty());
-    EXPECT_THAT(bildVon(eintraege, zustand).laengenFaelle,
-                ElementsAre(LaengenFilter::alle, LaengenFilter::kurz, LaengenFilter::mittel));
+    EXPECT_THAT(bildVon(eintraege, zustand).optionen[FilterFeld::start], ElementsAre("Zug", "Zürich", "alp", "Ägeri"));
+    EXPECT_THAT(bildVon(eintraege, zustand).optionen[FilterFeld::sport], IsEmpty());
+    EXPECT_THAT(bildVon(eintraege, zustand).optionen[FilterFeld::laenge], ElementsAre("unter 5 km", "5–20 km"));
 
-    zustand.startFilter = "alp";
-    zustand.laengenFilter = LaengenFilter::lang;
+    zustand.filter[FilterFeld::start] = "alp";
+    zustand.filter[FilterFeld::laenge] = "über 20 km";
     const auto bild = bildVon(eintraege, zustand);
     EXPECT_THAT(bild.zeilen, IsEmpty());
-    EXPECT_THAT(bild.startOrte, ElementsAre("alp"));
-    EXPECT_THAT(bild.laengenFaelle, ElementsAre(LaengenFilter::alle, LaengenFilter::mittel, LaengenFilter::lang));
-    EXPECT_EQ(rawValue(LaengenFilter::mittel), "5–20 km");
+    EXPECT_THAT(bild.optionen[FilterFeld::start], ElementsAre("alp"));
+    EXPECT_THAT(bild.optionen[FilterFeld::laenge], ElementsAre("5–20 km", "über 20 km"));
 }
 
 TEST(AnsichtsbildTest, ZahlenUndTexteSagenWasZuSehenIst) {
@@ -157,9 +155,9 @@ TEST(AnsichtsbildTest, WasGingWirdVergessen) {
     eintrag = mache("Zug");
     bild = berechneAnsichtsbild({eintrag}, {}, texteIn("de"), speicher);
     EXPECT_TRUE(alter.expired());
-    for (const auto* liste : {&speicher.orte(), &speicher.sportarten()}) {
-        EXPECT_EQ(liste->worte().size(), 1U);
-        EXPECT_EQ(liste->suche("Bern"), Wortliste::kUnbekannt);
+    for (const FilterFeld feld : {FilterFeld::start, FilterFeld::ziel, FilterFeld::sport}) {
+        EXPECT_EQ(speicher.worte(feld).worte().size(), 1U);
+        EXPECT_EQ(speicher.worte(feld).suche("Bern"), Wortliste::kUnbekannt);
     }
 }
 

@@ -31,18 +31,22 @@ bool gleich(const std::optional<std::string>& filter, const std::optional<std::s
     return !filter || (wert && text::nfc(*filter) == text::nfc(*wert));
 }
 
-bool passt(GhostFilter filter, const GpxMetadaten& e) {
-    return filter == GhostFilter::alle || (filter == GhostFilter::tauglich) == e.hatZeitstempel;
-}
-
-bool passt(ArtFilter filter, const GpxMetadaten& e) {
-    return filter == ArtFilter::alle || (filter == ArtFilter::rundkurs) == e.rundkurs;
-}
-
-bool passt(LaengenFilter filter, const GpxMetadaten& e) {
-    const double m = e.streckeMeter;
-    return filter == LaengenFilter::alle || (filter == LaengenFilter::kurz && m < 5000) ||
-           (filter == LaengenFilter::mittel && 5000 <= m && m <= 20000) || (filter == LaengenFilter::lang && m > 20000);
+/// The text that a record has for a filter.
+std::optional<std::string> wert(FilterFeld feld, const GpxMetadaten& e, const Ansichtstexte& texte) {
+    switch (feld) {
+        case FilterFeld::start:
+            return e.startOrt;
+        case FilterFeld::ziel:
+            return e.zielOrt;
+        case FilterFeld::sport:
+            return sport(e, texte);
+        case FilterFeld::ghost:
+            return e.hatZeitstempel ? "Ghost-tauglich" : "ohne Zeitstempel";
+        case FilterFeld::art:
+            return e.rundkurs ? "Rundkurs" : "Strecke";
+        default:
+            return e.streckeMeter < 5000 ? "unter 5 km" : e.streckeMeter <= 20000 ? "5–20 km" : "über 20 km";
+    }
 }
 
 bool findet(const GpxMetadaten& e, const std::string& suche, const std::string& sprache) {
@@ -58,40 +62,34 @@ std::vector<Eintrag> treffer(const std::vector<Eintrag>& alle, const Ansichtszus
                              std::optional<FilterFeld> ausser) {
     std::vector<Eintrag> ergebnis;
     for (const auto& e : alle) {
-        if ((ausser == FilterFeld::start || gleich(z.startFilter, e->startOrt)) &&
-            (ausser == FilterFeld::ziel || gleich(z.zielFilter, e->zielOrt)) &&
-            (ausser == FilterFeld::sport || gleich(z.sportFilter, sport(*e, texte))) &&
-            (ausser == FilterFeld::ghost || passt(z.ghostFilter, *e)) &&
-            (ausser == FilterFeld::art || passt(z.artFilter, *e)) &&
-            (ausser == FilterFeld::laenge || passt(z.laengenFilter, *e)) && findet(*e, z.suche, texte.sprache)) {
+        const bool passt = std::all_of(kFilter.begin(), kFilter.end(), [&](const Filterangaben& filter) {
+            return ausser == *filter.feld || gleich(z.filter[filter.feld], wert(filter.feld, *e, texte));
+        });
+        if (passt && findet(*e, z.suche, texte.sprache)) {
             ergebnis.push_back(e);
         }
     }
     return ergebnis;
 }
 
-template <typename Wert>
-Texte textOptionen(const std::vector<Eintrag>& treffer, const std::optional<std::string>& filter, Wert wert) {
-    std::set<std::string> texte;
+Texte optionen(FilterFeld feld, const std::vector<Eintrag>& treffer, const std::optional<std::string>& wahl,
+               const Ansichtstexte& texte) {
+    std::set<std::string> menge;
     for (const auto& e : treffer) {
-        if (const std::optional<std::string> text = wert(*e)) {
-            texte.insert(text::nfc(*text));
+        if (const auto text = wert(feld, *e, texte)) {
+            menge.insert(text::nfc(*text));
         }
     }
-    texte.erase("–");
-    if (filter) {
-        texte.insert(text::nfc(*filter));
+    menge.erase("–");
+    if (wahl) {
+        menge.insert(text::nfc(*wahl));
     }
-    return {texte.begin(), texte.end()};
-}
-
-template <typename Filter>
-std::vector<Filter> faelle(const std::vector<Eintrag>& treffer, Filter filter, std::vector<Filter> alle) {
-    std::erase_if(alle, [&](Filter fall) {
-        return fall != Filter::alle && fall != filter &&
-               std::none_of(treffer.begin(), treffer.end(), [&](const Eintrag& e) { return passt(fall, *e); });
-    });
-    return alle;
+    if (feld < FilterFeld::ghost) {
+        return {menge.begin(), menge.end()};
+    }
+    Texte faelle{"Ghost-tauglich", "ohne Zeitstempel", "Rundkurs", "Strecke", "unter 5 km", "5–20 km", "über 20 km"};
+    std::erase_if(faelle, [&](const std::string& fall) { return !menge.contains(fall); });
+    return faelle;
 }
 
 template <typename Wert>
@@ -177,21 +175,20 @@ class Wuerfel {
     void aendere(Ansichtszustand& z) {
         switch (unter(11)) {
             case 0:
-                z.startFilter = vielleicht({"Zürich", "Zug", "fort", ""});
+                z.filter[FilterFeld::start] = vielleicht({"Zürich", "Zug", "fort", ""});
                 break;
             case 1:
-                z.zielFilter = vielleicht({"Zu\xcc\x88rich", "alp See"});
+                z.filter[FilterFeld::ziel] = vielleicht({"Zu\xcc\x88rich", "alp See"});
                 break;
             case 2:
-                z.sportFilter = vielleicht({"Laufen", "Yoga", "–", "Correr"});
+                z.filter[FilterFeld::sport] = vielleicht({"Laufen", "Yoga", "–", "Correr"});
                 break;
             case 3:
-                z.ghostFilter = aus({GhostFilter::alle, GhostFilter::tauglich, GhostFilter::ohne});
-                z.artFilter = aus({ArtFilter::alle, ArtFilter::rundkurs, ArtFilter::strecke});
+                z.filter[FilterFeld::ghost] = vielleicht({"Ghost-tauglich", "ohne Zeitstempel"});
+                z.filter[FilterFeld::art] = vielleicht({"Rundkurs", "Strecke"});
                 break;
             case 4:
-                z.laengenFilter =
-                    aus({LaengenFilter::alle, LaengenFilter::kurz, LaengenFilter::mittel, LaengenFilter::lang});
+                z.filter[FilterFeld::laenge] = vielleicht({"unter 5 km", "5–20 km", "über 20 km"});
                 break;
             case 5:
                 z.suche = aus({"", "", "z", "ZÜ", "p s", " ", "i", "I", "ß", "tour 1", "\xff"});
@@ -203,7 +200,7 @@ class Wuerfel {
                 z.auswahl = {"/bibliothek/" + std::to_string(unter(40)) + ".gpx"};
                 break;
             default:
-                z.sortierung.klicke(kSpalten[unter(kSpalten.size())]);
+                z.sortierung.klicke(kSpalten[unter(kSpalten.size())].spalte);
         }
     }
 
@@ -286,20 +283,10 @@ TEST(AnsichtsbildVergleichTest, DasBildIstDasDesEinfachenWegsWasAuchImSpeicherLi
             ASSERT_EQ(gezeigt, sichtbar);
             EXPECT_EQ(bild.anzahl, eintraege.size());
             EXPECT_EQ(bild.summeMeter, summe);
-            EXPECT_EQ(bild.startOrte, plan::textOptionen(ohne(FilterFeld::start), zustand.startFilter,
-                                                         [](const GpxMetadaten& e) { return e.startOrt; }));
-            EXPECT_EQ(bild.zielOrte, plan::textOptionen(ohne(FilterFeld::ziel), zustand.zielFilter,
-                                                        [](const GpxMetadaten& e) { return e.zielOrt; }));
-            EXPECT_EQ(bild.sportarten,
-                      plan::textOptionen(ohne(FilterFeld::sport), zustand.sportFilter,
-                                         [&](const GpxMetadaten& e) { return plan::sport(e, texte); }));
-            EXPECT_EQ(bild.ghostFaelle, plan::faelle(ohne(FilterFeld::ghost), zustand.ghostFilter,
-                                                     {GhostFilter::alle, GhostFilter::tauglich, GhostFilter::ohne}));
-            EXPECT_EQ(bild.artFaelle, plan::faelle(ohne(FilterFeld::art), zustand.artFilter,
-                                                   {ArtFilter::alle, ArtFilter::rundkurs, ArtFilter::strecke}));
-            EXPECT_EQ(bild.laengenFaelle, plan::faelle(ohne(FilterFeld::laenge), zustand.laengenFilter,
-                                                       {LaengenFilter::alle, LaengenFilter::kurz, LaengenFilter::mittel,
-                                                        LaengenFilter::lang}));
+            for (const Filterangaben& filter : kFilter) {
+                EXPECT_EQ(bild.optionen[filter.feld],
+                          plan::optionen(filter.feld, ohne(filter.feld), zustand.filter[filter.feld], texte));
+            }
             const auto gewaehlt = std::find_if(eintraege.begin(), eintraege.end(),
                                                [&](const Eintrag& e) { return zustand.auswahl.contains(e->pfad); });
             EXPECT_EQ(bild.ausgewaehlt, gewaehlt == eintraege.end() ? nullptr : *gewaehlt);

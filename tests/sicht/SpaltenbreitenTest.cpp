@@ -37,7 +37,8 @@ TEST(SpaltenbreitenTest, fitsTheColumnsIntoTheRoom) {
 
 TEST(SpaltenbreitenTest, letsTheUserPullEveryBorder) {
     for (const int platz : {700, 1055, 1500}) {
-        for (const Spalte spalte : kSpalten) {
+        for (const Spaltenangaben& angaben : kSpalten) {
+            const Spalte spalte = angaben.spalte;
             for (const int breite : {0, 80, 150, 400, 3000}) {
                 SCOPED_TRACE(testing::Message() << platz << ' ' << static_cast<int>(spalte) << ' ' << breite);
                 const auto stelle = static_cast<std::size_t>(spalte);

@@ -122,8 +122,8 @@ TEST(ZeileTest, SeltsamesBleibtAufEinerKurzenZeile) {
                                    eintragMit("c", [](GpxMetadaten& e) { e.streckeMeter = 1.7e308; })},
                                   {});
         EXPECT_TRUE(std::isfinite(bild.summeMeter));
-        for (const auto spalte : kSpalten) {
-            EXPECT_FALSE(bild.zeilen.front()->text(spalte).empty());
+        for (const Spaltenangaben& spalte : kSpalten) {
+            EXPECT_FALSE(bild.zeilen.front()->text(spalte.spalte).empty());
         }
     }
     std::string lang;

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
+#include <QMenu>
 #include <QTimer>
 #include <algorithm>
 #include <cstdint>
@@ -98,6 +99,38 @@ void spaltenklick(benchmark::State& zustand) {
     }
 }
 BENCHMARK(spaltenklick)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+/// Ctrl+A, until the window has caught up.
+void allesAuswaehlen(benchmark::State& zustand) {
+    Buehne buehne(zustand.range(0), false);
+    buehne.lade();
+    auto* tabelle = buehne.fenster.findChild<TabellenAnsicht*>();
+    for ([[maybe_unused]] const auto schritt : zustand) {
+        zustand.PauseTiming();
+        tabelle->clearSelection();
+        QApplication::processEvents();
+        zustand.ResumeTiming();
+        tabelle->selectAll();
+        QApplication::processEvents();
+    }
+}
+BENCHMARK(allesAuswaehlen)->Arg(10000)->Arg(50000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+/// With everything selected: the menu of the rows comes up.
+void kontextmenue(benchmark::State& zustand) {
+    Buehne buehne(zustand.range(0), false);
+    buehne.lade();
+    auto* tabelle = buehne.fenster.findChild<TabellenAnsicht*>();
+    tabelle->selectAll();
+    QApplication::processEvents();
+    for ([[maybe_unused]] const auto schritt : zustand) {
+        Q_EMIT tabelle->kontextmenueGewuenscht({});
+        zustand.PauseTiming();
+        delete buehne.fenster.findChild<QMenu*>();
+        zustand.ResumeTiming();
+    }
+}
+BENCHMARK(kontextmenue)->Arg(10000)->Arg(50000)->Arg(100000)->Unit(benchmark::kMillisecond);
 
 /// A load whose files are all read: its time, and the longest turn of the event loop. The second argument says
 /// whether the cache is written at the end.

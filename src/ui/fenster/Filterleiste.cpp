@@ -22,23 +22,6 @@ constexpr int kAbstand = 8;
 constexpr int kRing = papier::kRingRand;
 constexpr int kLinie = 1;  // of the card's frame
 
-struct Gestalt {
-    const char* symbol;
-    QString name;  // of the filter, for a screen reader
-};
-
-const std::array<Gestalt, 6>& gestalten() {
-    static const std::array<Gestalt, 6> alle{{
-        {"location.circle", QStringLiteral("Start")},
-        {"flag.checkered", QStringLiteral("Ziel")},
-        {"figure.run", QStringLiteral("Sport")},
-        {"clock.arrow.circlepath", QStringLiteral("Ghost")},
-        {"point.topleft.down.curvedto.point.bottomright.up", QStringLiteral("Art")},
-        {"ruler", QStringLiteral("Länge")},
-    }};
-    return alle;
-}
-
 QString q(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
@@ -67,11 +50,12 @@ Filterleiste::Filterleiste(std::function<void(const Aenderung&)> aendere, QWidge
     auto* zeile = new QHBoxLayout(reihe);
     zeile->setContentsMargins(kRand - kRing - kLinie, 0, kRand - kRing - kLinie, 0);
     zeile->setSpacing(kAbstand - 2 * kRing);
-    for (std::size_t i = 0; i < kFilter; ++i) {
-        kapseln_[i] = new PapierKapsel(gestalten()[i].symbol, reihe);
-        zeile->addWidget(kapseln_[i]);
-        kapseln_[i]->installEventFilter(this);
-        connect(kapseln_[i], &Knopf::clicked, this, [this, i] { oeffne(static_cast<FilterFeld>(i)); });
+    for (const Filterangaben& filter : kFilter) {
+        auto* kapsel = new PapierKapsel(std::string(*filter.symbol), reihe);
+        kapseln_[filter.feld] = kapsel;
+        zeile->addWidget(kapsel);
+        kapsel->installEventFilter(this);
+        connect(kapsel, &Knopf::clicked, this, [this, &filter] { oeffne(filter); });
     }
     zurueck_->setText(QStringLiteral("Zurücksetzen"));
     zurueck_->setzeSymbole("xmark");
@@ -97,6 +81,14 @@ Filterleiste::Filterleiste(std::function<void(const Aenderung&)> aendere, QWidge
     kleide();
 }
 
+QStringList Filterleiste::Angebot::texte() const {
+    QStringList ergebnis{q(alle)};
+    for (const std::string& option : optionen) {
+        ergebnis << q(option);
+    }
+    return ergebnis;
+}
+
 void Filterleiste::kleide() {
     for (PapierKapsel* kapsel : kapseln_) {
         kapsel->kleide();
@@ -104,66 +96,41 @@ void Filterleiste::kleide() {
     zurueck_->setzeAussehen(zuruecksetzen());
 }
 
-void Filterleiste::zeigeAngebot(FilterFeld feld, Angebot angebot) {
-    const auto stelle = static_cast<std::size_t>(feld);
-    PapierKapsel& kapsel = *kapseln_[stelle];
-    kapsel.setText(angebot.wahlen.value(angebot.gewaehlt));
-    const QString vorsatz = gestalten()[stelle].name + QStringLiteral(": ");
+void Filterleiste::zeige(const Ansichtsbild& bild, const Ansichtszustand& zustand, const Ansichtstexte& texte) {
+    for (const Filterangaben& filter : kFilter) {
+        const auto& optionen = bild.optionen[filter.feld];
+        const auto& wahl = zustand.filter[filter.feld];
+        const auto gewaehlt = wahl ? std::find(optionen.begin(), optionen.end(), *wahl) : optionen.end();
+        Angebot& angebot = angebote_[filter.feld];
+        angebot.optionen = optionen;
+        angebot.gewaehlt = gewaehlt == optionen.end() ? 0 : static_cast<int>(gewaehlt - optionen.begin()) + 1;
+        angebot.alle = texte.alle[filter.feld];
+        beschrifte(filter);
+    }
+    zurueck_->setVisible(bild.filterAktiv);
+}
+
+void Filterleiste::beschrifte(const Filterangaben& filter) {
+    const Angebot& angebot = angebote_[filter.feld];
+    PapierKapsel& kapsel = *kapseln_[filter.feld];
+    kapsel.setText(angebot.texte().value(angebot.gewaehlt));
+    const QString vorsatz = q(filter.name) + QStringLiteral(": ");
     const QString name = kapsel.text().startsWith(vorsatz) ? kapsel.text() : vorsatz + kapsel.text();
     if (kapsel.accessibleName() != name) {  // else a screen reader is told of each refresh
         kapsel.setAccessibleName(name);
     }
     kapsel.setzeAktiv(angebot.gewaehlt > 0);
     kapsel.updateGeometry();
-    angebote_[stelle] = std::move(angebot);
 }
 
-void Filterleiste::zeige(const Ansichtsbild& bild, const Ansichtszustand& zustand, const Ansichtstexte& texte) {
-    using Textfilter = std::optional<std::string> Ansichtszustand::*;
-    const auto ausTexten = [&](std::string_view alle, const std::vector<std::string>& wahlen, Textfilter filter) {
-        Angebot angebot;
-        angebot.wahlen << q(alle);
-        for (const std::string& wahl : wahlen) {
-            if (zustand.*filter && *(zustand.*filter) == wahl) {
-                angebot.gewaehlt = static_cast<int>(angebot.wahlen.size());
-            }
-            angebot.wahlen << q(wahl);
-        }
-        angebot.aenderung = [wahlen, filter](int zeile) -> Aenderung {
-            const auto neu = zeile == 0 ? std::nullopt : std::optional(wahlen[static_cast<std::size_t>(zeile - 1)]);
-            return [neu, filter](Ansichtszustand& ziel) { ziel.*filter = neu; };
-        };
-        return angebot;
+void Filterleiste::oeffne(const Filterangaben& filter) {
+    const Angebot& angebot = angebote_[filter.feld];
+    const auto waehle = [this, feld = *filter.feld, optionen = angebot.optionen](int zeile) {
+        const auto neu = zeile == 0 ? std::nullopt : std::optional(optionen[static_cast<std::size_t>(zeile - 1)]);
+        aendere_([&](Ansichtszustand& zustand) { zustand.filter[feld] = neu; });
     };
-    const auto ausFaellen = [&](const auto& faelle, auto filter) {
-        Angebot angebot;
-        for (const auto fall : faelle) {
-            if (fall == zustand.*filter) {
-                angebot.gewaehlt = static_cast<int>(angebot.wahlen.size());
-            }
-            angebot.wahlen << q(rawValue(fall));
-        }
-        angebot.aenderung = [faelle, filter](int zeile) -> Aenderung {
-            const auto neu = faelle[static_cast<std::size_t>(zeile)];
-            return [neu, filter](Ansichtszustand& ziel) { ziel.*filter = neu; };
-        };
-        return angebot;
-    };
-    zeigeAngebot(FilterFeld::start, ausTexten(kStartAlle, bild.startOrte, &Ansichtszustand::startFilter));
-    zeigeAngebot(FilterFeld::ziel, ausTexten(kZielAlle, bild.zielOrte, &Ansichtszustand::zielFilter));
-    zeigeAngebot(FilterFeld::sport, ausTexten(texte.alleSportarten, bild.sportarten, &Ansichtszustand::sportFilter));
-    zeigeAngebot(FilterFeld::ghost, ausFaellen(bild.ghostFaelle, &Ansichtszustand::ghostFilter));
-    zeigeAngebot(FilterFeld::art, ausFaellen(bild.artFaelle, &Ansichtszustand::artFilter));
-    zeigeAngebot(FilterFeld::laenge, ausFaellen(bild.laengenFaelle, &Ansichtszustand::laengenFilter));
-    zurueck_->setVisible(bild.filterAktiv);
-}
-
-void Filterleiste::oeffne(FilterFeld feld) {
-    const auto stelle = static_cast<std::size_t>(feld);
-    const Angebot angebot = angebote_[stelle];
-    auto* popup = new AuswahlPopup(
-        angebot.wahlen, angebot.gewaehlt, [this, angebot](int zeile) { aendere_(angebot.aenderung(zeile)); }, this);
-    popup->oeffneUnter(*kapseln_[stelle], gestalten()[stelle].name);
+    auto* popup = new AuswahlPopup(angebot.texte(), angebot.gewaehlt, waehle, this);
+    popup->oeffneUnter(*kapseln_[filter.feld], q(filter.name));
 }
 
 bool Filterleiste::eventFilter(QObject* quelle, QEvent* ereignis) {

@@ -2,8 +2,10 @@
 
 #include <QAbstractScrollArea>
 #include <QScrollArea>
-#include <array>
+#include <QStringList>
 #include <functional>
+#include <string>
+#include <vector>
 
 #include "sicht/Ansichtsbild.h"
 #include "sicht/Ansichtstexte.h"
@@ -12,7 +14,7 @@
 
 namespace spurkiste {
 
-/// The bar of the six filters: a capsule each, with the choices that lead somewhere, and the button that takes all of
+/// The bar of the filters: a capsule each, with the choices that lead somewhere, and the button that takes all of
 /// them back. Where it is too narrow it scrolls sideways, with the wheel and with the keyboard focus.
 class Filterleiste final : public QWidget {
     Q_OBJECT
@@ -34,21 +36,22 @@ class Filterleiste final : public QWidget {
     bool eventFilter(QObject* quelle, QEvent* ereignis) override;
 
   private:
-    /// What one capsule offers: the texts, which of them is chosen, and what a choice changes.
+    /// What one capsule offers: everything, or one of the options; and which of them is chosen, from 0.
     struct Angebot {
-        QStringList wahlen;
+        std::string alle;
+        std::vector<std::string> optionen;
         int gewaehlt = 0;
-        std::function<Aenderung(int)> aenderung;
-    };
-    static constexpr std::size_t kFilter = 6;
 
-    void oeffne(FilterFeld feld);
-    void zeigeAngebot(FilterFeld feld, Angebot angebot);
+        [[nodiscard]] QStringList texte() const;
+    };
+
+    void oeffne(const Filterangaben& filter);
+    void beschrifte(const Filterangaben& filter);
 
     std::function<void(const Aenderung&)> aendere_;
     QScrollArea* rolle_;
-    std::array<PapierKapsel*, kFilter> kapseln_{};
-    std::array<Angebot, kFilter> angebote_;
+    JeFilter<PapierKapsel*> kapseln_;
+    JeFilter<Angebot> angebote_;
     Knopf* zurueck_;
 };
 

@@ -69,7 +69,7 @@ void InhaltsAnsicht::waehleOrdner() {
 }
 
 void InhaltsAnsicht::oeffneKontextmenue(const QPoint& wo) {
-    const auto auswahl = gezeigteAuswahl();
+    const auto auswahl = tabelle_->gezeigteAuswahl();
     if (auswahl.empty()) {
         return;
     }
@@ -90,15 +90,9 @@ void InhaltsAnsicht::oeffneKontextmenue(const QPoint& wo) {
 }
 
 void InhaltsAnsicht::wirfWeg() {
-    if (const auto auswahl = gezeigteAuswahl(); !auswahl.empty()) {
+    if (const auto auswahl = tabelle_->gezeigteAuswahl(); !auswahl.empty()) {
         bibliothek_.inPapierkorb(auswahl);
     }
-}
-
-std::unordered_set<std::string> InhaltsAnsicht::gezeigteAuswahl() const {
-    std::unordered_set<std::string> auswahl = zustand_.auswahl;
-    std::erase_if(auswahl, [this](const std::string& pfad) { return !tabelle_->zeigt(pfad); });
-    return auswahl;
 }
 
 Eintrag InhaltsAnsicht::eintragMit(const std::string& pfad) const {

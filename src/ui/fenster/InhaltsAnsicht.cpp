@@ -209,7 +209,7 @@ void InhaltsAnsicht::waehleSprache(const QString& code) {
 
 void InhaltsAnsicht::sprichNeu() {
     texte_ = Ansichtstexte::aktuelle();
-    zustand_.sportFilter.reset();  // its labels belong to the old language
+    zustand_.filter[FilterFeld::sport].reset();  // its labels belong to the old language
     setLocale(QLocale(alsText(texte_.sprache)));
     werkzeuge_->kleide();
     kopf_->kleide();
@@ -243,7 +243,8 @@ void InhaltsAnsicht::frischeAuf() {
     tabelle_->setzeSortierung(zustand_.sortierung);
     tabelle_->setzeZeilen(bild.zeilen);
     tabelle_->setzeAuswahl(zustand_.auswahl);
-    zeigeDetail();
+    detail_->zeige(bild.ausgewaehlt);
+    kopf_->zeigeSport(bild.ausgewaehlt);
     leereTabelle_->setVisible(bild.leer.has_value());
     if (bild.leer) {
         leereTabelle_->zeige(alsText(bild.leer->titel), alsText(bild.leer->beschreibung));

@@ -65,7 +65,6 @@ class InhaltsAnsicht final : public QWidget {
     void ladeErstmals();
 
     void verbindeDetail();
-    void zeigeDetail();
 
     void verbindeAktionen();
     void waehleImport();
@@ -73,8 +72,6 @@ class InhaltsAnsicht final : public QWidget {
     void oeffneKontextmenue(const QPoint& wo);
     void oeffneUmbenennen(const std::string& pfad);
     void wirfWeg();
-    /// What is selected and not hidden by search or filters: nothing is done to files that nobody sees.
-    [[nodiscard]] std::unordered_set<std::string> gezeigteAuswahl() const;
     void setzeTasten(bool an);
     [[nodiscard]] Eintrag eintragMit(const std::string& pfad) const;
     void zeigeInDerListe(const std::unordered_set<std::string>& pfade);

@@ -1,7 +1,6 @@
 // Files that the user opens from outside: from the desktop's file manager or the command line.
 
 #include <QPointer>
-#include <algorithm>
 #include <filesystem>
 #include <system_error>
 #include <unordered_set>
@@ -62,9 +61,8 @@ void InhaltsAnsicht::zeigeInDerListe(const std::unordered_set<std::string>& pfad
     }
     zustand_.auswahl = std::move(neu.auswahl);
     auffrischung_.sofort();
-    const bool alleGezeigt = std::all_of(zustand_.auswahl.begin(), zustand_.auswahl.end(),
-                                         [this](const std::string& pfad) { return tabelle_->zeigt(pfad); });
-    if (!alleGezeigt) {  // a filter would hide what the user has just asked for
+    if (tabelle_->gezeigteAuswahl().size() <
+        zustand_.auswahl.size()) {  // a filter would hide what the user has just asked for
         zustand_.setzeZurueck();
         auffrischung_.sofort();
     }

@@ -19,10 +19,4 @@ void InhaltsAnsicht::verbindeDetail() {
             });
 }
 
-void InhaltsAnsicht::zeigeDetail() {
-    const Eintrag eintrag = zustand_.auswahl.size() == 1 ? eintragMit(*zustand_.auswahl.begin()) : nullptr;
-    detail_->zeige(eintrag);
-    kopf_->zeigeSport(eintrag);
-}
-
 }  // namespace spurkiste

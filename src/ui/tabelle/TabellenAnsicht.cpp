@@ -62,7 +62,7 @@ TabellenAnsicht::TabellenAnsicht(QWidget* eltern)
     rahmen_->raise();
 
     connect(kopf_, &QHeaderView::sectionClicked, this, [this](int stelle) {
-        const Spalte spalte = kSpalten[static_cast<std::size_t>(stelle)];
+        const Spalte spalte = kSpalten[static_cast<std::size_t>(stelle)].spalte;
         if (istSortierbar(spalte)) {
             Q_EMIT kopfGeklickt(spalte);
         }
@@ -83,20 +83,23 @@ void TabellenAnsicht::setzeSortierung(const Sortierung& sortierung) {
     kopf_->setzeSortierung(erster);
 }
 
-int TabellenAnsicht::reiheVon(const std::string& pfad) const {
-    for (int reihe = 0; reihe < modell_->liste().anzahl(); ++reihe) {
-        if (modell_->zeile(reihe).eintrag()->pfad == pfad) {
-            return reihe;
+TabellenAnsicht::Auswahl TabellenAnsicht::gezeigteAuswahl() const {
+    Auswahl gezeigte;
+    for (int reihe = 0; reihe < modell_->rowCount(); ++reihe) {
+        if (auswahl_->istGewaehlt(modell_->zeile(reihe))) {
+            gezeigte.insert(modell_->zeile(reihe).eintrag()->pfad);
         }
     }
-    return -1;
+    return gezeigte;
 }
 
 void TabellenAnsicht::rolleZu(const std::string& pfad) {
-    if (const int reihe = reiheVon(pfad); reihe >= 0) {
-        const QModelIndex index = modell_->index(reihe, 0);
-        selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
-        scrollTo(index);
+    for (int reihe = 0; reihe < modell_->rowCount(); ++reihe) {
+        if (modell_->zeile(reihe).eintrag()->pfad == pfad) {
+            const QModelIndex index = modell_->index(reihe, 0);
+            selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+            return scrollTo(index);
+        }
     }
 }
 
@@ -189,11 +192,11 @@ QRect TabellenAnsicht::reihenRechteck(int reihe) const {
 
 const std::vector<ZellenZeichner::Lage>& TabellenAnsicht::sichtbareSpalten(const QRect& flaeche) {
     spalten_.clear();
-    for (const Spalte spalte : kSpalten) {
-        const int links = kopf_->sectionViewportPosition(static_cast<int>(spalte));
-        const int breite = kopf_->sectionSize(static_cast<int>(spalte));
+    for (int stelle = 0; stelle < modell_->columnCount(); ++stelle) {
+        const int links = kopf_->sectionViewportPosition(stelle);
+        const int breite = kopf_->sectionSize(stelle);
         if (links <= flaeche.right() && links + breite > flaeche.left()) {
-            spalten_.push_back({spalte, links, breite});
+            spalten_.push_back({kSpalten[std::size_t(stelle)].spalte, links, breite});
         }
     }
     return spalten_;
@@ -266,7 +269,7 @@ int TabellenAnsicht::sizeHintForColumn(int spalte) const {
     // What can be seen decides: asking a hundred thousand rows would make a double click on a border last seconds.
     double breite = 0.0;
     for (int reihe = reiheBei(0); reihe >= 0 && reihe <= reiheBei(viewport()->height() - 1); ++reihe) {
-        breite = std::max(breite, zeichner_->idealbreite(modell_->zeile(reihe), kSpalten[std::size_t(spalte)]));
+        breite = std::max(breite, zeichner_->idealbreite(modell_->zeile(reihe), kSpalten[std::size_t(spalte)].spalte));
     }
     return static_cast<int>(std::ceil(breite));
 }

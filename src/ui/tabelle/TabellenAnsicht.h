@@ -40,8 +40,8 @@ class TabellenAnsicht final : public QTableView {
     /// Selects the rows of these paths, shown or not, without reporting it.
     void setzeAuswahl(const Auswahl& auswahl) { auswahl_->setzePfade(auswahl); }
     [[nodiscard]] const Auswahl& auswahl() const { return auswahl_->pfade(); }
-    /// Whether the row of this path is among those shown.
-    [[nodiscard]] bool zeigt(const std::string& pfad) const { return reiheVon(pfad) >= 0; }
+    /// What of it is shown, not hidden by search or filters: nothing is done to files that nobody sees.
+    [[nodiscard]] Auswahl gezeigteAuswahl() const;
     /// Scrolls to the row of this path and puts the keyboard there; nothing happens when it is not shown.
     void rolleZu(const std::string& pfad);
     /// Marks the column of the weightiest comparator.
@@ -102,7 +102,6 @@ class TabellenAnsicht final : public QTableView {
     [[nodiscard]] Blick merkeBlick() const;
     void stelleHer(const Blick& blick, bool umgestellt);
     void setzeAktuelle(const Blick& blick);
-    [[nodiscard]] int reiheVon(const std::string& pfad) const;
     [[nodiscard]] int reiheBei(int y) const;
     [[nodiscard]] QRect reihenRechteck(int reihe) const;
     [[nodiscard]] const std::vector<ZellenZeichner::Lage>& sichtbareSpalten(const QRect& flaeche);

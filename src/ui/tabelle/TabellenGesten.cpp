@@ -47,7 +47,7 @@ QString TabellenAnsicht::kurzhilfe(const QModelIndex& index) const {
         return {};
     }
     const QString hilfe = index.data(Qt::ToolTipRole).toString();
-    const Spalte spalte = kSpalten[static_cast<std::size_t>(index.column())];
+    const Spalte spalte = kSpalten[static_cast<std::size_t>(index.column())].spalte;
     const bool kurz = zeichner_->idealbreite(modell_->zeile(index.row()), spalte) > columnWidth(index.column());
     return hilfe.isEmpty() && kurz ? index.data(Qt::DisplayRole).toString() : hilfe;
 }
@@ -132,7 +132,7 @@ void TabellenAnsicht::contextMenuEvent(QContextMenuEvent* ereignis) {
     if (ereignis->reason() == QContextMenuEvent::Keyboard && currentIndex().isValid()) {
         scrollTo(currentIndex());
         const QRect zeile = reihenRechteck(currentIndex().row());
-        wo = viewport()->mapToGlobal(QPoint(ZellenZeichner::rand(Spalte::name).links, zeile.center().y()));
+        wo = viewport()->mapToGlobal(QPoint(angaben(Spalte::name).randLinks, zeile.center().y()));
     }
     Q_EMIT kontextmenueGewuenscht(wo);
 }

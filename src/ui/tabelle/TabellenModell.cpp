@@ -6,15 +6,14 @@
 #include <cassert>
 #include <cstddef>
 #include <memory>
-#include <numeric>
 #include <utility>
 
 namespace spurkiste {
 
 namespace {
 
-QString text(std::u16string_view sicht) {
-    return QString(reinterpret_cast<const QChar*>(sicht.data()), static_cast<qsizetype>(sicht.size()));
+QString text(std::u16string_view u16) {
+    return QString(reinterpret_cast<const QChar*>(u16.data()), static_cast<qsizetype>(u16.size()));
 }
 
 }  // namespace
@@ -33,7 +32,7 @@ bool TabellenModell::setzeZeilen(std::vector<std::shared_ptr<const Zeile>> zeile
     // to bring all rows into their places at once.
     constexpr std::size_t kHoechstens = 16;
     if (abgleich.umgestellt || abgleich.weg.size() + abgleich.dazu.size() > kHoechstens) {
-        gleicheImGanzenAn(abgleich, alt);
+        gleicheImGanzenAn(abgleich);
     } else {
         gleicheSpannenweiseAn(abgleich);
     }
@@ -50,43 +49,49 @@ void TabellenModell::gleicheSpannenweiseAn(const Zeilenabgleich& abgleich) {
     }
     for (const Spanne& spanne : abgleich.dazu) {
         beginInsertRows({}, spanne.von, spanne.von + spanne.anzahl - 1);
-        auto platz = gezeigt_.insert(gezeigt_.begin() + spanne.von, static_cast<std::size_t>(spanne.anzahl),
-                                     static_cast<const Zeile*>(nullptr));
+        auto ziel = gezeigt_.insert(gezeigt_.begin() + spanne.von, static_cast<std::size_t>(spanne.anzahl),
+                                    static_cast<const Zeile*>(nullptr));
         for (int i = 0; i < spanne.anzahl; ++i) {
-            *platz++ = &liste_.zeile(spanne.von + i);
+            *ziel++ = &liste_.zeile(spanne.von + i);
         }
         endInsertRows();
     }
 }
 
-void TabellenModell::gleicheImGanzenAn(const Zeilenabgleich& abgleich, const Zeilenliste& alt) {
+void TabellenModell::gleicheImGanzenAn(const Zeilenabgleich& abgleich) {
     // What comes is put at the end, what goes is taken from the end: two signals, however scattered the rows are.
-    const int vorher = alt.anzahl();
-    const int bleiben = liste_.anzahl();
-    const auto summe = [](const std::vector<Spanne>& spannen) {
-        return std::accumulate(spannen.begin(), spannen.end(), 0,
-                               [](int bisher, const Spanne& spanne) { return bisher + spanne.anzahl; });
-    };
-    if (const int dazu = summe(abgleich.dazu); dazu > 0) {
-        beginInsertRows({}, vorher, vorher + dazu - 1);
-        for (const Spanne& spanne : abgleich.dazu) {
-            for (int i = 0; i < spanne.anzahl; ++i) {
-                gezeigt_.push_back(&liste_.zeile(spanne.von + i));
-            }
+    haengeAn(abgleich.dazu);
+    stelleUm(abgleich.weg);
+    kuerzeAuf(static_cast<std::size_t>(liste_.anzahl()));
+}
+
+void TabellenModell::haengeAn(const std::vector<Spanne>& dazu) {
+    std::vector<const Zeile*> neue;
+    for (const Spanne& spanne : dazu) {
+        for (int i = 0; i < spanne.anzahl; ++i) {
+            neue.push_back(&liste_.zeile(spanne.von + i));
         }
+    }
+    if (!neue.empty()) {
+        beginInsertRows({}, rowCount(), rowCount() + static_cast<int>(neue.size()) - 1);
+        gezeigt_.insert(gezeigt_.end(), neue.begin(), neue.end());
         endInsertRows();
     }
+}
 
+/// Brings the rows of the new list into its order, and those that go behind them.
+void TabellenModell::stelleUm(const std::vector<Spanne>& weg) {
     Q_EMIT layoutAboutToBeChanged({}, VerticalSortHint);
     // Views make their persistent indexes when they hear the signal, so they are asked for after it.
     const QModelIndexList bisher = persistentIndexList();
+    const int bleiben = liste_.anzahl();
     std::vector<const Zeile*> geordnet;
     geordnet.reserve(gezeigt_.size());
     for (int stelle = 0; stelle < bleiben; ++stelle) {
         geordnet.push_back(&liste_.zeile(stelle));
     }
     std::vector<int> wegStellen;
-    for (const Spanne& spanne : abgleich.weg) {
+    for (const Spanne& spanne : weg) {
         for (int i = 0; i < spanne.anzahl; ++i) {
             wegStellen.push_back(spanne.von + i);
             geordnet.push_back(gezeigt_[static_cast<std::size_t>(spanne.von + i)]);
@@ -105,10 +110,12 @@ void TabellenModell::gleicheImGanzenAn(const Zeilenabgleich& abgleich, const Zei
     gezeigt_ = std::move(geordnet);
     changePersistentIndexList(bisher, nachher);
     Q_EMIT layoutChanged({}, VerticalSortHint);
+}
 
-    if (!wegStellen.empty()) {
-        beginRemoveRows({}, bleiben, static_cast<int>(gezeigt_.size()) - 1);
-        gezeigt_.resize(static_cast<std::size_t>(bleiben));
+void TabellenModell::kuerzeAuf(std::size_t anzahl) {
+    if (gezeigt_.size() > anzahl) {
+        beginRemoveRows({}, static_cast<int>(anzahl), rowCount() - 1);
+        gezeigt_.resize(anzahl);
         endRemoveRows();
     }
 }
@@ -160,7 +167,7 @@ QVariant TabellenModell::data(const QModelIndex& index, int rolle) const {
     if (!index.isValid()) {
         return {};
     }
-    const Spalte spalte = kSpalten[static_cast<std::size_t>(index.column())];
+    const Spalte spalte = kSpalten[static_cast<std::size_t>(index.column())].spalte;
     switch (rolle) {
         case Qt::DisplayRole:
             return text(zeile(index.row()).text(spalte));
@@ -179,7 +186,7 @@ QVariant TabellenModell::headerData(int stelle, Qt::Orientation richtung, int ro
     if (richtung != Qt::Horizontal || stelle < 0 || stelle >= columnCount()) {
         return QAbstractTableModel::headerData(stelle, richtung, rolle);
     }
-    const Spalte spalte = kSpalten[static_cast<std::size_t>(stelle)];
+    const Spalte spalte = kSpalten[static_cast<std::size_t>(stelle)].spalte;
     switch (rolle) {
         case Qt::DisplayRole:
             return titel_.value(stelle);

@@ -4,6 +4,7 @@
 #include <QByteArray>
 #include <QStringList>
 #include <QVariant>
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -53,7 +54,10 @@ class TabellenModell final : public QAbstractTableModel {
 
   private:
     void gleicheSpannenweiseAn(const Zeilenabgleich& abgleich);
-    void gleicheImGanzenAn(const Zeilenabgleich& abgleich, const Zeilenliste& alt);
+    void gleicheImGanzenAn(const Zeilenabgleich& abgleich);
+    void haengeAn(const std::vector<Spanne>& dazu);
+    void stelleUm(const std::vector<Spanne>& weg);
+    void kuerzeAuf(std::size_t anzahl);
     void melde(const std::vector<Spanne>& geaendert);
 
     Zeilenliste liste_;
@@ -64,17 +68,15 @@ class TabellenModell final : public QAbstractTableModel {
 
 /// How a column's texts are aligned, and its title with them.
 [[nodiscard]] constexpr Qt::Alignment ausrichtung(Spalte spalte) {
-    switch (spalte) {
-        case Spalte::laenge:
-        case Spalte::zeit:
-        case Spalte::anstieg:
-        case Spalte::punkte:
-            return Qt::AlignRight | Qt::AlignVCenter;
-        case Spalte::ghost:
+    switch (angaben(spalte).seite) {
+        case Seite::mitte:
             return Qt::AlignCenter;
-        default:
-            return Qt::AlignLeft | Qt::AlignVCenter;
+        case Seite::rechts:
+            return Qt::AlignRight | Qt::AlignVCenter;
+        case Seite::links:
+            break;
     }
+    return Qt::AlignLeft | Qt::AlignVCenter;
 }
 
 }  // namespace spurkiste

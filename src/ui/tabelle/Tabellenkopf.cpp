@@ -9,7 +9,6 @@
 #include <cstddef>
 
 #include "ui/tabelle/TabellenModell.h"
-#include "ui/tabelle/ZellenZeichner.h"
 #include "ui/teile/KistePapier.h"
 #include "ui/teile/Papier.h"
 #include "ui/teile/Schrift.h"
@@ -73,7 +72,7 @@ void Tabellenkopf::folgeDemZug(int spalte, int breite) {
         return;
     }
     // Counted from the beginning of the pull, so that pulling back gives the other columns what was taken from them.
-    breiten_.ziehe(kSpalten[static_cast<std::size_t>(spalte)], breite, vorDemZug_.value_or(angewandt_), platz_);
+    breiten_.ziehe(kSpalten[static_cast<std::size_t>(spalte)].spalte, breite, vorDemZug_.value_or(angewandt_), platz_);
     wendeAn();
 }
 
@@ -170,7 +169,7 @@ void Tabellenkopf::paintEvent(QPaintEvent* /*ereignis*/) {
         if (!zelle.intersects(flaeche)) {
             continue;
         }
-        zeichneTitel(maler, zelle, kSpalten[static_cast<std::size_t>(stelle)]);
+        zeichneTitel(maler, zelle, kSpalten[static_cast<std::size_t>(stelle)].spalte);
         if (hasFocus() && stelle == gewaehlt_) {
             papier::form(maler, QRectF(zelle).adjusted(2, 4, -2, -5), 6, Qt::transparent,
                          KistePapier::mitDeckkraft(KistePapier::gold, 0.72), 1.5);
@@ -181,12 +180,11 @@ void Tabellenkopf::paintEvent(QPaintEvent* /*ereignis*/) {
 void Tabellenkopf::zeichneTitel(QPainter& maler, const QRectF& zelle, Spalte spalte) {
     const QString titel = model()->headerData(static_cast<int>(spalte), Qt::Horizontal).toString();
     const Qt::Alignment seite = ausrichtung(spalte);
-    const auto [links, rechts] = ZellenZeichner::rand(spalte);
     // The title of the sport stands over the texts of the capsules' rows, not over their edges.
-    const int vorn = spalte == Spalte::sport ? links + 3 : links;
+    const int vorn = angaben(spalte).randLinks + (spalte == Spalte::sport ? 3 : 0);
     // A little low: between two pixels the baseline takes the lower one.
     constexpr double kTiefer = 0.15;
-    QRectF kasten = zelle.adjusted(vorn, kTiefer, -rechts, kTiefer);
+    QRectF kasten = zelle.adjusted(vorn, kTiefer, -angaben(spalte).randRechts, kTiefer);
     const bool sortiert = sortierung_ && sortierung_->spalte == spalte;
     maler.setPen(sortiert ? KistePapier::tinte : KistePapier::tinteLeise);
     if (!sortiert) {

@@ -46,23 +46,6 @@ const QPen& stift(Schriftfarbe farbe) {
 ZellenZeichner::ZellenZeichner()
     : satz_(Schrift::mach(kSchrift), kSchrift), namenssatz_(Schrift::mach(kSchrift, QFont::Medium), kSchrift) {}
 
-ZellenZeichner::Rand ZellenZeichner::rand(Spalte spalte) {
-    switch (spalte) {
-        case Spalte::name:
-            return {14, 7};
-        case Spalte::sport:
-            return {4, 2};
-        case Spalte::ghost:
-            return {0, 0};
-        case Spalte::start:
-            return {5, 7};
-        case Spalte::ziel:
-            return {5, 8};
-        default:
-            return {7, 7};
-    }
-}
-
 void ZellenZeichner::zeichne(QPainter& maler, const QRect& reihe, const Zeile& zeile, const std::vector<Lage>& spalten,
                              Zustand zustand) {
     static const QColor kUeberfahren = KistePapier::mitDeckkraft(KistePapier::tinte, 0.028);
@@ -85,8 +68,7 @@ void ZellenZeichner::zeichneZelle(QPainter& maler, const QRect& zelle, const Zei
         kapsel_.zeichne(maler, platz.left(), platz.top(), kapselInhalt(zeile), platz.width());
         return;
     }
-    const auto [links, rechts] = rand(spalte);
-    QRect kasten = zelle.adjusted(links, 0, -rechts, 0);
+    QRect kasten = zelle.adjusted(angaben(spalte).randLinks, 0, -angaben(spalte).randRechts, 0);
     if (spalte == Spalte::name) {
         bilder_.zeichneSymbol(maler, QRectF(kasten.left(), kasten.top(), kSymbol, kasten.height()), zeile.symbol(),
                               KistePapier::sportFarbe(zeile.sport()));
@@ -97,8 +79,9 @@ void ZellenZeichner::zeichneZelle(QPainter& maler, const QRect& zelle, const Zei
 }
 
 QRectF ZellenZeichner::kapsel(const QRect& zelle, const Zeile& zeile) {
-    const auto [links, rechts] = rand(Spalte::sport);
-    const double breite = kapsel_.breite(kapselInhalt(zeile), zelle.width() - links - rechts);
+    const int links = angaben(Spalte::sport).randLinks;
+    const double breite =
+        kapsel_.breite(kapselInhalt(zeile), zelle.width() - links - angaben(Spalte::sport).randRechts);
     return {double(zelle.left() + links), zelle.top() + (zelle.height() - SportKapsel::kHoehe) / 2, breite,
             SportKapsel::kHoehe};
 }
@@ -127,15 +110,15 @@ QPixmap ZellenZeichner::zugbild(const Zeile& zeile, int anzahl, double pixelverh
 }
 
 double ZellenZeichner::idealbreite(const Zeile& zeile, Spalte spalte) {
-    const auto [links, rechts] = rand(spalte);
+    const int raender = angaben(spalte).randLinks + angaben(spalte).randRechts;
     if (spalte == Spalte::sport) {
         constexpr double kBeliebig = 1e6;
-        return links + kapsel_.breite(kapselInhalt(zeile), kBeliebig) + rechts;
+        return raender + kapsel_.breite(kapselInhalt(zeile), kBeliebig);
     }
     if (spalte == Spalte::name) {
-        return links + kSymbol + kSymbolAbstand + namenssatz_.breite(zeile.text(spalte)) + rechts;
+        return raender + kSymbol + kSymbolAbstand + namenssatz_.breite(zeile.text(spalte));
     }
-    return links + satz_.breite(zeile.text(spalte)) + rechts;
+    return raender + satz_.breite(zeile.text(spalte));
 }
 
 }  // namespace spurkiste

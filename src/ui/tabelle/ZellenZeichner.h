@@ -6,7 +6,7 @@
 #include <QRectF>
 #include <vector>
 
-#include "sicht/Sortierung.h"
+#include "sicht/Spalten.h"
 #include "sicht/Zeile.h"
 #include "ui/teile/Bildvorrat.h"
 #include "ui/teile/Schriftsatz.h"
@@ -46,13 +46,6 @@ class ZellenZeichner {
 
     /// What hangs on the pointer while rows are dragged: the name of one of them, and how many they are.
     [[nodiscard]] QPixmap zugbild(const Zeile& zeile, int anzahl, double pixelverhaeltnis);
-
-    /// What a cell keeps free on the left and on the right. The titles in the header keep to it.
-    struct Rand {
-        int links;
-        int rechts;
-    };
-    [[nodiscard]] static Rand rand(Spalte spalte);
 
   private:
     void zeichneZelle(QPainter& maler, const QRect& zelle, const Zeile& zeile, Spalte spalte);

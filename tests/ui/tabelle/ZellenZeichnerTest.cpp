@@ -17,13 +17,11 @@ constexpr int kBreite = 1055;
 constexpr int kHoehe = ZellenZeichner::kZeilenhoehe;
 
 std::vector<ZellenZeichner::Lage> lagen() {
-    constexpr int breiten[] = {220, 100, 118, 70, 65, 60, 56, 44, 82, 120, 120};
     std::vector<ZellenZeichner::Lage> ergebnis;
     int x = 0;
-    for (const Spalte spalte : kSpalten) {
-        const int breite = breiten[static_cast<std::size_t>(spalte)];
-        ergebnis.push_back({spalte, x, breite});
-        x += breite;
+    for (const Spaltenangaben& spalte : kSpalten) {
+        ergebnis.push_back({spalte.spalte, x, spalte.anfangs});
+        x += spalte.anfangs;
     }
     return ergebnis;
 }
