@@ -1,7 +1,6 @@
 #pragma once
 
 #include <concepts>
-#include <utility>
 
 namespace spurkiste {
 
@@ -12,7 +11,7 @@ class Pflicht {
   public:
     template <std::convertible_to<T> Wert>
     // NOLINTNEXTLINE(google-explicit-constructor): it stands for the value
-    constexpr Pflicht(Wert&& wert) : wert_(std::forward<Wert>(wert)) {}
+    constexpr Pflicht(const Wert& wert) : wert_(wert) {}
     // NOLINTNEXTLINE(google-explicit-constructor): it stands for the value
     constexpr operator const T&() const { return wert_; }
 

@@ -47,8 +47,8 @@ void alsTabelle(const Bibliothek::Eintraege& eintraege, const Ansichtstexte& tex
     for (const Spaltenangaben& spalte : kSpalten) {
         using enum Tabelle::Ausrichtung;
         tabelle.spalten.push_back({texte.spalten[static_cast<std::size_t>(*spalte.spalte)],
-                                   spalte.seite == Seite::rechts ? rechts : links, spalte.terminalbreite,
-                                   spalte.terminalrang});
+                                   spalte.seite == Seite::rechts ? rechts : links, spalte.terminal->mindestens,
+                                   spalte.terminal->rang});
     }
     tabelle.zeilen.reserve(eintraege.size());
     double summe = 0.0;

@@ -26,7 +26,29 @@ enum class Schriftfarbe : std::uint8_t { tinte, tinteLeise, gruen };
 /// What a cell says: a text of its own, one of the record, or one that many cells share.
 using Zellentext = std::variant<std::string, std::string_view, std::u16string_view>;
 
-/// All that there is to say of one column. Widths and paddings of the window are in logical pixels.
+/// What a cell keeps free on both sides, in logical pixels.
+struct Spaltenrand {
+    Pflicht<int> links;
+    Pflicht<int> rechts;
+};
+
+/// How wide a column is in the window, in logical pixels.
+struct Spaltenbreite {
+    Pflicht<int> mindestens;  ///< no narrower, neither by the user nor for want of room
+    Pflicht<int> anfangs;
+    Pflicht<int> ideal;    ///< when there is room
+    Pflicht<int> dehnung;  ///< its share of what is left beyond that; what stretches also shrinks first
+};
+
+/// How a column stands in a terminal.
+struct Terminalspalte {
+    /// Characters to which it may shrink, shortened with an ellipsis; absent when it is as wide as its texts.
+    Pflicht<std::optional<std::size_t>> mindestens;
+    /// When even that does not fit, columns leave in ascending order of rank; rank 0 stays.
+    Pflicht<int> rang;
+};
+
+/// All that there is to say of one column.
 struct Spaltenangaben {
     Pflicht<Spalte> spalte;
     Pflicht<Beschriftung> titel;
@@ -43,17 +65,9 @@ struct Spaltenangaben {
     Pflicht<std::u16string (*)(std::u16string_view text, std::u16string_view tooltip)> vorleseText;
 
     Pflicht<Seite> seite;
-    Pflicht<int> randLinks;   ///< what a cell keeps free on the left
-    Pflicht<int> randRechts;  ///< and on the right
-    Pflicht<int> mindestens;  ///< no narrower, neither by the user nor for want of room
-    Pflicht<int> anfangs;     ///< its width at first
-    Pflicht<int> ideal;       ///< its width when there is room
-    Pflicht<int> dehnung;     ///< its share of what is left beyond that; what stretches also shrinks first
-    /// Columns of a terminal to which it may shrink, shortened with an ellipsis; absent when it is as wide as its
-    /// texts.
-    Pflicht<std::optional<std::size_t>> terminalbreite;
-    /// When even that does not fit, columns leave a terminal in ascending order of rank; rank 0 stays.
-    Pflicht<int> terminalrang;
+    Pflicht<Spaltenrand> rand;
+    Pflicht<Spaltenbreite> breite;
+    Pflicht<Terminalspalte> terminal;
 };
 
 /// Pieces that rows of columns are made of.

@@ -12,10 +12,10 @@ namespace {
 
 using Breiten = Spaltenbreiten::Breiten;
 
-constexpr Breiten kIdeal = jeSpalte(&Spaltenangaben::ideal);
+constexpr Breiten kIdeal = jeSpalte(&Spaltenbreite::ideal);
 
 /// How columns share what is beyond their ideal widths: names and places have the longest texts.
-constexpr Breiten kDehnung = jeSpalte(&Spaltenangaben::dehnung);
+constexpr Breiten kDehnung = jeSpalte(&Spaltenbreite::dehnung);
 
 constexpr int kUnsinnig = 100'000;  // no screen is that wide; keeps sums small
 

@@ -17,7 +17,7 @@ class Spaltenbreiten {
     using Breiten = std::array<int, kSpalten.size()>;
 
     /// Below these no column gets, neither by the user nor for want of room.
-    static constexpr Breiten kMindestens = jeSpalte(&Spaltenangaben::mindestens);
+    static constexpr Breiten kMindestens = jeSpalte(&Spaltenbreite::mindestens);
 
     /// As wide as they are at first.
     Spaltenbreiten() = default;
@@ -37,7 +37,7 @@ class Spaltenbreiten {
     friend bool operator==(const Spaltenbreiten&, const Spaltenbreiten&) = default;
 
   private:
-    Breiten breiten_ = jeSpalte(&Spaltenangaben::anfangs);
+    Breiten breiten_ = jeSpalte(&Spaltenbreite::anfangs);
     int platz_ = std::accumulate(breiten_.begin(), breiten_.end(), 0);  // the room that they were made for
 };
 

@@ -129,6 +129,28 @@ void BM_SortierungWechselt(benchmark::State& lauf) {
 }
 BENCHMARK(BM_SortierungWechselt)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
 
+/// Everything is selected, as by Ctrl+A.
+void BM_AllesAuswaehlen(benchmark::State& lauf) {
+    Buehne buehne(lauf.range(0));
+    for (auto _ : lauf) {
+        lauf.PauseTiming();
+        buehne.tabelle.clearSelection();
+        lauf.ResumeTiming();
+        buehne.tabelle.selectAll();
+    }
+}
+BENCHMARK(BM_AllesAuswaehlen)->Arg(10'000)->Arg(50'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
+
+/// What a menu of the rows asks first: which of the selected files can be seen.
+void BM_GezeigteAuswahl(benchmark::State& lauf) {
+    Buehne buehne(lauf.range(0));
+    buehne.tabelle.selectAll();
+    for (auto _ : lauf) {
+        benchmark::DoNotOptimize(buehne.tabelle.gezeigteAuswahl());
+    }
+}
+BENCHMARK(BM_GezeigteAuswahl)->Arg(10'000)->Arg(50'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
+
 /// One row comes, and goes again.
 void BM_EineZeile(benchmark::State& lauf) {
     Buehne buehne(lauf.range(0));

@@ -8,6 +8,7 @@
 #include <QPointer>
 #include <QShortcut>
 #include <algorithm>
+#include <utility>
 
 #include "sicht/UriListe.h"
 #include "ui/fenster/InhaltsAnsicht.h"
@@ -69,7 +70,7 @@ void InhaltsAnsicht::waehleOrdner() {
 }
 
 void InhaltsAnsicht::oeffneKontextmenue(const QPoint& wo) {
-    const auto auswahl = tabelle_->gezeigteAuswahl();
+    auto auswahl = tabelle_->gezeigteAuswahl();
     if (auswahl.empty()) {
         return;
     }
@@ -85,7 +86,7 @@ void InhaltsAnsicht::oeffneKontextmenue(const QPoint& wo) {
         menue->addSeparator();
     }
     connect(menue->fuegeLoeschenHinzu(QStringLiteral("In den Papierkorb")), &QAction::triggered, this,
-            [this, auswahl] { bibliothek_.inPapierkorb(auswahl); });
+            [this, auswahl = std::move(auswahl)] { bibliothek_.inPapierkorb(auswahl); });
     menue->popup(wo);
 }
 

@@ -132,7 +132,7 @@ void TabellenAnsicht::contextMenuEvent(QContextMenuEvent* ereignis) {
     if (ereignis->reason() == QContextMenuEvent::Keyboard && currentIndex().isValid()) {
         scrollTo(currentIndex());
         const QRect zeile = reihenRechteck(currentIndex().row());
-        wo = viewport()->mapToGlobal(QPoint(angaben(Spalte::name).randLinks, zeile.center().y()));
+        wo = viewport()->mapToGlobal(QPoint(angaben(Spalte::name).rand->links, zeile.center().y()));
     }
     Q_EMIT kontextmenueGewuenscht(wo);
 }

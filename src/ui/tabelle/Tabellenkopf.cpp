@@ -181,10 +181,10 @@ void Tabellenkopf::zeichneTitel(QPainter& maler, const QRectF& zelle, Spalte spa
     const QString titel = model()->headerData(static_cast<int>(spalte), Qt::Horizontal).toString();
     const Qt::Alignment seite = ausrichtung(spalte);
     // The title of the sport stands over the texts of the capsules' rows, not over their edges.
-    const int vorn = angaben(spalte).randLinks + (spalte == Spalte::sport ? 3 : 0);
+    const int vorn = angaben(spalte).rand->links + (spalte == Spalte::sport ? 3 : 0);
     // A little low: between two pixels the baseline takes the lower one.
     constexpr double kTiefer = 0.15;
-    QRectF kasten = zelle.adjusted(vorn, kTiefer, -angaben(spalte).randRechts, kTiefer);
+    QRectF kasten = zelle.adjusted(vorn, kTiefer, -angaben(spalte).rand->rechts, kTiefer);
     const bool sortiert = sortierung_ && sortierung_->spalte == spalte;
     maler.setPen(sortiert ? KistePapier::tinte : KistePapier::tinteLeise);
     if (!sortiert) {

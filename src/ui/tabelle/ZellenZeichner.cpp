@@ -68,7 +68,7 @@ void ZellenZeichner::zeichneZelle(QPainter& maler, const QRect& zelle, const Zei
         kapsel_.zeichne(maler, platz.left(), platz.top(), kapselInhalt(zeile), platz.width());
         return;
     }
-    QRect kasten = zelle.adjusted(angaben(spalte).randLinks, 0, -angaben(spalte).randRechts, 0);
+    QRect kasten = zelle.adjusted(angaben(spalte).rand->links, 0, -angaben(spalte).rand->rechts, 0);
     if (spalte == Spalte::name) {
         bilder_.zeichneSymbol(maler, QRectF(kasten.left(), kasten.top(), kSymbol, kasten.height()), zeile.symbol(),
                               KistePapier::sportFarbe(zeile.sport()));
@@ -79,9 +79,9 @@ void ZellenZeichner::zeichneZelle(QPainter& maler, const QRect& zelle, const Zei
 }
 
 QRectF ZellenZeichner::kapsel(const QRect& zelle, const Zeile& zeile) {
-    const int links = angaben(Spalte::sport).randLinks;
+    const int links = angaben(Spalte::sport).rand->links;
     const double breite =
-        kapsel_.breite(kapselInhalt(zeile), zelle.width() - links - angaben(Spalte::sport).randRechts);
+        kapsel_.breite(kapselInhalt(zeile), zelle.width() - links - angaben(Spalte::sport).rand->rechts);
     return {double(zelle.left() + links), zelle.top() + (zelle.height() - SportKapsel::kHoehe) / 2, breite,
             SportKapsel::kHoehe};
 }
@@ -110,7 +110,7 @@ QPixmap ZellenZeichner::zugbild(const Zeile& zeile, int anzahl, double pixelverh
 }
 
 double ZellenZeichner::idealbreite(const Zeile& zeile, Spalte spalte) {
-    const int raender = angaben(spalte).randLinks + angaben(spalte).randRechts;
+    const int raender = angaben(spalte).rand->links + angaben(spalte).rand->rechts;
     if (spalte == Spalte::sport) {
         constexpr double kBeliebig = 1e6;
         return raender + kapsel_.breite(kapselInhalt(zeile), kBeliebig);

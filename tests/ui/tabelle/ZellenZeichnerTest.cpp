@@ -20,8 +20,8 @@ std::vector<ZellenZeichner::Lage> lagen() {
     std::vector<ZellenZeichner::Lage> ergebnis;
     int x = 0;
     for (const Spaltenangaben& spalte : kSpalten) {
-        ergebnis.push_back({spalte.spalte, x, spalte.anfangs});
-        x += spalte.anfangs;
+        ergebnis.push_back({spalte.spalte, x, spalte.breite->anfangs});
+        x += spalte.breite->anfangs;
     }
     return ergebnis;
 }
