@@ -31,13 +31,13 @@ auto leseAus(const XmlLauf::Quelle& quelle, std::size_t groesse, std::size_t amS
     constexpr std::size_t hoechstens = std::size_t{1} << 20U;
     werkbank.spur.punkte.reserve(std::min(groesse / bytesJePunkt, hoechstens));
     GpxSammler sammler(werkbank.spur, werkbank.route, maengel);
-    const XmlAusgang ausgang = werkbank.lauf.lies(quelle, groesse, sammler, amStueck);
+    const XmlAbschluss abschluss = werkbank.lauf.lies(quelle, groesse, sammler, amStueck);
     if (maengel != nullptr) {
         if (sammler.punkte().punkte.empty()) {
-            maengel->streiche(GpxBefund::Art::keinPunkt, ausgang.zeile);
+            maengel->streiche(GpxBefund::Art::keinPunkt, abschluss.zeile);
         }
-        if (ausgang.fehler != XmlFehler::keiner) {
-            maengel->streiche(GpxBefund::Art::abgebrochen, ausgang.zeile, ausgang.fehler);
+        if (abschluss.fehler != XmlFehler::keiner) {
+            maengel->streiche(GpxBefund::Art::abgebrochen, abschluss.zeile, abschluss.fehler);
         }
     }
     return nimm(sammler);

@@ -15,7 +15,7 @@ namespace spurkiste {
 namespace {
 
 /// The last non-empty piece of a name between its colons; the whole name when there is none.
-std::string_view lokalerName(std::string_view name) {
+std::string_view letzterNamensteil(std::string_view name) {
     const auto letztes = name.find_last_not_of(':');
     if (letztes == std::string_view::npos) {
         return name;
@@ -90,7 +90,7 @@ bool GpxSammler::anfang(std::string_view name, const XmlAttribute& attribute) {
     const Element eltern = stapel_.empty() ? Element::anderes : stapel_.back();
     stapel_.push_back(element);
     text_.clear();
-    const Element lokales = hatDoppelpunkt ? elementMitNamen(lokalerName(name)) : element;
+    const Element lokales = hatDoppelpunkt ? elementMitNamen(letzterNamensteil(name)) : element;
     beginne(lokales, attribute);
     if (maengel_ != nullptr && istPunkt(lokales)) {
         punktZeile_ = zeile();

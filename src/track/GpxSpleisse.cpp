@@ -9,15 +9,15 @@ namespace {
 constexpr std::size_t kZielTiefe = 2;  // below the root element
 constexpr std::size_t kKindTiefe = 3;
 
-std::string_view lokalerName(std::string_view name) {
+std::string_view ohnePraefix(std::string_view name) {
     const auto doppelpunkt = name.find(':');
     return doppelpunkt == std::string_view::npos ? name : name.substr(doppelpunkt + 1);
 }
 
 /// What follows <type> in a track or a route.
 bool folgtAufTyp(std::string_view name) {
-    const auto lokal = lokalerName(name);
-    return lokal == "extensions" || lokal == "trkseg" || lokal == "rtept";
+    const auto wort = ohnePraefix(name);
+    return wort == "extensions" || wort == "trkseg" || wort == "rtept";
 }
 
 /// A place where a <type> has to stand, as the walk through the file finds it.
@@ -42,14 +42,14 @@ class Sucher final : public XmlOrtung {
     void anfang(std::string_view name, XmlBereich schild, bool leer) override {
         ++tiefe_;
         if (tiefe_ == kZielTiefe) {
-            const auto lokal = lokalerName(name);
-            inZiel_ = lokal == "trk" || lokal == "rte";
+            const auto wort = ohnePraefix(name);
+            inZiel_ = wort == "trk" || wort == "rte";
             if (inZiel_) {
                 ziele_.push_back({schild, leer, {}, {}, {}});
             }
         } else if (tiefe_ == kKindTiefe && inZiel_) {
             Ziel& ziel = ziele_.back();
-            if (!ziel.typ && lokalerName(name) == "type") {
+            if (!ziel.typ && ohnePraefix(name) == "type") {
                 ziel.typ = Typ{schild, leer, {schild.bis, schild.bis}};
                 inTyp_ = true;
             } else if (!ziel.folgendes && folgtAufTyp(name)) {

@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <cassert>
 #include <memory>
+#include <vector>
 
-#include "track/XmlEingang.h"
+#include "track/XmlBytestrom.h"
 #include "track/XmlExpat.h"
 
 namespace spurkiste {
@@ -46,7 +47,10 @@ class Zerleger final : private XmlExpat {
 
     static void XMLCALL anfang(void* selbst, const XML_Char* name, const XML_Char** attribute) {
         Zerleger& z = aus(selbst);
-        z.melde([&] { z.willText(z.empfaenger_.anfang(name, XmlAttribute(attribute))); });
+        z.melde([&] {
+            z.nimm(attribute);
+            z.willText(z.empfaenger_.anfang(name, XmlAttribute(z.attribute_)));
+        });
     }
     static void XMLCALL ende(void* selbst, const XML_Char* /*name*/) {
         Zerleger& z = aus(selbst);
@@ -62,6 +66,14 @@ class Zerleger final : private XmlExpat {
         XML_SetCharacterDataHandler(z.parser(), z.willText_ ? text : nullptr);
     }
 
+    /// From name, value, name, value and so on, closed by a null.
+    void nimm(const XML_Char* const* paare) {
+        attribute_.clear();
+        for (; *paare != nullptr; paare += 2) {
+            attribute_.push_back({paare[0], paare[1]});
+        }
+    }
+
     void willText(bool will) {
         if (will != willText_) {
             willText_ = will;
@@ -71,6 +83,7 @@ class Zerleger final : private XmlExpat {
 
     XmlEmpfaenger& empfaenger_;
     bool willText_ = false;
+    std::vector<XmlAttribut> attribute_;  // of the element start that is being reported
 };
 
 /// Hands the places that expat finds to an XmlOrtung.
@@ -154,15 +167,6 @@ class Verorter final : private XmlExpat {
 
 }  // namespace
 
-std::optional<std::string_view> XmlAttribute::wert(std::string_view name) const {
-    for (const char* const* paar = paare_; *paar != nullptr; paar += 2) {
-        if (name == *paar) {
-            return paar[1];
-        }
-    }
-    return std::nullopt;
-}
-
 std::span<char> XmlLauf::puffer(std::size_t groesse) {
     if (groesse > puffer_.size()) {
         // Doubling, so that a folder of ever larger files does not touch fresh memory for each.
@@ -173,27 +177,27 @@ std::span<char> XmlLauf::puffer(std::size_t groesse) {
     return std::span(puffer_).first(groesse);
 }
 
-XmlAusgang XmlLauf::lies(const Quelle& quelle, std::size_t groesse, XmlEmpfaenger& empfaenger, std::size_t amStueck) {
+XmlAbschluss XmlLauf::lies(const Quelle& quelle, std::size_t groesse, XmlEmpfaenger& empfaenger, std::size_t amStueck) {
     assert(amStueck > 0 && amStueck <= kAmStueck);
-    XmlEingang eingang(quelle, groesse);
-    Zerleger zerleger(empfaenger, eingang.kodierung());
-    const auto zeile = [&] { return zerleger.zeile() + eingang.uebersprungeneZeilen(); };
-    const auto ausgang = [&] { return XmlAusgang{zerleger.fehler(), zeile()}; };
+    XmlBytestrom strom(quelle, groesse);
+    Zerleger zerleger(empfaenger, strom.kodierung());
+    const auto zeile = [&] { return zerleger.zeile() + strom.uebersprungeneZeilen(); };
+    const auto abschluss = [&] { return XmlAbschluss{zerleger.fehler(), zeile()}; };
     const auto vergissZeile = [](XmlEmpfaenger* e) { e->zeile_ = {}; };
     const std::unique_ptr<XmlEmpfaenger, decltype(vergissZeile)> wacht(&empfaenger, vergissZeile);
     empfaenger.zeile_ = zeile;
     if (groesse <= amStueck) {
         const auto ganz = puffer(groesse);
-        zerleger.zerlege(ganz.first(eingang.lies(ganz)));
-        return ausgang();
+        zerleger.zerlege(ganz.first(strom.lies(ganz)));
+        return abschluss();
     }
     constexpr std::size_t haeppchen = std::size_t{256} << 10U;  // stays within the processor's cache
     for (bool weiter = true; weiter;) {
         const auto raum = zerleger.raum(std::min(amStueck, haeppchen));
-        const std::size_t anzahl = eingang.lies(raum);
+        const std::size_t anzahl = strom.lies(raum);
         weiter = !raum.empty() && zerleger.zerlegeRaum(anzahl, anzahl < raum.size());
     }
-    return ausgang();
+    return abschluss();
 }
 
 std::optional<XmlBreite> XmlLauf::orte(std::string_view dokument, XmlOrtung& empfaenger) {
@@ -203,14 +207,14 @@ std::optional<XmlBreite> XmlLauf::orte(std::string_view dokument, XmlOrtung& emp
         rest.remove_prefix(anzahl);
         return anzahl;
     };
-    const XmlEingang eingang(quelle, dokument.size());  // only looks at the first bytes
-    const std::string_view ohneMarke = dokument.substr(eingang.marke());
+    const XmlBytestrom strom(quelle, dokument.size());  // only looks at the first bytes
+    const std::string_view ohneMarke = dokument.substr(strom.marke());
     if (ohneMarke.starts_with("\xEF\xBB\xBF") || ohneMarke.starts_with("\xFF\xFE") ||
         ohneMarke.starts_with("\xFE\xFF")) {
         return std::nullopt;  // expat would believe a second mark
     }
-    Verorter verorter(empfaenger, eingang.kodierung(), ohneMarke, eingang.breite(), eingang.marke());
-    return verorter.zerlege() ? std::optional(eingang.breite()) : std::nullopt;
+    Verorter verorter(empfaenger, strom.kodierung(), ohneMarke, strom.breite(), strom.marke());
+    return verorter.zerlege() ? std::optional(strom.breite()) : std::nullopt;
 }
 
 }  // namespace spurkiste

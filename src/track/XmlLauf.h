@@ -9,17 +9,34 @@
 
 namespace spurkiste {
 
-/// The attributes of one element start; valid during the call that hands them over.
+/// One attribute of an element start.
+struct XmlAttribut {
+    std::string_view name;  ///< as written, prefix included
+    std::string_view wert;  ///< UTF-8, references replaced, line breaks and tabs made blanks
+
+    friend bool operator==(const XmlAttribut&, const XmlAttribut&) = default;
+};
+
+/// The attributes of one element start in the order of the file, no name twice. Looks at what somebody else holds:
+/// valid during the call that hands it over.
 class XmlAttribute {
   public:
-    /// From name, value, name, value and so on, closed by a null.
-    explicit XmlAttribute(const char* const* paare) : paare_(paare) {}
+    explicit XmlAttribute(std::span<const XmlAttribut> alle) : alle_(alle) {}
 
-    /// The value of the attribute whose name, as written in the file, is exactly this one. UTF-8, entities replaced.
-    [[nodiscard]] std::optional<std::string_view> wert(std::string_view name) const;
+    /// The value of the attribute whose name, as written in the file, is exactly this one.
+    [[nodiscard]] std::optional<std::string_view> wert(std::string_view name) const {
+        for (const XmlAttribut& attribut : alle_) {
+            if (attribut.name == name) {
+                return attribut.wert;
+            }
+        }
+        return std::nullopt;
+    }
+
+    [[nodiscard]] std::span<const XmlAttribut> alle() const { return alle_; }
 
   private:
-    const char* const* paare_;
+    std::span<const XmlAttribut> alle_;
 };
 
 /// Hears what an XmlLauf finds, in document order. Whatever it throws ends the run and comes out of it.
@@ -61,7 +78,7 @@ enum class XmlFehler {
 };
 
 /// How a walk ended.
-struct XmlAusgang {
+struct XmlAbschluss {
     XmlFehler fehler = XmlFehler::keiner;
     std::size_t zeile = 1;  ///< the line, from 1, of the error or of the document's end
 };
@@ -110,8 +127,8 @@ class XmlLauf {
     /// the document ends or its first error; all that was reported until then counts.
     /// The encoding is that of a byte order mark or of UTF-16's zero bytes, else the declared one (UTF-8 and every
     /// encoding of one byte per character), else UTF-8. White space before the XML declaration is skipped.
-    XmlAusgang lies(const Quelle& quelle, std::size_t groesse, XmlEmpfaenger& empfaenger,
-                    std::size_t amStueck = kAmStueck);
+    XmlAbschluss lies(const Quelle& quelle, std::size_t groesse, XmlEmpfaenger& empfaenger,
+                      std::size_t amStueck = kAmStueck);
 
     /// Walks through a document that must be well-formed from its first byte to its last, and reports where its
     /// elements stand. Encodings as in lies(), but nothing may stand before the XML declaration. Nothing when it is not

@@ -12,10 +12,10 @@ namespace spurkiste {
 
 /// Takes the bytes from a source, looks at the first ones, and hands out what belongs to the document: no byte order
 /// mark and no white space before the declaration, which expat would reject. Bound to one thread.
-class XmlEingang {
+class XmlBytestrom {
   public:
     /// Takes at most `groesse` bytes from the source, the first of them at once. The source must live as long.
-    XmlEingang(const XmlLauf::Quelle& quelle, std::size_t groesse);
+    XmlBytestrom(const XmlLauf::Quelle& quelle, std::size_t groesse);
 
     /// The encoding that overrules the declaration; null when the declaration is to be believed.
     [[nodiscard]] const char* kodierung() const { return kodierung_; }

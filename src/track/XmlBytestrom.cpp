@@ -1,4 +1,4 @@
-#include "track/XmlEingang.h"
+#include "track/XmlBytestrom.h"
 
 #include <algorithm>
 #include <string>
@@ -35,7 +35,7 @@ bool kenntExpat(std::string_view name) {
 
 }  // namespace
 
-XmlEingang::XmlEingang(const XmlLauf::Quelle& quelle, std::size_t groesse) : quelle_(quelle), vorrat_(groesse) {
+XmlBytestrom::XmlBytestrom(const XmlLauf::Quelle& quelle, std::size_t groesse) : quelle_(quelle), vorrat_(groesse) {
     fuelle();
     erkenneBreite();
     while (ueberspringeLeerraum() && !erschoepft_) {
@@ -47,18 +47,18 @@ XmlEingang::XmlEingang(const XmlLauf::Quelle& quelle, std::size_t groesse) : que
     }
 }
 
-XmlBreite XmlEingang::breite() const {
+XmlBreite XmlBytestrom::breite() const {
     return breite_ == 1 ? XmlBreite::einByte : zeichenStelle_ == 0 ? XmlBreite::utf16le : XmlBreite::utf16be;
 }
 
-std::size_t XmlEingang::lies(std::span<char> ziel) {
+std::size_t XmlBytestrom::lies(std::span<char> ziel) {
     const std::size_t ausKopf = std::min(ziel.size(), bis_ - von_);
     std::copy_n(kopf_.data() + von_, ausKopf, ziel.data());
     von_ += ausKopf;
     return ausKopf + hole(ziel.subspan(ausKopf));
 }
 
-std::size_t XmlEingang::hole(std::span<char> ziel) {
+std::size_t XmlBytestrom::hole(std::span<char> ziel) {
     const std::span<char> erlaubt = ziel.first(std::min(ziel.size(), vorrat_));
     const std::size_t anzahl = erlaubt.empty() ? 0 : quelle_(erlaubt);
     vorrat_ -= anzahl;
@@ -66,7 +66,7 @@ std::size_t XmlEingang::hole(std::span<char> ziel) {
     return anzahl;
 }
 
-void XmlEingang::fuelle() {
+void XmlBytestrom::fuelle() {
     std::copy(kopf_.data() + von_, kopf_.data() + bis_, kopf_.data());
     bis_ -= von_;
     von_ = 0;
@@ -74,7 +74,7 @@ void XmlEingang::fuelle() {
 }
 
 /// Marks and zero bytes say more than the declaration, which many programs write without thinking.
-void XmlEingang::erkenneBreite() {
+void XmlBytestrom::erkenneBreite() {
     constexpr std::string_view leerOderSpitz = " \t\r\n<";
     const std::string_view bytes = blick();
     const auto beginnt = [&](std::size_t stelle, std::size_t null) {
@@ -96,7 +96,7 @@ void XmlEingang::erkenneBreite() {
 }
 
 /// Returns whether nothing but white space was in view.
-bool XmlEingang::ueberspringeLeerraum() {
+bool XmlBytestrom::ueberspringeLeerraum() {
     constexpr std::string_view leerraum = " \t\r\n";
     while (bis_ - von_ >= breite_) {
         const bool leer = leerraum.find(kopf_[von_ + zeichenStelle_]) != std::string_view::npos &&
