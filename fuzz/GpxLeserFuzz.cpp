@@ -173,6 +173,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t gro
     const GpxMetadaten eintrag = GpxLeser::ausInhalt(inhalt);
     pruefe(eintrag);
     verlange(GpxLeser::ausInhalt(inhalt, 1 + groesse % 61) == eintrag);
+    verlange(GpxLeser::ausInhalt(inhalt, spurkiste::XmlLauf::kAmStueck, spurkiste::XmlWeg::nurExpat) == eintrag);
 
     SchlichterLeser schlicht;
     std::string_view rest = inhalt;
@@ -181,7 +182,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t gro
         rest.remove_prefix(anzahl);
         return anzahl;
     };
-    spurkiste::XmlLauf().lies(quelle, groesse, schlicht);
+    const auto empfang = [&]() -> spurkiste::XmlEmpfaenger& { return schlicht; };
+    spurkiste::XmlLauf().lies(quelle, groesse, empfang, spurkiste::XmlLauf::kAmStueck, spurkiste::XmlWeg::nurExpat);
     vergleiche(eintrag, schlicht);
     return 0;
 }

@@ -21,26 +21,24 @@ struct Werkbank {
 
 /// Reads a document and returns what `nimm` takes from the GpxSammler that has heard it.
 template <typename Nimm>
-auto leseAus(const XmlLauf::Quelle& quelle, std::size_t groesse, std::size_t amStueck, Nimm nimm,
-             GpxStrichliste* maengel = nullptr) {
+auto leseAus(const XmlLauf::Quelle& quelle, std::size_t groesse, Nimm nimm, GpxStrichliste* maengel = nullptr,
+             std::size_t amStueck = XmlLauf::kAmStueck, XmlWeg weg = XmlWeg::eiligVoran) {
     thread_local Werkbank werkbank;
-    werkbank.spur.leere();
-    werkbank.route.leere();
-    // A recorded point seldom takes more bytes; growing would touch the memory of a large file's points twice.
-    constexpr std::size_t bytesJePunkt = 256;
-    constexpr std::size_t hoechstens = std::size_t{1} << 20U;
-    werkbank.spur.punkte.reserve(std::min(groesse / bytesJePunkt, hoechstens));
-    GpxSammler sammler(werkbank.spur, werkbank.route, maengel);
-    const XmlAbschluss abschluss = werkbank.lauf.lies(quelle, groesse, sammler, amStueck);
-    if (maengel != nullptr) {
-        if (sammler.punkte().punkte.empty()) {
-            maengel->streiche(GpxBefund::Art::keinPunkt, abschluss.zeile);
+    std::optional<GpxSammler> sammler;
+    const auto frisch = [&]() -> XmlEmpfaenger& {
+        // A recorded point seldom takes more bytes; growing would touch the memory of a large file's points twice.
+        constexpr std::size_t bytesJePunkt = 256;
+        constexpr std::size_t hoechstens = std::size_t{1} << 20U;
+        werkbank.spur.leere();
+        werkbank.route.leere();
+        werkbank.spur.punkte.reserve(std::min(groesse / bytesJePunkt, hoechstens));
+        if (maengel != nullptr) {
+            *maengel = {};
         }
-        if (abschluss.fehler != XmlFehler::keiner) {
-            maengel->streiche(GpxBefund::Art::abgebrochen, abschluss.zeile, abschluss.fehler);
-        }
-    }
-    return nimm(sammler);
+        return sammler.emplace(werkbank.spur, werkbank.route, maengel);
+    };
+    werkbank.lauf.lies(quelle, groesse, frisch, amStueck, weg);
+    return nimm(*sammler);
 }
 
 GpxMetadaten nimmErgebnis(const GpxSammler& sammler) {
@@ -57,7 +55,7 @@ std::optional<GpxMetadaten> GpxLeser::lese(const std::string& pfad) {
     GpxMetadaten eintrag;
     if (auto leser = dateien::Leser::oeffne(pfad)) {
         const auto quelle = [&](std::span<char> puffer) { return leser->lies(puffer); };
-        eintrag = leseAus(quelle, static_cast<std::size_t>(angaben->groesse), XmlLauf::kAmStueck, nimmErgebnis);
+        eintrag = leseAus(quelle, static_cast<std::size_t>(angaben->groesse), nimmErgebnis);
     }
     eintrag.pfad = pfad;
     eintrag.dateiName = dateien::ohneEndung(dateien::letzterTeil(pfad));
@@ -66,14 +64,14 @@ std::optional<GpxMetadaten> GpxLeser::lese(const std::string& pfad) {
     return eintrag;
 }
 
-GpxMetadaten GpxLeser::ausInhalt(std::string_view inhalt, std::size_t amStueck) {
+GpxMetadaten GpxLeser::ausInhalt(std::string_view inhalt, std::size_t amStueck, XmlWeg weg) {
     std::string_view rest = inhalt;
     const auto quelle = [&](std::span<char> puffer) {
         const std::size_t anzahl = rest.copy(puffer.data(), puffer.size());
         rest.remove_prefix(anzahl);
         return anzahl;
     };
-    return leseAus(quelle, inhalt.size(), amStueck, nimmErgebnis);
+    return leseAus(quelle, inhalt.size(), nimmErgebnis, nullptr, amStueck, weg);
 }
 
 std::vector<Koordinate> GpxLeser::orte(const std::string& pfad) {
@@ -82,7 +80,7 @@ std::vector<Koordinate> GpxLeser::orte(const std::string& pfad) {
         return {};
     }
     const auto quelle = [&](std::span<char> puffer) { return leser->lies(puffer); };
-    return leseAus(quelle, leser->groesse(), XmlLauf::kAmStueck, [](const GpxSammler& sammler) {
+    return leseAus(quelle, leser->groesse(), [](const GpxSammler& sammler) {
         const auto& punkte = sammler.punkte().punkte;
         std::vector<Koordinate> orte;
         orte.reserve(punkte.size());
@@ -100,7 +98,7 @@ std::optional<std::vector<GpxBefund>> GpxLeser::befunde(const std::string& pfad)
     const auto quelle = [&](std::span<char> puffer) { return leser->lies(puffer); };
     GpxStrichliste maengel;
     leseAus(
-        quelle, leser->groesse(), XmlLauf::kAmStueck, [](const GpxSammler& /*sammler*/) {}, &maengel);
+        quelle, leser->groesse(), [](const GpxSammler& /*sammler*/) {}, &maengel);
     return maengel.ergebnis();
 }
 

@@ -32,9 +32,10 @@ class GpxLeser {
     [[nodiscard]] static std::optional<GpxMetadaten> lese(const std::string& pfad);
 
     /// The record that a file of these bytes gives, with everything left out that does not come from the content:
-    /// `pfad`, `dateiName`, `dateiDatum`, `dateiGroesse`. The result does not depend on `amStueck`, the size from
-    /// which on the bytes are parsed in pieces.
-    [[nodiscard]] static GpxMetadaten ausInhalt(std::string_view inhalt, std::size_t amStueck = XmlLauf::kAmStueck);
+    /// `pfad`, `dateiName`, `dateiDatum`, `dateiGroesse`. The result depends neither on `amStueck`, the size from
+    /// which on the bytes are parsed in pieces, nor on the way.
+    [[nodiscard]] static GpxMetadaten ausInhalt(std::string_view inhalt, std::size_t amStueck = XmlLauf::kAmStueck,
+                                                XmlWeg weg = XmlWeg::eiligVoran);
 
     /// The coordinates of all points that the record of this file would count, in order. Empty when there are none or
     /// the file cannot be read.

@@ -120,6 +120,18 @@ bool GpxSammler::ende() {
     return textTiefe_ != 0;
 }
 
+void GpxSammler::schluss(XmlFehler fehler) {
+    if (maengel_ == nullptr) {
+        return;
+    }
+    if (punkte().punkte.empty()) {
+        maengel_->streiche(GpxBefund::Art::keinPunkt, zeile());
+    }
+    if (fehler != XmlFehler::keiner) {
+        maengel_->streiche(GpxBefund::Art::abgebrochen, zeile(), fehler);
+    }
+}
+
 /// What an element start does, by local name.
 void GpxSammler::beginne(Element element, const XmlAttribute& attribute) {
     switch (element) {

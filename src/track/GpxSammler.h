@@ -85,6 +85,7 @@ class GpxSammler final : public XmlEmpfaenger {
     bool anfang(std::string_view name, const XmlAttribute& attribute) override;
     void text(std::string_view stueck) override;
     bool ende() override;
+    void schluss(XmlFehler fehler) override;
 
     /// The record's fields that come from the content.
     [[nodiscard]] GpxMetadaten ergebnis() const;

@@ -20,6 +20,9 @@ class XmlBytestrom {
     /// The encoding that overrules the declaration; null when the declaration is to be believed.
     [[nodiscard]] const char* kodierung() const { return kodierung_; }
 
+    /// Whether the document is in UTF-8 unless its declaration says otherwise and may.
+    [[nodiscard]] bool kannUtf8Sein() const { return breite_ == 1; }
+
     /// How many bytes the byte order mark has.
     [[nodiscard]] std::size_t marke() const { return marke_; }
 

@@ -2,10 +2,11 @@
 
 #include <algorithm>
 #include <cassert>
-#include <memory>
+#include <utility>
 #include <vector>
 
 #include "track/XmlBytestrom.h"
+#include "track/XmlEilweg.h"
 #include "track/XmlExpat.h"
 
 namespace spurkiste {
@@ -167,37 +168,69 @@ class Verorter final : private XmlExpat {
 
 }  // namespace
 
+/// Lets a receiver ask for lines during a walk and not a moment longer.
+class XmlLauf::Zeilen {
+  public:
+    Zeilen(XmlEmpfaenger& empfaenger, std::function<std::size_t()> zeile) : empfaenger_(empfaenger) {
+        empfaenger_.zeile_ = std::move(zeile);
+    }
+    Zeilen(const Zeilen&) = delete;
+    Zeilen& operator=(const Zeilen&) = delete;
+    ~Zeilen() { empfaenger_.zeile_ = {}; }
+
+  private:
+    XmlEmpfaenger& empfaenger_;
+};
+
+/// Room for a document with zeros behind it.
 std::span<char> XmlLauf::puffer(std::size_t groesse) {
-    if (groesse > puffer_.size()) {
+    if (groesse + XmlEilweg::kPolster > puffer_.size()) {
         // Doubling, so that a folder of ever larger files does not touch fresh memory for each.
         const std::size_t neu = std::max(groesse, std::min(puffer_.size() * 2, kAmStueck));
         puffer_ = {};
-        puffer_.resize(neu);
+        puffer_.resize(neu + XmlEilweg::kPolster);
     }
     return std::span(puffer_).first(groesse);
 }
 
-XmlAbschluss XmlLauf::lies(const Quelle& quelle, std::size_t groesse, XmlEmpfaenger& empfaenger, std::size_t amStueck) {
+bool XmlLauf::liesEilig(const XmlBytestrom& strom, std::span<const char> dokument, XmlEmpfaenger& empfaenger) {
+    XmlEilweg eilweg({dokument.data(), dokument.size()}, strom.kodierung() != nullptr, empfaenger);
+    const Zeilen zeilen(empfaenger, [&] { return eilweg.zeile() + strom.uebersprungeneZeilen(); });
+    if (!eilweg.lies()) {
+        return false;
+    }
+    empfaenger.schluss(XmlFehler::keiner);
+    return true;
+}
+
+bool XmlLauf::lies(const Quelle& quelle, std::size_t groesse, const Empfang& empfang, std::size_t amStueck,
+                   XmlWeg weg) {
     assert(amStueck > 0 && amStueck <= kAmStueck);
     XmlBytestrom strom(quelle, groesse);
-    Zerleger zerleger(empfaenger, strom.kodierung());
-    const auto zeile = [&] { return zerleger.zeile() + strom.uebersprungeneZeilen(); };
-    const auto abschluss = [&] { return XmlAbschluss{zerleger.fehler(), zeile()}; };
-    const auto vergissZeile = [](XmlEmpfaenger* e) { e->zeile_ = {}; };
-    const std::unique_ptr<XmlEmpfaenger, decltype(vergissZeile)> wacht(&empfaenger, vergissZeile);
-    empfaenger.zeile_ = zeile;
+    std::span<char> ganz;
     if (groesse <= amStueck) {
-        const auto ganz = puffer(groesse);
-        zerleger.zerlege(ganz.first(strom.lies(ganz)));
-        return abschluss();
+        ganz = puffer(groesse);
+        ganz = ganz.first(strom.lies(ganz));
+        std::fill_n(ganz.data() + ganz.size(), XmlEilweg::kPolster, '\0');
+        if (weg == XmlWeg::eiligVoran && strom.kannUtf8Sein() && liesEilig(strom, ganz, empfang())) {
+            return true;
+        }
     }
-    constexpr std::size_t haeppchen = std::size_t{256} << 10U;  // stays within the processor's cache
-    for (bool weiter = true; weiter;) {
-        const auto raum = zerleger.raum(std::min(amStueck, haeppchen));
-        const std::size_t anzahl = strom.lies(raum);
-        weiter = !raum.empty() && zerleger.zerlegeRaum(anzahl, anzahl < raum.size());
+    XmlEmpfaenger& empfaenger = empfang();
+    Zerleger zerleger(empfaenger, strom.kodierung());
+    const Zeilen zeilen(empfaenger, [&] { return zerleger.zeile() + strom.uebersprungeneZeilen(); });
+    if (groesse <= amStueck) {
+        zerleger.zerlege(ganz);
+    } else {
+        constexpr std::size_t haeppchen = std::size_t{256} << 10U;  // stays within the processor's cache
+        for (bool weiter = true; weiter;) {
+            const auto raum = zerleger.raum(std::min(amStueck, haeppchen));
+            const std::size_t anzahl = strom.lies(raum);
+            weiter = !raum.empty() && zerleger.zerlegeRaum(anzahl, anzahl < raum.size());
+        }
     }
-    return abschluss();
+    empfaenger.schluss(zerleger.fehler());
+    return false;
 }
 
 std::optional<XmlBreite> XmlLauf::orte(std::string_view dokument, XmlOrtung& empfaenger) {

@@ -9,6 +9,8 @@
 
 namespace spurkiste {
 
+class XmlBytestrom;
+
 /// One attribute of an element start.
 struct XmlAttribut {
     std::string_view name;  ///< as written, prefix included
@@ -39,6 +41,17 @@ class XmlAttribute {
     std::span<const XmlAttribut> alle_;
 };
 
+/// Why a document was not read to its end.
+enum class XmlFehler {
+    keiner,
+    endeFehlt,           ///< the bytes end before the document does
+    falschesEnde,        ///< an end tag of another element
+    unbekannteEntitaet,  ///< a reference to an entity that was never declared
+    rest,                ///< something behind the document's end
+    zuViel,              ///< it would take more memory or time than any track
+    falschesZeichen,     ///< anything else that is no XML
+};
+
 /// Hears what an XmlLauf finds, in document order. Whatever it throws ends the run and comes out of it.
 class XmlEmpfaenger {
   public:
@@ -57,6 +70,9 @@ class XmlEmpfaenger {
     /// The innermost open element ends. Returns whether the text that follows is wanted.
     virtual bool ende() = 0;
 
+    /// The walk is over; the line is that of the error or of the document's end.
+    virtual void schluss(XmlFehler /*fehler*/) {}
+
   protected:
     /// The line, from 1, where what is being reported begins. Only during one of the calls above; costs time.
     [[nodiscard]] std::size_t zeile() const { return zeile_(); }
@@ -64,23 +80,6 @@ class XmlEmpfaenger {
   private:
     friend class XmlLauf;
     std::function<std::size_t()> zeile_;
-};
-
-/// Why a document was not read to its end.
-enum class XmlFehler {
-    keiner,
-    endeFehlt,           ///< the bytes end before the document does
-    falschesEnde,        ///< an end tag of another element
-    unbekannteEntitaet,  ///< a reference to an entity that was never declared
-    rest,                ///< something behind the document's end
-    zuViel,              ///< it would take more memory or time than any track
-    falschesZeichen,     ///< anything else that is no XML
-};
-
-/// How a walk ended.
-struct XmlAbschluss {
-    XmlFehler fehler = XmlFehler::keiner;
-    std::size_t zeile = 1;  ///< the line, from 1, of the error or of the document's end
 };
 
 /// Where something stands in a document: bytes `von` up to but without `bis`.
@@ -111,7 +110,13 @@ class XmlOrtung {
     virtual void ende(XmlBereich schild) = 0;
 };
 
-/// One walk through an XML document, as far as it is well-formed. Namespaces are not looked at, external entities and
+/// Which readers an XmlLauf tries. The outcome is the same.
+enum class XmlWeg {
+    eiligVoran,  ///< a fast one for ordinary documents, and expat for those that it does not take
+    nurExpat,    ///< to measure and test against
+};
+
+/// Walks through XML documents, as far as they are well-formed. Namespaces are not looked at, external entities and
 /// DTDs never opened, and what a hostile document can make the XML library use is bounded in memory and time.
 /// Holds a buffer that the next document uses again: keep one object per thread.
 class XmlLauf {
@@ -119,16 +124,22 @@ class XmlLauf {
     /// Fills the buffer and returns how many bytes came; fewer than asked mean the end.
     using Quelle = std::function<std::size_t(std::span<char>)>;
 
+    /// Gives a receiver that has heard nothing yet. It is asked for a second one when the document turns out to be none
+    /// for the fast reader: what the first one heard is then void.
+    using Empfang = std::function<XmlEmpfaenger&()>;
+
     /// Documents up to this size are held in memory whole, since the XML library then saves itself an eighth of the
-    /// work. Larger ones, which no recorder writes in a day, pass through in small pieces.
+    /// work and the fast reader can begin anew. Larger ones, which no recorder writes in a day, pass through in small
+    /// pieces.
     static constexpr std::size_t kAmStueck = std::size_t{8} << 20U;
 
-    /// Reads at most `groesse` bytes, in pieces when they are more than `amStueck`, and reports to `empfaenger` until
+    /// Reads at most `groesse` bytes, in pieces when they are more than `amStueck`, and reports to a receiver until
     /// the document ends or its first error; all that was reported until then counts.
     /// The encoding is that of a byte order mark or of UTF-16's zero bytes, else the declared one (UTF-8 and every
     /// encoding of one byte per character), else UTF-8. White space before the XML declaration is skipped.
-    XmlAbschluss lies(const Quelle& quelle, std::size_t groesse, XmlEmpfaenger& empfaenger,
-                      std::size_t amStueck = kAmStueck);
+    /// Returns whether the fast reader did it.
+    bool lies(const Quelle& quelle, std::size_t groesse, const Empfang& empfang, std::size_t amStueck = kAmStueck,
+              XmlWeg weg = XmlWeg::eiligVoran);
 
     /// Walks through a document that must be well-formed from its first byte to its last, and reports where its
     /// elements stand. Encodings as in lies(), but nothing may stand before the XML declaration. Nothing when it is not
@@ -136,7 +147,10 @@ class XmlLauf {
     [[nodiscard]] static std::optional<XmlBreite> orte(std::string_view dokument, XmlOrtung& empfaenger);
 
   private:
+    class Zeilen;
+
     std::span<char> puffer(std::size_t groesse);
+    static bool liesEilig(const XmlBytestrom& strom, std::span<const char> dokument, XmlEmpfaenger& empfaenger);
 
     std::vector<char> puffer_;
 };

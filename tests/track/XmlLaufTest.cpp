@@ -46,10 +46,13 @@ class Weghoerer final : public XmlOrtung {
     void ende(XmlBereich /*schild*/) override {}
 };
 
-std::string lies(std::string_view bytes, std::size_t amStueck = XmlLauf::kAmStueck, std::string wirfBei = {}) {
-    XmlLauf lauf;
-    Mitschrift mitschrift;
-    mitschrift.wirfBei = std::move(wirfBei);
+std::string lies(std::string_view bytes, std::size_t amStueck = XmlLauf::kAmStueck, const std::string& wirfBei = {}) {
+    std::optional<Mitschrift> mitschrift;
+    const auto empfang = [&]() -> XmlEmpfaenger& {
+        mitschrift.emplace();
+        mitschrift->wirfBei = wirfBei;
+        return *mitschrift;
+    };
     const std::size_t groesse = bytes.size();
     const auto quelle = [&](std::span<char> puffer) {
         const std::size_t anzahl = bytes.copy(puffer.data(), puffer.size());
@@ -57,11 +60,11 @@ std::string lies(std::string_view bytes, std::size_t amStueck = XmlLauf::kAmStue
         return anzahl;
     };
     try {
-        lauf.lies(quelle, groesse, mitschrift, amStueck);
+        XmlLauf().lies(quelle, groesse, empfang, amStueck);
     } catch (const std::runtime_error& fehler) {
-        mitschrift.zeile += fehler.what();
+        mitschrift->zeile += fehler.what();
     }
-    return mitschrift.zeile;
+    return mitschrift->zeile;
 }
 
 /// ASCII and the three letters of the cases below as UTF-16.
@@ -165,7 +168,8 @@ TEST(XmlLaufTest, NimmtVonEinerWachsendenDateiNichtMehrAlsGesagt) {
                 return puffer.size();
             };
             Mitschrift mitschrift;
-            XmlLauf().lies(endlos, groesse, mitschrift, amStueck);
+            XmlLauf().lies(
+                endlos, groesse, [&]() -> XmlEmpfaenger& { return mitschrift; }, amStueck);
             EXPECT_EQ(genommen, groesse);
         }
     }
