@@ -104,15 +104,8 @@ bool XmlEilweg::lies() {
     if (!liesUmgebung() || stelle_ != ende_) {
         return false;
     }
-    // Where expat says that a document ends: before its last white space, but not before a carriage return at the end.
-    ereignis_ = ende_;
-    if (ende_[-1] == '\r') {
-        --ereignis_;
-    } else {
-        while (istLeerraum(ereignis_[-1])) {
-            --ereignis_;
-        }
-    }
+    // Expat does not count a carriage return at the very end: a line feed could still follow.
+    ereignis_ = ende_[-1] == '\r' ? ende_ - 1 : ende_;
     return true;
 }
 
