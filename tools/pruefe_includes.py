@@ -38,6 +38,7 @@ PROGRAMME = ("cli", "app")
 BIBLIOTHEKEN = [
     ("ICU", r"unicode/", ["base/Text.cpp", "base/Namensordnung.cpp"]),
     ("expat", r"expat\w*\.h$", ["track/XmlExpat.h", "track/XmlExpat.cpp", "track/XmlLauf.cpp"]),
+    ("SSE2", r"emmintrin\.h$", ["track/XmlZeichen.h"]),
     ("simdjson", r"simdjson", ["i18n/Sprachtabelle.cpp", "track/GpxMetadatenJson.cpp", "library/Cache.cpp"]),
     ("Qt", r"Q[A-Z]|Qt", ["platform/qt/", "ui/", "app/"]),
     ("GIO", r"(gio|glib|gobject)(/|\.h|-)", ["platform/gio/"]),

@@ -89,6 +89,18 @@ std::string deklariert(std::string_view kodierung, std::string_view inhalt) {
     return "<?xml version=\"1.0\" encoding=\"" + std::string(kodierung) + "\"?>" + std::string(inhalt);
 }
 
+/// Whether the fast reader takes the document.
+bool istEilig(std::string_view bytes) {
+    std::string_view rest = bytes;
+    const auto quelle = [&](std::span<char> puffer) {
+        const std::size_t anzahl = rest.copy(puffer.data(), puffer.size());
+        rest.remove_prefix(anzahl);
+        return anzahl;
+    };
+    std::optional<Mitschrift> mitschrift;
+    return XmlLauf().lies(quelle, bytes.size(), [&]() -> XmlEmpfaenger& { return mitschrift.emplace(); });
+}
+
 }  // namespace
 
 TEST(XmlLaufTest, LiestJedeKodierungDerWildnis) {
@@ -155,6 +167,47 @@ TEST(XmlLaufTest, MeldetNamenUndTextWieGeschrieben) {
     for (const auto& [xml, zeile] : faelle) {
         EXPECT_EQ(lies(xml), zeile) << xml;
         EXPECT_EQ(lies(xml, 3), zeile) << xml;
+    }
+}
+
+TEST(XmlLaufTest, LiestEiligWasSchlichtIst) {
+    const std::string bom = "\xEF\xBB\xBF";
+    const auto verschachtelt = [](int tiefe) {
+        std::string xml = "<b/>";
+        for (int i = 1; i < tiefe; ++i) {
+            xml = "<a>" + xml + "</a>";
+        }
+        return xml;
+    };
+    const auto mitAttributen = [](int anzahl) {
+        std::string xml = "<a";
+        for (int i = 0; i < anzahl; ++i) {
+            xml += " a" + std::to_string(i) + "='&lt;'";
+        }
+        return xml + "/>";
+    };
+    const std::vector<std::pair<std::string, bool>> faelle = {
+        {"<a/>", true},
+        {bom + "\n<a>\xC3\xA4</a>\n", true},
+        {" \r\n<?xml version='1.0' encoding='utf-8' standalone='yes' ?><!-- c --><?d e?><a/><!-- c -->", true},
+        {bom + "<?xml version=\"1.0\" encoding=\"windows-1252\"?><a/>", true},
+        {"<?xml version=\"1.0\" encoding=\"utf8\"?><a/>", true},
+        {"<p:a xmlns:p='u' b = \"1\r\n2&#x1F6B2;\"\n>&amp;]]&gt;<![CDATA[<]]><?xm?></p:a >", true},
+        {mitAttributen(32), true},
+        {verschachtelt(256), true},
+        {mitAttributen(33), false},
+        {verschachtelt(258), false},
+        {"<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><a/>", false},
+        {utf16("<a/>", true), false},
+        {"<!DOCTYPE a><a/>", false},
+        {"<a>&nbsp;</a>", false},
+        {"<\xC3\xA4/>", false},
+        {"<a></b>", false},
+        {"<a>", false},
+        {"", false},
+    };
+    for (const auto& [xml, eilig] : faelle) {
+        EXPECT_EQ(istEilig(xml), eilig) << xml;
     }
 }
 
