@@ -1,9 +1,8 @@
 #include "track/XmlEilweg.h"
 
 #include <algorithm>
-#include <cstring>
-#include <utility>
 
+#include "track/XmlVerweis.h"
 #include "track/XmlZeichen.h"
 
 namespace spurkiste {
@@ -41,58 +40,6 @@ bool istLeerraum(char zeichen) {
 bool istBisAufGroesse(std::string_view text, std::string_view klein) {
     return std::equal(text.begin(), text.end(), klein.begin(), klein.end(),
                       [](char a, char b) { return (a >= 'A' && a <= 'Z' ? a - 'A' + 'a' : a) == b; });
-}
-
-/// The number of a character reference ("#8364" or "#x20AC"), or 0 for what is none or beyond Unicode.
-std::uint32_t nummer(std::string_view verweis) {
-    const bool sechzehn = verweis.starts_with("#x");
-    verweis.remove_prefix(sechzehn ? 2 : 1);
-    std::uint32_t wert = 0;
-    for (const char zeichen : verweis) {
-        std::uint32_t ziffer = 0;
-        if (zeichen >= '0' && zeichen <= '9') {
-            ziffer = static_cast<std::uint32_t>(zeichen - '0');
-        } else if (sechzehn && zeichen >= 'a' && zeichen <= 'f') {
-            ziffer = static_cast<std::uint32_t>(zeichen - 'a') + 10;
-        } else if (sechzehn && zeichen >= 'A' && zeichen <= 'F') {
-            ziffer = static_cast<std::uint32_t>(zeichen - 'A') + 10;
-        } else {
-            return 0;
-        }
-        wert = wert * (sechzehn ? 16 : 10) + ziffer;
-        if (wert > 0x10FFFF) {
-            return 0;
-        }
-    }
-    return wert;
-}
-
-/// Appends the character as UTF-8. False when XML does not allow it.
-bool haengeAn(std::uint32_t zeichen, std::string& ziel) {
-    const auto folge = [&](unsigned bits) { ziel += static_cast<char>(0x80U | ((zeichen >> bits) & 0x3FU)); };
-    const auto erstes = [&](unsigned kennung, unsigned bits) {
-        ziel += static_cast<char>(kennung | (zeichen >> bits));
-    };
-    if (zeichen < 0x80) {
-        ziel += static_cast<char>(zeichen);
-        return zeichen >= 0x20 || zeichen == '\t' || zeichen == '\n' || zeichen == '\r';
-    }
-    if (zeichen < 0x800) {
-        erstes(0xC0, 6);
-        folge(0);
-        return true;
-    }
-    if (zeichen < 0x10000) {
-        erstes(0xE0, 12);
-        folge(6);
-        folge(0);
-        return (zeichen < 0xD800 || zeichen > 0xDFFF) && zeichen < 0xFFFE;
-    }
-    erstes(0xF0, 18);
-    folge(12);
-    folge(6);
-    folge(0);
-    return true;
 }
 
 }  // namespace
@@ -355,10 +302,8 @@ void XmlEilweg::meldeText(const char* von, const char* bis) {
     }
 }
 
-/// A reference to a character or to one of the five entities that every document has.
+/// A reference; what it stands for is appended.
 bool XmlEilweg::liesVerweis(std::string& ziel) {
-    constexpr std::array<std::pair<std::string_view, char>, 5> entitaeten = {
-        {{"amp", '&'}, {"lt", '<'}, {"gt", '>'}, {"quot", '"'}, {"apos", '\''}}};
     ++stelle_;
     const char* const von = stelle_;
     if (*stelle_ == '#') {
@@ -368,19 +313,7 @@ bool XmlEilweg::liesVerweis(std::string& ziel) {
         ++stelle_;
     }
     const std::string_view verweis(von, static_cast<std::size_t>(stelle_ - von));
-    if (!nimm(";")) {
-        return false;
-    }
-    if (verweis.starts_with('#')) {
-        return haengeAn(nummer(verweis), ziel);
-    }
-    const auto* const fund = std::find_if(entitaeten.begin(), entitaeten.end(),
-                                          [verweis](const auto& entitaet) { return entitaet.first == verweis; });
-    if (fund == entitaeten.end()) {
-        return false;
-    }
-    ziel += fund->second;
-    return true;
+    return nimm(";") && loeseXmlVerweis(verweis, ziel);
 }
 
 /// A processing instruction, which must not be called as the XML declaration is.
