@@ -1,31 +1,54 @@
 #include "track/XmlZeichen.h"
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
 
 namespace spurkiste::xmlzeichen {
 
 namespace {
 
+/// The bytes that characters beyond ASCII begin with, and what may follow (The Unicode Standard, table 3-7).
+struct Form {
+    unsigned char von;  // the first byte
+    unsigned char bis;
+    unsigned char zweitesVon;
+    unsigned char zweitesBis;
+    std::size_t bytes;
+};
+constexpr std::array<Form, 8> kFormen = {{
+    {0xC2, 0xDF, 0x80, 0xBF, 2},
+    {0xE0, 0xE0, 0xA0, 0xBF, 3},
+    {0xE1, 0xEC, 0x80, 0xBF, 3},
+    {0xED, 0xED, 0x80, 0x9F, 3},
+    {0xEE, 0xEF, 0x80, 0xBF, 3},
+    {0xF0, 0xF0, 0x90, 0xBF, 4},
+    {0xF1, 0xF3, 0x80, 0xBF, 4},
+    {0xF4, 0xF4, 0x80, 0x8F, 4},
+}};
+
+bool liegtIn(unsigned char byte, unsigned char von, unsigned char bis) {
+    return byte >= von && byte <= bis;
+}
+
 /// How many bytes the character has with which the text begins; 0 when it is not UTF-8 or XML does not allow it.
 std::size_t zeichenbytes(std::string_view text) {
-    const auto byte = [text](std::size_t i) { return i < text.size() ? static_cast<unsigned char>(text[i]) : 0U; };
-    const auto istFolge = [byte](std::size_t i, unsigned von = 0x80, unsigned bis = 0xBF) {
-        return byte(i) >= von && byte(i) <= bis;
-    };
-    const unsigned erstes = byte(0);
-    if (erstes < 0x80) {
-        return erstes >= 0x20 || erstes == '\t' || erstes == '\n' || erstes == '\r' ? 1 : 0;
+    const auto byte = [text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+    if (byte(0) < 0x80) {
+        return byte(0) >= 0x20 || byte(0) == '\t' || byte(0) == '\n' || byte(0) == '\r' ? 1 : 0;
     }
-    if (erstes < 0xE0) {
-        return erstes >= 0xC2 && istFolge(1) ? 2 : 0;
+    const auto* const form = std::find_if(kFormen.begin(), kFormen.end(),
+                                          [&](const Form& eine) { return liegtIn(byte(0), eine.von, eine.bis); });
+    if (form == kFormen.end() || text.size() < form->bytes || !liegtIn(byte(1), form->zweitesVon, form->zweitesBis)) {
+        return 0;
     }
-    if (erstes < 0xF0) {
-        const bool gut = istFolge(1, erstes == 0xE0 ? 0xA0 : 0x80, erstes == 0xED ? 0x9F : 0xBF) && istFolge(2);
-        const bool keinZeichen = erstes == 0xEF && byte(1) == 0xBF && byte(2) > 0xBD;  // U+FFFE and U+FFFF
-        return gut && !keinZeichen ? 3 : 0;
+    for (std::size_t i = 2; i < form->bytes; ++i) {
+        if (!liegtIn(byte(i), 0x80, 0xBF)) {
+            return 0;
+        }
     }
-    const bool gut = erstes < 0xF5 && istFolge(1, erstes == 0xF0 ? 0x90 : 0x80, erstes == 0xF4 ? 0x8F : 0xBF);
-    return gut && istFolge(2) && istFolge(3) ? 4 : 0;
+    constexpr std::string_view vorletztes = "\xEF\xBF\xBE";  // U+FFFE and U+FFFF are no characters
+    return form->bytes == 3 && text.substr(0, 3) >= vorletztes ? 0 : form->bytes;
 }
 
 /// Goes on character by character from `stelle` to `bis` or, inside a character, behind it. False at the first one

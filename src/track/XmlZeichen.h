@@ -74,7 +74,9 @@ template <typename Treffer>
     return detail::suche(stelle, [anfuehrung](__m128i block) {
         using detail::gleich;
         using detail::oder;
-        const __m128i steuerzeichen = _mm_cmpeq_epi8(_mm_min_epu8(block, _mm_set1_epi8('\x1F')), block);
+        // Signed, so that bytes from 0x80 on are below zero.
+        const __m128i ascii = _mm_cmpgt_epi8(block, _mm_set1_epi8(-1));
+        const __m128i steuerzeichen = _mm_and_si128(ascii, _mm_cmplt_epi8(block, _mm_set1_epi8(' ')));
         return oder(oder(gleich(block, anfuehrung), steuerzeichen), oder(gleich(block, '<'), gleich(block, '&')));
     });
 }
