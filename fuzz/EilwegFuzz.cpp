@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <optional>
 #include <span>
@@ -14,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "Verlange.h"
 #include "XmlMutation.h"
 #include "track/GpxLeser.h"
 #include "track/XmlEilweg.h"
@@ -23,16 +23,11 @@
 namespace {
 
 using spurkiste::GpxLeser;
+using spurkiste::verlange;
 using spurkiste::XmlAttribut;
 using spurkiste::XmlFehler;
 using spurkiste::XmlLauf;
 using spurkiste::XmlWeg;
-
-void verlange(bool wahr) {
-    if (!wahr) {
-        std::abort();
-    }
-}
 
 /// Writes down all that is reported. Which texts are wanted depends on the names alone.
 class Mitschrift final : public spurkiste::XmlEmpfaenger {

@@ -46,6 +46,15 @@ class Weghoerer final : public XmlOrtung {
     void ende(XmlBereich /*schild*/) override {}
 };
 
+/// Gives the bytes away, piece by piece.
+XmlLauf::Quelle quelle(std::string_view bytes) {
+    return [rest = bytes](std::span<char> puffer) mutable {
+        const std::size_t anzahl = rest.copy(puffer.data(), puffer.size());
+        rest.remove_prefix(anzahl);
+        return anzahl;
+    };
+}
+
 std::string lies(std::string_view bytes, std::size_t amStueck = XmlLauf::kAmStueck, const std::string& wirfBei = {}) {
     std::optional<Mitschrift> mitschrift;
     const auto empfang = [&]() -> XmlEmpfaenger& {
@@ -53,14 +62,8 @@ std::string lies(std::string_view bytes, std::size_t amStueck = XmlLauf::kAmStue
         mitschrift->wirfBei = wirfBei;
         return *mitschrift;
     };
-    const std::size_t groesse = bytes.size();
-    const auto quelle = [&](std::span<char> puffer) {
-        const std::size_t anzahl = bytes.copy(puffer.data(), puffer.size());
-        bytes.remove_prefix(anzahl);
-        return anzahl;
-    };
     try {
-        XmlLauf().lies(quelle, groesse, empfang, amStueck);
+        XmlLauf().lies(quelle(bytes), bytes.size(), empfang, amStueck);
     } catch (const std::runtime_error& fehler) {
         mitschrift->zeile += fehler.what();
     }
@@ -91,14 +94,8 @@ std::string deklariert(std::string_view kodierung, std::string_view inhalt) {
 
 /// Whether the fast reader takes the document.
 bool istEilig(std::string_view bytes) {
-    std::string_view rest = bytes;
-    const auto quelle = [&](std::span<char> puffer) {
-        const std::size_t anzahl = rest.copy(puffer.data(), puffer.size());
-        rest.remove_prefix(anzahl);
-        return anzahl;
-    };
     std::optional<Mitschrift> mitschrift;
-    return XmlLauf().lies(quelle, bytes.size(), [&]() -> XmlEmpfaenger& { return mitschrift.emplace(); });
+    return XmlLauf().lies(quelle(bytes), bytes.size(), [&]() -> XmlEmpfaenger& { return mitschrift.emplace(); });
 }
 
 }  // namespace
