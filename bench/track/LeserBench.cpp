@@ -1,5 +1,6 @@
-// Reading one believable recording of about 1 MB: from disk, cut off in the middle, from memory; and the two things
-// that every point asks for, a number and a timestamp. The whole program on 300 MB is measured by messe.py.
+// Reading one believable recording of about 1 MB: from disk, cut off in the middle, from memory, from memory without
+// the fast way; and the two things that every point asks for, a number and a timestamp. The whole program on 300 MB is
+// measured by messe.py.
 
 #include <cstddef>
 #include <cstdint>
@@ -71,6 +72,15 @@ void inhaltImSpeicher(benchmark::State& lauf) {
     zaehleBytes(lauf, spur().size());
 }
 BENCHMARK(inhaltImSpeicher)->Unit(benchmark::kMillisecond);
+
+void inhaltNurDurchExpat(benchmark::State& lauf) {
+    for (auto _ : lauf) {
+        benchmark::DoNotOptimize(
+            GpxLeser::ausInhalt(spur(), spurkiste::XmlLauf::kAmStueck, spurkiste::XmlWeg::nurExpat));
+    }
+    zaehleBytes(lauf, spur().size());
+}
+BENCHMARK(inhaltNurDurchExpat)->Unit(benchmark::kMillisecond);
 
 template <class Lies>
 void jedenText(benchmark::State& lauf, const std::vector<std::string>& texte, const Lies& lies) {
