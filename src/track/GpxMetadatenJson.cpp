@@ -174,8 +174,7 @@ constexpr Umgang<Typ> umgangMit(std::string_view name, Wert Typ::* /*zeiger*/) {
 /// The members of a type's object, in order.
 template <class Typ>
 constexpr std::array kMitglieder = std::apply(
-    [](auto... feld) { return std::array{umgangMit<feld.kZeiger>(feld.name, feld.kZeiger)...}; },
-    gpxFelder<Typ>());
+    [](auto... feld) { return std::array{umgangMit<feld.kZeiger>(feld.name, feld.kZeiger)...}; }, gpxFelder<Typ>());
 
 template <class Typ>
 void Ausgabe::schreibeObjekt(const Typ& objekt) {

@@ -10,6 +10,7 @@
 #include "ui/teile/AuswahlPopup.h"
 #include "ui/teile/KistePapier.h"
 #include "ui/teile/Papier.h"
+#include "ui/teile/Textzeile.h"
 
 namespace spurkiste {
 
@@ -21,10 +22,6 @@ constexpr int kRand = 8;
 constexpr int kAbstand = 8;
 constexpr int kRing = papier::kRingRand;
 constexpr int kLinie = 1;  // of the card's frame
-
-QString q(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 Knopf::Aussehen zuruecksetzen() {
     Knopf::Aussehen a;
@@ -82,9 +79,9 @@ Filterleiste::Filterleiste(std::function<void(const Aenderung&)> aendere, QWidge
 }
 
 QStringList Filterleiste::Angebot::texte() const {
-    QStringList ergebnis{q(alle)};
+    QStringList ergebnis{alsText(alle)};
     for (const std::string& option : optionen) {
-        ergebnis << q(option);
+        ergebnis << alsText(option);
     }
     return ergebnis;
 }
@@ -114,7 +111,7 @@ void Filterleiste::beschrifte(const Filterangaben& filter) {
     const Angebot& angebot = angebote_[filter.feld];
     PapierKapsel& kapsel = *kapseln_[filter.feld];
     kapsel.setText(angebot.texte().value(angebot.gewaehlt));
-    const QString vorsatz = q(filter.name) + QStringLiteral(": ");
+    const QString vorsatz = alsText(filter.name) + QStringLiteral(": ");
     const QString name = kapsel.text().startsWith(vorsatz) ? kapsel.text() : vorsatz + kapsel.text();
     if (kapsel.accessibleName() != name) {  // else a screen reader is told of each refresh
         kapsel.setAccessibleName(name);
@@ -130,7 +127,7 @@ void Filterleiste::oeffne(const Filterangaben& filter) {
         aendere_([&](Ansichtszustand& zustand) { zustand.filter[feld] = neu; });
     };
     auto* popup = new AuswahlPopup(angebot.texte(), angebot.gewaehlt, waehle, this);
-    popup->oeffneUnter(*kapseln_[filter.feld], q(filter.name));
+    popup->oeffneUnter(*kapseln_[filter.feld], alsText(filter.name));
 }
 
 bool Filterleiste::eventFilter(QObject* quelle, QEvent* ereignis) {
