@@ -45,7 +45,6 @@ void Seiten::Rueckgabe::operator()(std::byte* anfang) const {
     ::munmap(anfang, groesse);
 }
 
-Seiten::Seiten(std::size_t groesse)
-    : groesse_(aufSeiten(groesse)), anfang_(bildeAb(groesse_), Rueckgabe{groesse_}) {}
+Seiten::Seiten(std::size_t groesse) : groesse_(aufSeiten(groesse)), anfang_(bildeAb(groesse_), Rueckgabe{groesse_}) {}
 
 }  // namespace spurkiste
