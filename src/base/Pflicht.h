@@ -10,7 +10,8 @@ template <typename T>
 class Pflicht {
   public:
     template <std::convertible_to<T> Wert>
-    // NOLINTNEXTLINE(google-explicit-constructor): it stands for the value
+    // It stands for the value, which may be a text's view of a literal.
+    // NOLINTNEXTLINE(google-explicit-constructor, cppcoreguidelines-pro-bounds-array-to-pointer-decay)
     constexpr Pflicht(const Wert& wert) : wert_(wert) {}
     // NOLINTNEXTLINE(google-explicit-constructor): it stands for the value
     constexpr operator const T&() const { return wert_; }

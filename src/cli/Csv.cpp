@@ -78,7 +78,7 @@ class Csvzeile {
         };
         std::apply([&](const auto&... feld) { (eines(feld.kZeiger), ...); }, kWetterFelder);
     }
-    void nimm(const Skizze& /*skizze*/) {}  // is no table
+    static void nimm(const Skizze& /*skizze*/) {}  // is no table
 
     /// The title of each column that the value of a field takes.
     void titel(std::string_view name, const std::optional<Koordinate>& /*ort*/) {
@@ -88,7 +88,7 @@ class Csvzeile {
     void titel(std::string_view /*name*/, const std::optional<GpxWetter>& /*wetter*/) {
         std::apply([&](const auto&... feld) { (nimm(feld.name), ...); }, kWetterFelder);
     }
-    void titel(std::string_view /*name*/, const Skizze& /*skizze*/) {}
+    static void titel(std::string_view /*name*/, const Skizze& /*skizze*/) {}
     template <typename T>
     void titel(std::string_view name, const T& /*wert*/) {
         nimm(name);

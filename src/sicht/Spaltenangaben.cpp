@@ -15,18 +15,23 @@ std::string koordinate(const std::optional<Koordinate>& ort) {
     return endlich ? Formate::koordinate(*ort) : std::string(kStrich);
 }
 
+Zellentext oderStrich(bool vorhanden, std::string (*text)(double), double zahl) {
+    return vorhanden ? Zellentext(text(zahl)) : Zellentext(std::u16string_view(u"–"));
+}
+
 }  // namespace
 
-std::string strecke(double meter) {
-    return std::isfinite(meter) ? Formate::strecke(meter) : std::string(kStrich);
+Zellentext strecke(double meter) {
+    return oderStrich(std::isfinite(meter), Formate::strecke, meter);
 }
 
-std::string dauer(double sekunden) {
-    return sekunden > 0.0 && std::isfinite(sekunden) ? Formate::dauer(sekunden) : std::string(kStrich);
+Zellentext dauer(double sekunden) {
+    return oderStrich(sekunden > 0.0 && std::isfinite(sekunden), Formate::dauer, sekunden);
 }
 
-std::string anstieg(double meter) {
-    return meter > 0.0 ? std::to_string(zahl::ganz(meter)) + " m" : std::string(kStrich);
+Zellentext anstieg(double meter) {
+    const auto text = [](double zahl) { return std::to_string(zahl::ganz(zahl)) + " m"; };
+    return oderStrich(meter > 0.0, text, meter);
 }
 
 Zellentext ort(const std::optional<std::string>& name, const std::optional<Koordinate>& ort) {

@@ -84,9 +84,9 @@ constexpr Schriftfarbe tinteWenn(bool kraeftig) {
 }
 
 /// Texts of figures; a dash where there is nothing to say of them: not finite, or, but for a length, not above zero.
-[[nodiscard]] std::string strecke(double meter);
-[[nodiscard]] std::string dauer(double sekunden);
-[[nodiscard]] std::string anstieg(double meter);
+[[nodiscard]] Zellentext strecke(double meter);
+[[nodiscard]] Zellentext dauer(double sekunden);
+[[nodiscard]] Zellentext anstieg(double meter);
 /// The name of a place, else its coordinate, else a dash.
 [[nodiscard]] Zellentext ort(const std::optional<std::string>& name, const std::optional<Koordinate>& ort);
 /// Its coordinate, else a dash.

@@ -85,6 +85,7 @@ void TabellenAnsicht::setzeSortierung(const Sortierung& sortierung) {
 
 TabellenAnsicht::Auswahl TabellenAnsicht::gezeigteAuswahl() const {
     Auswahl gezeigte;
+    gezeigte.reserve(auswahl_->pfade().size());
     for (int reihe = 0; reihe < modell_->rowCount(); ++reihe) {
         if (auswahl_->istGewaehlt(modell_->zeile(reihe))) {
             gezeigte.insert(modell_->zeile(reihe).eintrag()->pfad);

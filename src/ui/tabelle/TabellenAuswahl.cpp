@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <numeric>
 #include <utility>
 
 namespace spurkiste {
@@ -15,6 +16,12 @@ void jedeReihe(const QItemSelection& auswahl, Tue tue) {
             tue(reihe);
         }
     }
+}
+
+std::size_t anzahlReihen(const QItemSelection& auswahl) {
+    return std::accumulate(auswahl.begin(), auswahl.end(), std::size_t{0}, [](std::size_t bisher, const auto& bereich) {
+        return bisher + static_cast<std::size_t>(bereich.height());
+    });
 }
 
 }  // namespace
@@ -92,6 +99,7 @@ void TabellenAuswahl::select(const QItemSelection& auswahl, SelectionFlags befeh
     if (ersetzt_) {
         // What was hidden goes as well, and that changes the set even where the visible part stays as it was.
         Pfade sichtbar;
+        sichtbar.reserve(anzahlReihen(selection()));
         marken_.assign(marken_.size(), Marke::nein);
         jedeReihe(selection(), [&](int reihe) {
             const Zeile& zeile = modell_.zeile(reihe);
