@@ -13,6 +13,8 @@ namespace spurkiste {
 
 namespace {
 
+constexpr std::size_t kUeblich = 256;  // units that nearly all rows need at most
+
 constexpr std::string_view kRoutenzeichen = "point.topleft.down.curvedto.point.bottomright.up";
 
 /// At most so many bytes of a text, and whole characters only.
@@ -43,10 +45,6 @@ void haengeAn(std::u16string& ziel, std::u16string_view text) {
     ziel += text;
 }
 
-std::size_t laenge(const Zellentext& zelle) {
-    return std::visit([](const auto& text) { return std::min(text.size(), Zeile::kLaengster); }, zelle);
-}
-
 }  // namespace
 
 Zeile::Zeile(Eintrag eintrag, std::uint32_t kennung, std::optional<GpxSportart> geschrieben, std::string_view sportText)
@@ -55,17 +53,13 @@ Zeile::Zeile(Eintrag eintrag, std::uint32_t kennung, std::optional<GpxSportart> 
       geschrieben_(geschrieben),
       sport_(geschrieben ? geschrieben : eintrag_->sportVorschlag()) {
     static_assert(kSpalten.size() * kLaengster <= std::numeric_limits<std::uint16_t>::max());
-    std::array<Zellentext, kSpalten.size()> texte;
-    std::size_t einheiten = 0;  // at most: UTF-16 needs no more units than UTF-8 bytes
-    for (std::size_t spalte = 0; spalte < texte.size(); ++spalte) {
-        texte[spalte] = kSpalten[spalte].text(*eintrag_, sportText);
-        einheiten += laenge(texte[spalte]);
+    std::u16string texte;
+    texte.reserve(kUeblich);
+    for (std::size_t spalte = 0; spalte < kSpalten.size(); ++spalte) {
+        std::visit([&](const auto& text) { haengeAn(texte, text); }, kSpalten[spalte].text(*eintrag_, sportText));
+        enden_[spalte] = static_cast<std::uint16_t>(texte.size());
     }
-    texte_.reserve(einheiten);
-    for (std::size_t spalte = 0; spalte < texte.size(); ++spalte) {
-        std::visit([&](const auto& text) { haengeAn(texte_, text); }, texte[spalte]);
-        enden_[spalte] = static_cast<std::uint16_t>(texte_.size());
-    }
+    texte_.assign(texte);  // no larger than it must be: there are many rows
 }
 
 std::u16string_view Zeile::text(Spalte spalte) const {
