@@ -86,7 +86,7 @@ class Csvzeile {
         nimm(std::string(name) + "Laenge");
     }
     void titel(std::string_view /*name*/, const std::optional<GpxWetter>& /*wetter*/) {
-        std::apply([&](const auto&... feld) { (nimm(feld.name), ...); }, kWetterFelder);
+        std::apply([&](const auto&... feld) { (this->nimm(feld.name), ...); }, kWetterFelder);
     }
     static void titel(std::string_view /*name*/, const Skizze& /*skizze*/) {}
     template <typename T>
