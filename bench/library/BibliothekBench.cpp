@@ -41,10 +41,12 @@ void ladeUndLande(benchmark::State& zustand) {
         std::size_t aenderungen = 0;
         const Abo abo = bibliothek.eintraege().beobachte([&] { ++aenderungen; });
         bibliothek.lade();
-        zustand.PauseTiming();
-        arbeiter.fuehreAlle();
-        zustand.ResumeTiming();
-        hauptfaden.fuehreAlle();
+        while (arbeiter.wartende() > 0) {
+            zustand.PauseTiming();
+            arbeiter.fuehreAlle();
+            zustand.ResumeTiming();
+            hauptfaden.fuehreAlle();
+        }
         benchmark::DoNotOptimize(aenderungen);
     }
     zustand.SetComplexityN(zustand.range(0));
@@ -62,9 +64,9 @@ void etikettiere(benchmark::State& zustand) {
         roh.ende = roh.start;
         eintraege.push_back(std::make_shared<const GpxMetadaten>(std::move(roh)));
     }
-    eintraege = Bibliothek::mitOrtsEtiketten(std::move(eintraege));
+    eintraege = ordnung::mitOrtsEtiketten(std::move(eintraege));
     for ([[maybe_unused]] const auto schritt : zustand) {
-        benchmark::DoNotOptimize(Bibliothek::mitOrtsEtiketten(eintraege));
+        benchmark::DoNotOptimize(ordnung::mitOrtsEtiketten(eintraege));
     }
 }
 BENCHMARK(etikettiere)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);

@@ -15,6 +15,11 @@
 #include "base/Ausfuehrer.h"
 #include "base/Rueckweg.h"
 #include "base/Veroeffentlicht.h"
+#include "library/Aenderungsprotokoll.h"
+#include "library/CacheDienst.h"
+#include "library/Ordnerlesung.h"
+#include "library/Ordnung.h"
+#include "library/Pfadverzeichnis.h"
 #include "platform/Einstellungen.h"
 #include "platform/Papierkorb.h"
 #include "platform/Systemumgebung.h"
@@ -24,8 +29,8 @@
 namespace spurkiste {
 
 /// The library of the run: a folder, the records of its GPX files, and what there is to say about them. One object
-/// per run, bound to the main thread; only the reading of files happens on the workers. Ending it drops whatever is
-/// still being read.
+/// per run, bound to the main thread, which only keeps the list: reading, sorting and writing happen elsewhere. Ending
+/// it drops whatever is still being read, and hands over what is still to be cached.
 class Bibliothek {
   public:
     /// What the library needs from outside; everything must outlive it.
@@ -43,13 +48,19 @@ class Bibliothek {
         /// The same for the copies of an import, except that waiting tasks may be dropped. Null: `arbeiter` does it.
         Ausfuehrer* kopierer = nullptr;
         Papierkorb* papierkorb = nullptr;  ///< null: nothing can be moved to the trash, which a notice then says
+        /// Runs what concerns the whole library: looking into the folder, sorting, labelling. Must not be busy with the
+        /// reading of files for long. Waiting tasks may be dropped. Null: `arbeiter` does it.
+        Ausfuehrer* hintergrund = nullptr;
+        /// Writes the cache: one task after the other, and at its end those that still wait. Null: `arbeiter` does it.
+        Ausfuehrer* cacheschreiber = nullptr;
     };
 
     /// The records in library order: while a load runs the cached ones, then the others as they were read; afterwards
     /// by path.
     using Eintraege = std::vector<Eintrag>;
 
-    /// Called on the main thread when an operation has ended, whatever its outcome. May be empty.
+    /// Called on the main thread when an operation has ended, whatever its outcome, and the cache that it made due is
+    /// written. May be empty.
     using Fertig = std::function<void()>;
 
     /// Chooses the folder from the settings: the program's own, else the predecessor's (which is then taken over),
@@ -65,8 +76,9 @@ class Bibliothek {
     Bibliothek& operator=(const Bibliothek&) = delete;
     ~Bibliothek();
 
-    /// Reads the folder anew: unchanged files from the cache at once, all others on the workers, one change of
-    /// `eintraege` each; at the end the list is sorted, labelled and cached. Failures end in `hinweis`.
+    /// Reads the folder anew: first what the cache has of unchanged files, in one change of `eintraege`, then all
+    /// others, one change each; at the end the list is sorted, labelled and cached. Until the first of these changes
+    /// the list stays as it is. Failures end in `hinweis`.
     void lade(Fertig fertig = {});
 
     /// Copies files, absolute paths of any kind of file, into the folder, one after the other and away from the main
@@ -96,47 +108,77 @@ class Bibliothek {
     [[nodiscard]] const Veroeffentlicht<std::optional<std::string>>& hinweis() const { return hinweis_; }
     /// The library folder, an absolute path.
     [[nodiscard]] const Veroeffentlicht<std::string>& ordner() const { return ordner_; }
+    /// False until the folder's records, or why there are none, have been published for the first time.
+    [[nodiscard]] const Veroeffentlicht<bool>& geoeffnet() const { return geoeffnet_; }
     /// How many files the active runs have still to read.
     [[nodiscard]] const Veroeffentlicht<std::size_t>& ausstehend() const { return ausstehend_; }
 
-    /// The records sorted by path (Unicode scalar values after canonical composition, stable) and with the labels of
-    /// their start and finish spots, which name all records together. A record whose labels stay is the same object.
-    [[nodiscard]] static Eintraege mitOrtsEtiketten(Eintraege eintraege);
-
   private:
     struct Lauf;
+    struct Ladung;
     struct Import;
     struct Sportwechsel;
+    /// Waits for a settled list.
+    struct Abschluss {
+        bool endetLauf = false;  ///< counts in ladeLaeufe_
+        Fertig fertig;
+    };
 
     [[nodiscard]] std::string standardOrdner() const;
+    [[nodiscard]] Ausfuehrer& hintergrund() const;
+
+    void leseOrdner(const std::shared_ptr<Ladung>& ladung);
+    void landeLadung(const std::shared_ptr<Ladung>& ladung, Ordnerlesung& lesung);
+    void parseUndHaengeAn(std::vector<std::string> dateien, std::int64_t generation, Fertig fertig);
+    void lies(const std::shared_ptr<Lauf>& lauf, const std::shared_ptr<const std::vector<std::string>>& dateien,
+              std::size_t nummer);
+    void lande(const std::shared_ptr<Lauf>& lauf, const std::string& pfad, Eintrag ergebnis);
+    void beendeLauf();
+
+    void schliesseAb(Abschluss abschluss);
+    void ordne();
+    void landeOrdnung(std::uint64_t nummer, ordnung::Ergebnis& ergebnis);
+    [[nodiscard]] std::vector<Fertig> beende(std::vector<Abschluss> abschluesse);
+    [[nodiscard]] bool istEtwasFaellig() const;
+    void ueberhole();
+    void speichereCache(std::vector<Fertig> fertige = {});
+
     void kopiereNaechste();
     void landeKopie(Import& import, const std::string& ziel, const std::string& fehler);
     [[nodiscard]] bool verschiebe(const std::string& alt, const std::string& neu, const std::string& name);
-    void trageUmbenennungNach(const std::string& alt, const std::string& neu, const std::string& name);
+    void trageUmbenennungNach(const std::string& alt, const std::string& neu);
     void schreibeSportart(const std::shared_ptr<Sportwechsel>& wechsel);
     [[nodiscard]] bool versucheNocheinmal(const std::shared_ptr<Sportwechsel>& wechsel, const std::string& pfad,
                                           bool gelungen);
     void landeSportwechsel(const std::shared_ptr<Sportwechsel>& wechsel, Eintrag neuer, const std::string& fehler);
-    void entferne(const std::vector<std::string>& pfade);
-    void parseUndHaengeAn(const std::vector<std::string>& dateien, std::int64_t generation, Fertig fertig);
-    void lande(Lauf& lauf, Eintrag ergebnis);
-    void schliesseAb();
+
     void fuegeEin(Eintrag eintrag);
-    void setzeEintraege(Eintraege eintraege);
-    void speichereCache() const;
+    void entferne(const std::vector<std::string>& pfade);
+    void setzeEintraege(Eintraege eintraege, Pfadverzeichnis verzeichnis);
+    [[nodiscard]] bool rechnetWer() const { return ladung_ != nullptr || ordnet_; }
 
     Anschluesse anschluesse_;
     Veroeffentlicht<Eintraege> eintraege_{{}};
     Veroeffentlicht<bool> laedt_{false};
     Veroeffentlicht<std::optional<std::string>> hinweis_{std::nullopt};
     Veroeffentlicht<std::string> ordner_{{}};
+    Veroeffentlicht<bool> geoeffnet_{false};
     Veroeffentlicht<std::size_t> ausstehend_{0};
     std::int64_t generation_ = 0;
     std::int64_t ladeLaeufe_ = 0;
-    std::unordered_map<std::string_view, std::size_t> stelleVon_;  // position in eintraege_ by the record's own path
-    std::deque<std::shared_ptr<Import>> importe_;                  // those with files to copy; one copy at a time
-    std::vector<std::shared_ptr<Sportwechsel>> wechsel_;           // those whose file is being written
-    Rueckweg rueckweg_;                                            // of what is done away from the main thread
+    Pfadverzeichnis verzeichnis_;                  // of eintraege_
+    std::shared_ptr<Ladung> ladung_;               // the newest load, until it publishes; meanwhile nothing is settled
+    std::vector<std::shared_ptr<Lauf>> laeufe_;    // those whose results still count
+    bool ordnet_ = false;                          // the list is being settled
+    std::uint64_t ordnung_ = 0;                    // counts the settlings, so that an overtaken one is known
+    std::vector<Abschluss> inOrdnung_;             // wait for the settling under way
+    std::vector<Abschluss> abschluesse_;           // wait for the next
+    bool cacheFaellig_ = false;                    // as soon as the load has published
+    Aenderungsprotokoll protokoll_;                // since the load or the settling under way began
+    std::deque<std::shared_ptr<Import>> importe_;  // those with files to copy; one copy at a time
+    std::vector<std::shared_ptr<Sportwechsel>> wechsel_;  // those whose file is being written
+    CacheDienst cache_;
+    Rueckweg rueckweg_;  // of what is done away from the main thread
 };
 
 }  // namespace spurkiste

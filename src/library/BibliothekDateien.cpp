@@ -12,7 +12,7 @@
 #include "base/Dateien.h"
 #include "base/Dateiumzug.h"
 #include "base/Text.h"
-#include "library/Bibliothek.h"
+#include "library/BibliothekLaeufe.h"
 #include "track/GpxLeser.h"
 #include "track/GpxSchreiber.h"
 
@@ -86,7 +86,10 @@ std::optional<std::string> Bibliothek::benenneUm(const GpxMetadaten& eintrag, st
             wechsel->pfad = neu;
         }
     }
-    trageUmbenennungNach(alt, neu, *name);
+    for (const auto& lauf : laeufe_) {
+        lauf->lenkeUm(alt, neu);
+    }
+    trageUmbenennungNach(alt, neu);
     speichereCache();
     return neu;
 }
@@ -109,23 +112,23 @@ bool Bibliothek::verschiebe(const std::string& alt, const std::string& neu, cons
 /// The list's part of a renaming. Published as two changes, since the path is what a record is known by and the name
 /// only one of its texts: whoever follows records finds the known one under its new path first, still as it was, and
 /// then, as after every other change, the same record with another text.
-void Bibliothek::trageUmbenennungNach(const std::string& alt, const std::string& neu, const std::string& name) {
-    Eintraege liste = eintraege_.wert();
-    // A record of the new path speaks of a file that is gone, or the move would have failed.
-    liste.erase(std::remove_if(liste.begin(), liste.end(), [&](const Eintrag& e) { return e->pfad == neu; }),
-                liste.end());
-    const auto stelle = std::find_if(liste.begin(), liste.end(), [&](const Eintrag& e) { return e->pfad == alt; });
-    if (stelle == liste.end()) {
+void Bibliothek::trageUmbenennungNach(const std::string& alt, const std::string& neu) {
+    if (rechnetWer()) {
+        protokoll_.umbenannt(alt, neu);
+    }
+    const auto stelle = verzeichnis_.stelle(alt);
+    if (!stelle) {
         return;
     }
-    auto umgezogen = std::make_shared<GpxMetadaten>(**stelle);
-    umgezogen->pfad = neu;
-    auto umbenannt = std::make_shared<GpxMetadaten>(*umgezogen);
-    umbenannt->dateiName = name;
-    *stelle = std::move(umgezogen);
-    setzeEintraege(liste);
-    *stelle = std::move(umbenannt);
-    setzeEintraege(std::move(liste));
+    const Eintrag umbenannt = Aenderungsprotokoll::unterPfad(*eintraege_.wert()[*stelle], neu);
+    auto umgezogen = std::make_shared<GpxMetadaten>(*umbenannt);
+    umgezogen->dateiName = eintraege_.wert()[*stelle]->dateiName;
+    eintraege_.aendere([&](Eintraege& liste) {
+        // A record of the new path speaks of a file that is gone, or the move would have failed.
+        (void)verzeichnis_.entferne(liste, {neu});
+        verzeichnis_.ersetze(liste, *verzeichnis_.stelle(alt), std::move(umgezogen));
+    });
+    eintraege_.aendere([&](Eintraege& liste) { verzeichnis_.ersetze(liste, *verzeichnis_.stelle(neu), umbenannt); });
 }
 
 void Bibliothek::inPapierkorb(const std::unordered_set<std::string>& kennungen) {
@@ -156,11 +159,15 @@ void Bibliothek::inPapierkorb(const std::unordered_set<std::string>& kennungen) 
 }
 
 void Bibliothek::entferne(const std::vector<std::string>& pfade) {
-    const std::unordered_set<std::string_view> weg(pfade.begin(), pfade.end());
-    Eintraege liste = eintraege_.wert();
-    liste.erase(std::remove_if(liste.begin(), liste.end(), [&](const Eintrag& e) { return weg.contains(e->pfad); }),
-                liste.end());
-    setzeEintraege(std::move(liste));
+    if (rechnetWer()) {
+        protokoll_.entfernt(pfade);
+    }
+    for (const auto& lauf : laeufe_) {
+        for (const std::string& pfad : pfade) {
+            lauf->lenkeUm(pfad, pfad);
+        }
+    }
+    eintraege_.aendere([&](Eintraege& liste) { (void)verzeichnis_.entferne(liste, pfade); });
 }
 
 void Bibliothek::setzeSportart(GpxSportart art, const GpxMetadaten& eintrag, Fertig fertig) {
@@ -207,16 +214,15 @@ void Bibliothek::landeSportwechsel(const std::shared_ptr<Sportwechsel>& wechsel,
         if (neuer == nullptr) {
             hinweis_.setze("Sportart nicht gespeichert: " + fehler);
         } else {
-            if (neuer->pfad != wechsel->pfad) {
-                auto umbenannt = std::make_shared<GpxMetadaten>(*neuer);
-                umbenannt->pfad = wechsel->pfad;
-                umbenannt->dateiName = dateien::ohneEndung(dateien::letzterTeil(wechsel->pfad));
-                neuer = std::move(umbenannt);
-            }
-            fuegeEin(std::move(neuer));
-            schliesseAb();
+            fuegeEin(neuer->pfad == wechsel->pfad ? std::move(neuer)
+                                                  : Aenderungsprotokoll::unterPfad(*neuer, wechsel->pfad));
             hinweis_.setze(std::nullopt);
+            schliesseAb({false, std::move(wechsel->fertig)});
+            return;
         }
+    } else if (ladung_ && neuer &&
+               dateien::kindPfad(ordner_.wert(), dateien::letzterTeil(wechsel->pfad)) == wechsel->pfad) {
+        protokoll_.geaendert(wechsel->pfad);  // the look into the folder may have come before the write
     }
     if (wechsel->fertig) {
         wechsel->fertig();
@@ -226,9 +232,13 @@ void Bibliothek::landeSportwechsel(const std::shared_ptr<Sportwechsel>& wechsel,
 void Bibliothek::wechsleOrdner(const std::string& ordner) {
     assert(generation_ < std::numeric_limits<std::int64_t>::max());
     ++generation_;
+    laeufe_.clear();
+    ueberhole();
+    ladung_ = std::make_shared<Ladung>();  // overtaken by the one that follows, and until then nothing is cached
     ordner_.setze(dateien::absolut(ordner));
     anschluesse_.einstellungen.schreibe(einstellung::kBibliothekOrdner, ordner_.wert());
-    setzeEintraege({});
+    geoeffnet_.setze(false);
+    setzeEintraege({}, {});
     rueckweg_.zurueck([this] { lade(); })();
 }
 

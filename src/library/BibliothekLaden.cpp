@@ -1,26 +1,15 @@
-// How the library reads its folder: listing, cache, the run over the workers, and what happens to its results.
+// How the library reads its folder: the look into it, the run over the workers, and what happens to their results.
 
 #include <cassert>
 #include <exception>
 #include <limits>
-#include <system_error>
+#include <new>
 #include <utility>
 
-#include "base/Dateien.h"
-#include "base/Text.h"
-#include "base/VorlaeufigeDatei.h"
-#include "library/Bibliothek.h"
-#include "library/Cache.h"
+#include "library/BibliothekLaeufe.h"
 #include "track/GpxLeser.h"
 
 namespace spurkiste {
-
-/// One run of reading. Bound to the main thread.
-struct Bibliothek::Lauf {
-    std::int64_t generation;
-    std::size_t offen;  ///< files whose result has not landed yet
-    Fertig fertig;
-};
 
 namespace {
 
@@ -47,86 +36,115 @@ void melde(const Bibliothek::Fertig& fertig) {
 void Bibliothek::lade(Fertig fertig) {
     assert(generation_ < std::numeric_limits<std::int64_t>::max());
     const std::int64_t generation = ++generation_;
+    laeufe_.clear();
     hinweis_.setze(std::nullopt);
-    const std::string ordner = ordner_.wert();
-    try {
-        dateien::erstelleOrdner(ordner);
-    } catch (const std::system_error&) {
-        setzeEintraege({});
-        hinweis_.setze("Ordner nicht erreichbar: " + ordner);
-        melde(fertig);
-        return;
-    }
-    std::vector<std::string> namen;
-    try {
-        namen = dateien::liste(ordner);
-    } catch (const std::system_error& fehler) {
-        hinweis_.setze("Ordner nicht lesbar: " + fehler.code().message());
-        melde(fertig);
-        return;
-    }
-    const Cache cache = anschluesse_.mitCache ? Cache::liesAus(ordner) : Cache{};
-    Eintraege treffer;
-    std::vector<std::string> zuLesen;
-    for (const std::string& name : namen) {
-        if (dateien::istVorlaeufig(name) && anschluesse_.mitCache) {
-            dateien::raeumeAuf(
-                dateien::kindPfad(ordner, name));  // of a program that was killed in the middle of writing
-        }
-        if (text::klein(dateien::endung(name)) != "gpx") {
-            continue;
-        }
-        std::string pfad = dateien::kindPfad(ordner, name);
-        if (Eintrag eintrag = cache.passend(pfad)) {
-            treffer.push_back(std::move(eintrag));
-        } else {
-            zuLesen.push_back(std::move(pfad));
-        }
-    }
-    setzeEintraege(std::move(treffer));
-    parseUndHaengeAn(zuLesen, generation, std::move(fertig));
+    ueberhole();
+    ladung_ = std::make_shared<Ladung>(Ladung{generation, std::move(fertig)});
+    cache_.wennRuhig([this, ladung = ladung_] { leseOrdner(ladung); });
 }
 
-void Bibliothek::parseUndHaengeAn(const std::vector<std::string>& dateien, std::int64_t generation, Fertig fertig) {
+/// When all that was to be cached before is in the cache.
+void Bibliothek::leseOrdner(const std::shared_ptr<Ladung>& ladung) {
+    rueckweg_.hinUndZurueck(
+        hintergrund(),
+        [ordner = ordner_.wert(), mitCache = anschluesse_.mitCache, abbruch = ladung->abbruch] {
+            return std::make_shared<Ordnerlesung>(Ordnerlesung::lies(ordner, mitCache, *abbruch));
+        },
+        [this, ladung](const std::shared_ptr<Ordnerlesung>& lesung) { landeLadung(ladung, *lesung); });
+}
+
+void Bibliothek::landeLadung(const std::shared_ptr<Ladung>& ladung, Ordnerlesung& lesung) {
+    if (ladung != ladung_) {
+        melde(ladung->fertig);
+        return;
+    }
+    ladung_.reset();
+    switch (lesung.ausgang) {
+        case Ordnerlesung::Ausgang::gelesen:
+            protokoll_.spieleNach(lesung.stand);
+            setzeEintraege(std::move(lesung.stand.eintraege), std::move(lesung.stand.verzeichnis));
+            break;
+        case Ordnerlesung::Ausgang::unerreichbar:
+            setzeEintraege({}, {});
+            hinweis_.setze("Ordner nicht erreichbar: " + ordner_.wert());
+            break;
+        case Ordnerlesung::Ausgang::unlesbar:
+            hinweis_.setze("Ordner nicht lesbar: " + lesung.grund);
+            break;
+        case Ordnerlesung::Ausgang::abgebrochen:
+            break;  // only when it is overtaken
+    }
+    if (!geoeffnet_.wert()) {
+        geoeffnet_.setze(true);
+    }
+    if (std::exchange(cacheFaellig_, false)) {
+        speichereCache();
+    }
+    if (lesung.ausgang == Ordnerlesung::Ausgang::gelesen) {
+        parseUndHaengeAn(std::move(lesung.stand.zuLesen), ladung->generation, std::move(ladung->fertig));
+        ordne();
+    } else {
+        ordne();
+        melde(ladung->fertig);
+    }
+}
+
+void Bibliothek::parseUndHaengeAn(std::vector<std::string> dateien, std::int64_t generation, Fertig fertig) {
+    const bool aktuell = generation == generation_;
     if (dateien.empty()) {
-        if (generation == generation_) {
-            schliesseAb();
+        if (aktuell) {
+            schliesseAb({false, std::move(fertig)});
+        } else {
+            melde(fertig);
         }
-        melde(fertig);
         return;
     }
     ++ladeLaeufe_;
     ausstehend_.setze(ausstehend_.wert() + dateien.size());
     laedt_.setze(true);
-    const auto lauf = std::make_shared<Lauf>(Lauf{generation, dateien.size(), std::move(fertig)});
-    for (const std::string& pfad : dateien) {
-        rueckweg_.hinUndZurueck(
-            anschluesse_.arbeiter, [pfad] { return leseAlsEintrag(pfad); },
-            [this, lauf](const Eintrag& ergebnis) { lande(*lauf, ergebnis); });
+    const auto lauf = std::make_shared<Lauf>(Lauf{generation, dateien.size(), std::move(fertig), {}});
+    if (aktuell) {
+        laeufe_.push_back(lauf);
+    }
+    const auto alle = std::make_shared<const std::vector<std::string>>(std::move(dateien));
+    for (std::size_t nummer = 0; nummer < alle->size(); ++nummer) {
+        lies(lauf, alle, nummer);
     }
 }
 
-void Bibliothek::lande(Lauf& lauf, Eintrag ergebnis) {
-    const bool aktuell = lauf.generation == generation_;
+void Bibliothek::lies(const std::shared_ptr<Lauf>& lauf, const std::shared_ptr<const std::vector<std::string>>& dateien,
+                      std::size_t nummer) {
+    rueckweg_.hinUndZurueck(
+        anschluesse_.arbeiter, [dateien, nummer] { return leseAlsEintrag((*dateien)[nummer]); },
+        [this, lauf, dateien, nummer](const Eintrag& ergebnis) { lande(lauf, (*dateien)[nummer], ergebnis); });
+}
+
+void Bibliothek::lande(const std::shared_ptr<Lauf>& lauf, const std::string& pfad, Eintrag ergebnis) {
+    const bool aktuell = lauf->generation == generation_;
+    if (auto jetzt = lauf->nimmUmlenkung(pfad); jetzt && aktuell) {
+        lies(lauf, std::make_shared<const std::vector<std::string>>(1, std::move(*jetzt)), 0);
+        return;
+    }
     ausstehend_.setze(ausstehend_.wert() - 1);
     if (aktuell && ergebnis) {
         fuegeEin(std::move(ergebnis));
     }
-    if (--lauf.offen > 0) {
+    if (--lauf->offen > 0) {
         return;
     }
+    std::erase(laeufe_, lauf);
     if (aktuell) {
-        schliesseAb();
+        schliesseAb({true, std::move(lauf->fertig)});
+    } else {
+        beendeLauf();
+        melde(lauf->fertig);
     }
+}
+
+void Bibliothek::beendeLauf() {
     if (--ladeLaeufe_ == 0) {
         laedt_.setze(false);
     }
-    melde(lauf.fertig);
-}
-
-void Bibliothek::schliesseAb() {
-    setzeEintraege(mitOrtsEtiketten(eintraege_.wert()));
-    speichereCache();
 }
 
 }  // namespace spurkiste

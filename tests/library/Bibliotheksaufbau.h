@@ -61,9 +61,11 @@ class Bibliotheksaufbau : public testing::Test {
     HandAusfuehrer arbeiter;
     HandAusfuehrer schreiber;
     HandAusfuehrer kopierer;
+    HandAusfuehrer hintergrund;
+    HandAusfuehrer cacheschreiber;
     HandPapierkorb papierkorb;
-    Bibliothek::Anschluesse anschluesse{einstellungen, nullptr,    umgebung,  hauptfaden, arbeiter,
-                                        true,          &schreiber, &kopierer, &papierkorb};
+    Bibliothek::Anschluesse anschluesse{einstellungen, nullptr,   umgebung,    hauptfaden,   arbeiter,       true,
+                                        &schreiber,    &kopierer, &papierkorb, &hintergrund, &cacheschreiber};
 
     std::unique_ptr<Bibliothek> mach() { return std::make_unique<Bibliothek>(anschluesse, ordner.pfad()); }
 
@@ -75,13 +77,25 @@ class Bibliotheksaufbau : public testing::Test {
             kopierer.fuehreAlle();
             schreiber.fuehreAlle();
             arbeiter.fuehreAlle();
+            hintergrund.fuehreAlle();
+            cacheschreiber.fuehreAlle();
             hauptfaden.fuehreAlle();
         }
         return gelesen;
     }
 
     [[nodiscard]] std::size_t wartende() const {
-        return kopierer.wartende() + schreiber.wartende() + arbeiter.wartende() + hauptfaden.wartende();
+        return kopierer.wartende() + schreiber.wartende() + arbeiter.wartende() + hintergrund.wartende() +
+               cacheschreiber.wartende() + hauptfaden.wartende();
+    }
+
+    /// Lets a load come to where the records of the cache are published and the reading of the others begins.
+    void lasseNachsehen() {
+        while (hintergrund.wartende() + cacheschreiber.wartende() > 0) {
+            cacheschreiber.fuehreAlle();
+            hintergrund.fuehreAlle();
+            hauptfaden.fuehreAlle();
+        }
     }
 
     /// A library that has loaded its folder.

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <utility>
+
+#include "library/Bibliothek.h"
+
+namespace spurkiste {
+
+/// One call of lade(), until the records of the cache are published. Bound to the main thread but for `abbruch`.
+struct Bibliothek::Ladung {
+    std::int64_t generation = 0;
+    Fertig fertig;
+    /// True once the load is overtaken: the folder need not be looked into.
+    std::shared_ptr<std::atomic<bool>> abbruch = std::make_shared<std::atomic<bool>>(false);
+};
+
+/// One run of reading. Bound to the main thread.
+struct Bibliothek::Lauf {
+    std::int64_t generation = 0;
+    std::size_t offen = 0;  ///< files whose result has not landed yet
+    Fertig fertig;
+    std::unordered_map<std::string, std::string> umgelenkt;  ///< what is read under a path, and where that is now
+
+    /// The file has another path, or the same but perhaps nothing there any more: who reads it now must read again.
+    void lenkeUm(const std::string& alt, const std::string& neu) {
+        for (auto& [gelesen, jetzt] : umgelenkt) {
+            if (jetzt == alt) {
+                jetzt = neu;
+            }
+        }
+        umgelenkt[alt] = neu;
+        umgelenkt[neu] = neu;
+    }
+
+    /// Where to read again what was read under this path; nothing when that still holds.
+    [[nodiscard]] std::optional<std::string> nimmUmlenkung(const std::string& pfad) {
+        const auto stelle = umgelenkt.find(pfad);
+        if (stelle == umgelenkt.end()) {
+            return std::nullopt;
+        }
+        std::string jetzt = std::move(stelle->second);
+        umgelenkt.erase(stelle);
+        return jetzt;
+    }
+};
+
+}  // namespace spurkiste

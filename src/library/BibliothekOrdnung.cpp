@@ -1,0 +1,89 @@
+// How a list settles: sorted and labelled away from the main thread, published, cached.
+
+#include <algorithm>
+#include <iterator>
+#include <memory>
+#include <utility>
+
+#include "library/BibliothekLaeufe.h"
+
+namespace spurkiste {
+
+void Bibliothek::schliesseAb(Abschluss abschluss) {
+    abschluesse_.push_back(std::move(abschluss));
+    ordne();
+}
+
+/// Begins to settle the list if somebody waits for it and nothing stands against it. To be called whenever that may
+/// have become so.
+void Bibliothek::ordne() {
+    if (rechnetWer() || abschluesse_.empty()) {
+        return;
+    }
+    ordnet_ = true;
+    inOrdnung_ = std::exchange(abschluesse_, {});
+    protokoll_.vergiss();
+    const auto liste = std::make_shared<Eintraege>(eintraege_.wert());
+    rueckweg_.hinUndZurueck(
+        hintergrund(),
+        [liste] { return std::make_shared<ordnung::Ergebnis>(ordnung::ordne(std::exchange(*liste, {}))); },
+        [this, nummer = ++ordnung_](const std::shared_ptr<ordnung::Ergebnis>& ergebnis) {
+            landeOrdnung(nummer, *ergebnis);
+        });
+}
+
+void Bibliothek::landeOrdnung(std::uint64_t nummer, ordnung::Ergebnis& ergebnis) {
+    if (nummer != ordnung_ || !ordnet_) {
+        return;  // overtaken
+    }
+    ordnet_ = false;
+    if (ergebnis.neu) {
+        protokoll_.spieleNach(ergebnis.eintraege, ergebnis.verzeichnis);
+        setzeEintraege(std::move(ergebnis.eintraege), std::move(ergebnis.verzeichnis));
+    }
+    std::vector<Fertig> fertige = beende(std::exchange(inOrdnung_, {}));
+    ordne();
+    speichereCache(std::move(fertige));
+}
+
+/// Ends the runs that waited for a settled list, and returns what is to be called at the end of all.
+std::vector<Bibliothek::Fertig> Bibliothek::beende(std::vector<Abschluss> abschluesse) {
+    std::vector<Fertig> fertige;
+    for (Abschluss& abschluss : abschluesse) {
+        if (abschluss.endetLauf) {
+            beendeLauf();
+        }
+        if (abschluss.fertig) {
+            fertige.push_back(std::move(abschluss.fertig));
+        }
+    }
+    return fertige;
+}
+
+bool Bibliothek::istEtwasFaellig() const {
+    return cacheFaellig_ || !inOrdnung_.empty() || !abschluesse_.empty();
+}
+
+/// Before a load or another folder: what is under way for the list as it is counts no more. What was to be cached is
+/// cached as it is, without its order, which a cache need not have.
+void Bibliothek::ueberhole() {
+    if (ladung_) {
+        *ladung_->abbruch = true;
+    }
+    const bool zuSchreiben = istEtwasFaellig() && geoeffnet_.wert() && anschluesse_.mitCache;
+    std::move(abschluesse_.begin(), abschluesse_.end(), std::back_inserter(inOrdnung_));
+    abschluesse_.clear();
+    ordnet_ = false;
+    cacheFaellig_ = false;
+    protokoll_.vergiss();
+    std::vector<Fertig> fertige = beende(std::exchange(inOrdnung_, {}));
+    if (zuSchreiben) {
+        cache_.schreibe(ordner_.wert(), eintraege_.wert(), std::move(fertige));
+        return;
+    }
+    for (Fertig& fertig : fertige) {
+        rueckweg_.zurueck(std::move(fertig))();
+    }
+}
+
+}  // namespace spurkiste

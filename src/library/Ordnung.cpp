@@ -1,0 +1,70 @@
+#include "library/Ordnung.h"
+
+#include <algorithm>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "base/Text.h"
+#include "places/OrtsEtiketten.h"
+
+namespace spurkiste::ordnung {
+
+namespace {
+
+/// The label of each record's coordinate `ort`, in the order of the records.
+std::vector<std::optional<std::string>> etiketten(const std::vector<Eintrag>& eintraege,
+                                                  std::optional<Koordinate> GpxMetadaten::*ort) {
+    std::vector<std::optional<Koordinate>> punkte;
+    punkte.reserve(eintraege.size());
+    for (const Eintrag& eintrag : eintraege) {
+        punkte.push_back((*eintrag).*ort);
+    }
+    if (std::none_of(punkte.begin(), punkte.end(), [](const auto& punkt) { return punkt.has_value(); })) {
+        return std::vector<std::optional<std::string>>(eintraege.size());  // the gazetteer need not be loaded
+    }
+    return OrtsEtiketten::berechne(punkte, Ortsbuch::geteilt());
+}
+
+}  // namespace
+
+void sortiereNachPfad(std::vector<Eintrag>& eintraege) {
+    // UTF-8 sorts by bytes as its characters do by number, so only composed forms have to be made.
+    std::vector<std::pair<std::string, Eintrag>> mitSchluessel;
+    mitSchluessel.reserve(eintraege.size());
+    for (Eintrag& eintrag : eintraege) {
+        std::string schluessel = text::nfc(eintrag->pfad);
+        mitSchluessel.emplace_back(std::move(schluessel), std::move(eintrag));
+    }
+    std::stable_sort(mitSchluessel.begin(), mitSchluessel.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::transform(mitSchluessel.begin(), mitSchluessel.end(), eintraege.begin(),
+                   [](auto& paar) { return std::move(paar.second); });
+}
+
+std::vector<Eintrag> mitOrtsEtiketten(std::vector<Eintrag> eintraege) {
+    sortiereNachPfad(eintraege);
+    auto startOrte = etiketten(eintraege, &GpxMetadaten::start);
+    auto zielOrte = etiketten(eintraege, &GpxMetadaten::ende);
+    for (std::size_t i = 0; i < eintraege.size(); ++i) {
+        Eintrag& eintrag = eintraege[i];
+        if (eintrag->startOrt != startOrte[i] || eintrag->zielOrt != zielOrte[i]) {
+            auto neu = std::make_shared<GpxMetadaten>(*eintrag);
+            neu->startOrt = std::move(startOrte[i]);
+            neu->zielOrt = std::move(zielOrte[i]);
+            eintrag = std::move(neu);
+        }
+    }
+    return eintraege;
+}
+
+Ergebnis ordne(std::vector<Eintrag> eintraege) {
+    Ergebnis ergebnis;
+    ergebnis.eintraege = mitOrtsEtiketten(eintraege);
+    ergebnis.neu = ergebnis.eintraege != eintraege;
+    ergebnis.verzeichnis = ergebnis.neu ? Pfadverzeichnis(ergebnis.eintraege) : Pfadverzeichnis();
+    return ergebnis;
+}
+
+}  // namespace spurkiste::ordnung

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <vector>
+
+#include "library/Pfadverzeichnis.h"
+#include "track/GpxMetadaten.h"
+
+/// The order and the labels of a list that has settled. Every function may be called from any thread.
+namespace spurkiste::ordnung {
+
+/// Sorts by path: Unicode scalar values after canonical composition, stable.
+void sortiereNachPfad(std::vector<Eintrag>& eintraege);
+
+/// The records sorted by path and with the labels of their start and finish spots, which name all records together. A
+/// record whose labels stay is the same object.
+[[nodiscard]] std::vector<Eintrag> mitOrtsEtiketten(std::vector<Eintrag> eintraege);
+
+/// A settled list.
+struct Ergebnis {
+    std::vector<Eintrag> eintraege;
+    Pfadverzeichnis verzeichnis;  ///< of `eintraege`
+    bool neu = true;              ///< false: it is the very list that it was made from
+};
+
+[[nodiscard]] Ergebnis ordne(std::vector<Eintrag> eintraege);
+
+}  // namespace spurkiste::ordnung
