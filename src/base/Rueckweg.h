@@ -31,6 +31,16 @@ class Rueckweg {
         };
     }
 
+    /// A task for the object's own thread that does nothing once the object is gone.
+    template <typename Tue>
+    [[nodiscard]] Aufgabe hier(Tue tue) const {
+        return [lebt = std::weak_ptr(lebt_), tue = std::move(tue)] {
+            if (!lebt.expired()) {
+                tue();
+            }
+        };
+    }
+
     /// Lets another executor run `arbeite`, which must not refer to the object, and `lande` have its result as above.
     template <typename Arbeite, typename Lande>
     void hinUndZurueck(Ausfuehrer& dort, Arbeite arbeite, Lande lande) const {

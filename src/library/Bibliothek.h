@@ -15,6 +15,7 @@
 #include "base/Ausfuehrer.h"
 #include "base/Rueckweg.h"
 #include "base/Veroeffentlicht.h"
+#include "base/Wecker.h"
 #include "library/Aenderungsprotokoll.h"
 #include "library/CacheDienst.h"
 #include "library/Ordnerlesung.h"
@@ -53,6 +54,9 @@ class Bibliothek {
         Ausfuehrer* hintergrund = nullptr;
         /// Writes the cache: one task after the other, and at its end those that still wait. Null: `arbeiter` does it.
         Ausfuehrer* cacheschreiber = nullptr;
+        /// Sees to it that many imports are sorted, labelled and cached together, but once a second at least. Null:
+        /// each by itself.
+        Wecker* wecker = nullptr;
     };
 
     /// The records in library order: while a load runs the cached ones, then the others as they were read; afterwards
@@ -83,8 +87,12 @@ class Bibliothek {
 
     /// Copies files, absolute paths of any kind of file, into the folder, one after the other and away from the main
     /// thread, and reads the copies. What has not the extension "gpx" or lies directly in the folder already is passed
-    /// over; a name that is taken gets a number. Failed copies end in `hinweis`.
+    /// over; a name that is taken gets a number. Records appear as they are read; the list is sorted, labelled and
+    /// cached when no other import waits, or now and then meanwhile. Failed copies end in `hinweis`.
     void importiere(const std::vector<std::string>& pfade, Fertig fertig = {});
+
+    /// Makes no more copies but the one in hand; what has been copied stays and is read.
+    void brichImporteAb();
 
     /// Renames the record's file to what the user typed, cleaned. Returns the new path; nothing when no file was
     /// moved, because the name says nothing new or, with a notice, because it cannot be had.
@@ -110,6 +118,8 @@ class Bibliothek {
     [[nodiscard]] const Veroeffentlicht<std::string>& ordner() const { return ordner_; }
     /// False until the folder's records, or why there are none, have been published for the first time.
     [[nodiscard]] const Veroeffentlicht<bool>& geoeffnet() const { return geoeffnet_; }
+    /// How many files are still to be copied into the library, the one in hand included.
+    [[nodiscard]] const Veroeffentlicht<std::size_t>& zuKopieren() const { return zuKopieren_; }
     /// How many files the active runs have still to read.
     [[nodiscard]] const Veroeffentlicht<std::size_t>& ausstehend() const { return ausstehend_; }
 
@@ -129,7 +139,8 @@ class Bibliothek {
 
     void leseOrdner(const std::shared_ptr<Ladung>& ladung);
     void landeLadung(const std::shared_ptr<Ladung>& ladung, Ordnerlesung& lesung);
-    void parseUndHaengeAn(std::vector<std::string> dateien, std::int64_t generation, Fertig fertig);
+    void parseUndHaengeAn(std::vector<std::string> dateien, std::int64_t generation, Fertig fertig,
+                          bool sindKopien = false);
     void lies(const std::shared_ptr<Lauf>& lauf, const std::shared_ptr<const std::vector<std::string>>& dateien,
               std::size_t nummer);
     void lande(const std::shared_ptr<Lauf>& lauf, const std::string& pfad, Eintrag ergebnis);
@@ -139,12 +150,16 @@ class Bibliothek {
     void ordne();
     void landeOrdnung(std::uint64_t nummer, ordnung::Ergebnis& ergebnis);
     [[nodiscard]] std::vector<Fertig> beende(std::vector<Abschluss> abschluesse);
+    [[nodiscard]] bool wartetAufImporte();
     [[nodiscard]] bool istEtwasFaellig() const;
     void ueberhole();
     void speichereCache(std::vector<Fertig> fertige = {});
 
     void kopiereNaechste();
-    void landeKopie(Import& import, const std::string& ziel, const std::string& fehler);
+    void landeKopie(const std::shared_ptr<Import>& import, const std::string& quelle, const std::string& ziel,
+                    const std::string& fehler);
+    void liesImport(Import& import);
+    void meldeFehlkopie(const std::string& quelle, const std::string& fehler);
     [[nodiscard]] bool verschiebe(const std::string& alt, const std::string& neu, const std::string& name);
     void trageUmbenennungNach(const std::string& alt, const std::string& neu);
     void schreibeSportart(const std::shared_ptr<Sportwechsel>& wechsel);
@@ -163,6 +178,7 @@ class Bibliothek {
     Veroeffentlicht<std::optional<std::string>> hinweis_{std::nullopt};
     Veroeffentlicht<std::string> ordner_{{}};
     Veroeffentlicht<bool> geoeffnet_{false};
+    Veroeffentlicht<std::size_t> zuKopieren_{0};
     Veroeffentlicht<std::size_t> ausstehend_{0};
     std::int64_t generation_ = 0;
     std::int64_t ladeLaeufe_ = 0;
@@ -176,6 +192,10 @@ class Bibliothek {
     bool cacheFaellig_ = false;                    // as soon as the load has published
     Aenderungsprotokoll protokoll_;                // since the load or the settling under way began
     std::deque<std::shared_ptr<Import>> importe_;  // those with files to copy; one copy at a time
+    std::size_t importlaeufe_ = 0;                 // runs that read copies
+    std::size_t fehlkopien_ = 0;                   // since no import waited
+    bool weckerLaeuft_ = false;                    // of the imports that settle together
+    bool geweckt_ = false;                         // it has rung and the list has not been settled since
     std::vector<std::shared_ptr<Sportwechsel>> wechsel_;  // those whose file is being written
     CacheDienst cache_;
     Rueckweg rueckweg_;  // of what is done away from the main thread

@@ -73,43 +73,73 @@ void Bibliothek::importiere(const std::vector<std::string>& pfade, Fertig fertig
         parseUndHaengeAn({}, import->generation, std::move(import->fertig));
         return;
     }
+    zuKopieren_.setze(zuKopieren_.wert() + import->quellen.size());
     importe_.push_back(import);
     if (importe_.size() == 1) {
+        fehlkopien_ = 0;
         kopiereNaechste();
     }
 }
 
 void Bibliothek::kopiereNaechste() {
     const auto import = importe_.front();
+    std::string quelle = std::move(import->quellen.front());
+    import->quellen.pop_front();
     Ausfuehrer& kopierer = anschluesse_.kopierer != nullptr ? *anschluesse_.kopierer : anschluesse_.arbeiter;
     rueckweg_.hinUndZurueck(
-        kopierer,
-        [ordner = import->ordner, quelle = std::move(import->quellen.front())] {
-            return versucheKopie(ordner, quelle);
-        },
-        [this, import](const Ausgang& ausgang) { landeKopie(*import, ausgang.ziel, ausgang.fehler); });
-    import->quellen.pop_front();
+        kopierer, [ordner = import->ordner, quelle] { return versucheKopie(ordner, quelle); },
+        [this, import, quelle](const Ausgang& ausgang) { landeKopie(import, quelle, ausgang.ziel, ausgang.fehler); });
 }
 
-void Bibliothek::landeKopie(Import& import, const std::string& ziel, const std::string& fehler) {
+void Bibliothek::landeKopie(const std::shared_ptr<Import>& import, const std::string& quelle, const std::string& ziel,
+                            const std::string& fehler) {
+    zuKopieren_.setze(zuKopieren_.wert() - 1);
     if (ziel.empty()) {
-        hinweis_.setze("Import fehlgeschlagen: " + fehler);
+        meldeFehlkopie(quelle, fehler);
     } else {
-        import.neue.push_back(ziel);
+        import->neue.push_back(ziel);
     }
-    if (!import.quellen.empty()) {
-        kopiereNaechste();
-        return;
+    const bool fertig = import->quellen.empty();
+    if (fertig) {
+        importe_.pop_front();
     }
-    const auto fertiger = std::move(importe_.front());
-    importe_.pop_front();
     if (!importe_.empty()) {
         kopiereNaechste();
     }
-    // A load of the same folder that began meanwhile has listed it before the copies were there. They are its files as
-    // much as if they had been made in the call.
-    const bool verpasst = !fertiger->neue.empty() && fertiger->ordner == ordner_.wert();
-    parseUndHaengeAn(fertiger->neue, verpasst ? generation_ : fertiger->generation, std::move(fertiger->fertig));
+    if (fertig) {
+        liesImport(*import);
+    }
+}
+
+void Bibliothek::liesImport(Import& import) {
+    // A load of the same folder that began meanwhile may have listed it before the copies were there. They are its
+    // files as much as if they had been made in the call.
+    const bool verpasst = !import.neue.empty() && import.ordner == ordner_.wert();
+    parseUndHaengeAn(std::move(import.neue), verpasst ? generation_ : import.generation, std::move(import.fertig),
+                     true);
+    ordne();
+}
+
+void Bibliothek::meldeFehlkopie(const std::string& quelle, const std::string& fehler) {
+    ++fehlkopien_;
+    const std::string anzahl = fehlkopien_ > 1 ? std::to_string(fehlkopien_) + " Dateien, zuletzt " : "";
+    hinweis_.setze("Import fehlgeschlagen: " + anzahl + text::einzeilig(dateien::letzterTeil(quelle)) + ": " + fehler);
+}
+
+void Bibliothek::brichImporteAb() {
+    if (importe_.empty()) {
+        return;
+    }
+    const auto wartende = std::exchange(importe_, {importe_.front()});  // whose copy is in hand
+    std::size_t kopien = importe_.front()->quellen.size();
+    importe_.front()->quellen.clear();
+    for (std::size_t i = 1; i < wartende.size(); ++i) {
+        kopien += wartende[i]->quellen.size();
+    }
+    zuKopieren_.setze(zuKopieren_.wert() - kopien);
+    for (std::size_t i = 1; i < wartende.size(); ++i) {
+        liesImport(*wartende[i]);
+    }
 }
 
 }  // namespace spurkiste

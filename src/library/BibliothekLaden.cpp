@@ -89,7 +89,8 @@ void Bibliothek::landeLadung(const std::shared_ptr<Ladung>& ladung, Ordnerlesung
     }
 }
 
-void Bibliothek::parseUndHaengeAn(std::vector<std::string> dateien, std::int64_t generation, Fertig fertig) {
+void Bibliothek::parseUndHaengeAn(std::vector<std::string> dateien, std::int64_t generation, Fertig fertig,
+                                  bool sindKopien) {
     const bool aktuell = generation == generation_;
     if (dateien.empty()) {
         if (aktuell) {
@@ -102,7 +103,8 @@ void Bibliothek::parseUndHaengeAn(std::vector<std::string> dateien, std::int64_t
     ++ladeLaeufe_;
     ausstehend_.setze(ausstehend_.wert() + dateien.size());
     laedt_.setze(true);
-    const auto lauf = std::make_shared<Lauf>(Lauf{generation, dateien.size(), std::move(fertig), {}});
+    const auto lauf = std::make_shared<Lauf>(Lauf{generation, dateien.size(), std::move(fertig), sindKopien, {}});
+    importlaeufe_ += sindKopien ? 1 : 0;
     if (aktuell) {
         laeufe_.push_back(lauf);
     }
@@ -133,10 +135,12 @@ void Bibliothek::lande(const std::shared_ptr<Lauf>& lauf, const std::string& pfa
         return;
     }
     std::erase(laeufe_, lauf);
+    importlaeufe_ -= lauf->sindKopien ? 1 : 0;
     if (aktuell) {
         schliesseAb({true, std::move(lauf->fertig)});
     } else {
         beendeLauf();
+        ordne();
         melde(lauf->fertig);
     }
 }

@@ -25,6 +25,7 @@ struct Bibliothek::Lauf {
     std::int64_t generation = 0;
     std::size_t offen = 0;  ///< files whose result has not landed yet
     Fertig fertig;
+    bool sindKopien = false;                                 ///< counts in importlaeufe_
     std::unordered_map<std::string, std::string> umgelenkt;  ///< what is read under a path, and where that is now
 
     /// The file has another path, or the same but perhaps nothing there any more: who reads it now must read again.

@@ -17,10 +17,11 @@ void Bibliothek::schliesseAb(Abschluss abschluss) {
 /// Begins to settle the list if somebody waits for it and nothing stands against it. To be called whenever that may
 /// have become so.
 void Bibliothek::ordne() {
-    if (rechnetWer() || abschluesse_.empty()) {
+    if (rechnetWer() || abschluesse_.empty() || wartetAufImporte()) {
         return;
     }
     ordnet_ = true;
+    geweckt_ = false;
     inOrdnung_ = std::exchange(abschluesse_, {});
     protokoll_.vergiss();
     const auto liste = std::make_shared<Eintraege>(eintraege_.wert());
@@ -30,6 +31,21 @@ void Bibliothek::ordne() {
         [this, nummer = ++ordnung_](const std::shared_ptr<ordnung::Ergebnis>& ergebnis) {
             landeOrdnung(nummer, *ergebnis);
         });
+}
+
+/// Whether the list had better be settled later, together with what other imports bring.
+bool Bibliothek::wartetAufImporte() {
+    if (anschluesse_.wecker == nullptr || geweckt_ || (importe_.empty() && importlaeufe_ == 0)) {
+        return false;
+    }
+    if (!std::exchange(weckerLaeuft_, true)) {
+        anschluesse_.wecker->wecke(std::chrono::seconds(1), rueckweg_.hier([this] {
+            weckerLaeuft_ = false;
+            geweckt_ = true;
+            ordne();
+        }));
+    }
+    return true;
 }
 
 void Bibliothek::landeOrdnung(std::uint64_t nummer, ordnung::Ergebnis& ergebnis) {

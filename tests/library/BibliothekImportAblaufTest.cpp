@@ -114,6 +114,58 @@ TEST_F(BibliothekImportAblaufTest, mayEndAtAnyMoment) {
     }
 }
 
+TEST_F(BibliothekImportAblaufTest, settlesManyImportsTogetherAndOnceASecond) {
+    HandWecker wecker;
+    anschluesse.wecker = &wecker;
+    const auto bibliothek = geladen();
+    int fertige = 0;
+    for (const std::string& quelle : fremde({"c.gpx", "b.gpx", "a.gpx"})) {
+        bibliothek->importiere({quelle}, [&] { ++fertige; });
+    }
+    const auto kopiereUndLies = [&] {
+        kopierer.fuehre(0);
+        hauptfaden.fuehreAlle();
+        arbeiter.fuehreAlle();
+        hauptfaden.fuehreAlle();
+    };
+    kopiereUndLies();
+    kopiereUndLies();
+    EXPECT_EQ(namen(*bibliothek), (Namen{"c.gpx", "b.gpx"}));
+    EXPECT_EQ(hintergrund.wartende() + cacheschreiber.wartende(), 0U);
+    EXPECT_TRUE(bibliothek->laedt().wert());
+    ASSERT_EQ(wecker.wartende.size(), 1U);
+    wecker.klingle();
+    lasseNachsehen();
+    EXPECT_EQ(namen(*bibliothek), (Namen{"b.gpx", "c.gpx"}));
+    EXPECT_EQ(fertige, 2);
+    kopiereUndLies();
+    EXPECT_EQ(hintergrund.wartende(), 1U);  // nobody else to wait for
+    arbeiteAb();
+    EXPECT_EQ(namen(*bibliothek), (Namen{"a.gpx", "b.gpx", "c.gpx"}));
+    EXPECT_EQ(fertige, 3);
+    EXPECT_FALSE(bibliothek->laedt().wert());
+    EXPECT_TRUE(wecker.wartende.empty());
+}
+
+TEST_F(BibliothekImportAblaufTest, stopsAfterTheCopyInHand) {
+    const auto bibliothek = mach();
+    int fertige = 0;
+    bibliothek->importiere(fremde({"a.gpx", "b.gpx", "c.gpx"}), [&] { ++fertige; });
+    bibliothek->importiere(fremde({"d.gpx", "e.gpx"}), [&] { ++fertige; });
+    EXPECT_EQ(bibliothek->zuKopieren().wert(), 5U);
+    kopierer.fuehreAlle();
+    hauptfaden.fuehreAlle();
+    EXPECT_EQ(bibliothek->zuKopieren().wert(), 4U);
+    bibliothek->brichImporteAb();
+    EXPECT_EQ(bibliothek->zuKopieren().wert(), 1U);
+    arbeiteAb();
+    EXPECT_EQ(bibliothek->zuKopieren().wert(), 0U);
+    EXPECT_EQ(fertige, 2);
+    EXPECT_EQ(namen(*bibliothek), (Namen{"a.gpx", "b.gpx"}));
+    EXPECT_EQ(imOrdner(), namen(*bibliothek));
+    bibliothek->brichImporteAb();
+}
+
 TEST_F(BibliothekImportAblaufTest, worksWithRealThreads) {
     Namen alle;
     for (int i = 0; i < 40; ++i) {

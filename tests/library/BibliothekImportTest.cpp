@@ -16,8 +16,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string gescheitert(int nummer) {
-    return "Import fehlgeschlagen: " + std::generic_category().message(nummer);
+std::string gescheitert(const std::string& was, int nummer) {
+    return "Import fehlgeschlagen: " + was + ": " + std::generic_category().message(nummer);
 }
 
 class BibliothekImportTest : public Importaufbau {};
@@ -122,19 +122,27 @@ TEST_F(BibliothekImportTest, saysWhatCannotBeCopiedAndGoesOn) {
     Namen danach = {lang};
     struct Fall {
         std::string name;
+        std::string gezeigt;
         int fehler;
     };
-    const std::vector<Fall> faelle = {
-        {"ordner.gpx/", EISDIR}, {"fehlt.gpx", ENOENT}, {std::string("n\0.gpx", 6), EINVAL}, {lang, ENAMETOOLONG}};
-    for (const auto& [name, fehler] : faelle) {
+    const std::vector<Fall> faelle = {{"ordner.gpx/", "ordner.gpx", EISDIR},
+                                      {"fehlt.gpx", "fehlt.gpx", ENOENT},
+                                      {std::string("n\0.gpx", 6), "n .gpx", EINVAL},
+                                      {lang, lang, ENAMETOOLONG}};
+    for (const auto& [name, gezeigt, fehler] : faelle) {
         const std::string gut = std::to_string(danach.size()) + ".gpx";
-        bibliothek->importiere({fremd.in("fehlt.gpx"), fremd.in(name), fremde({gut}).front()});
+        bibliothek->importiere({fremd.in(name), fremde({gut}).front()});
         arbeiteAb();
-        EXPECT_EQ(bibliothek->hinweis().wert(), gescheitert(fehler)) << name;  // a success leaves the notice
+        EXPECT_EQ(bibliothek->hinweis().wert(), gescheitert(gezeigt, fehler)) << name;  // a success leaves the notice
         danach.insert(danach.end() - 1, gut);
         EXPECT_EQ(imOrdner(), danach) << name;
     }
     EXPECT_EQ(namen(*bibliothek), danach);
+    // Of several, in one call or in some that wait for each other.
+    bibliothek->importiere({fremd.in("fehlt.gpx"), fremd.in("ordner.gpx")});
+    bibliothek->importiere({fremd.in("auch.gpx")});
+    arbeiteAb();
+    EXPECT_EQ(bibliothek->hinweis().wert(), gescheitert("3 Dateien, zuletzt auch.gpx", ENOENT));
 }
 
 }  // namespace

@@ -51,6 +51,20 @@ class HandPapierkorb final : public Papierkorb {
     }
 };
 
+/// An alarm clock that rings when the test says so.
+class HandWecker final : public Wecker {
+  public:
+    std::vector<Aufgabe> wartende;
+
+    void wecke(std::chrono::milliseconds /*nach*/, Aufgabe aufgabe) override { wartende.push_back(std::move(aufgabe)); }
+
+    void klingle() {
+        for (const Aufgabe& aufgabe : std::exchange(wartende, {})) {
+            aufgabe();
+        }
+    }
+};
+
 /// A library on a temporary folder of which the test drives every thread by hand.
 class Bibliotheksaufbau : public testing::Test {
   protected:
