@@ -125,7 +125,7 @@ class BibliothekReihenfolgeTest : public Importaufbau {
 /// all their steps in random order: in the end the library shows what its folder holds, every file once, and so does
 /// its cache; each file has its last sport, and everybody has been called back once.
 TEST_F(BibliothekReihenfolgeTest, endsWithWhatTheFolderHoldsInWhateverOrderThingsHappen) {
-    constexpr unsigned saaten = 3000;
+    constexpr unsigned saaten = 2000;
     for (unsigned saat = 0; saat < saaten; ++saat) {
         SCOPED_TRACE(saat);
         zufall.seed(saat);

@@ -123,14 +123,14 @@ TEST_F(BibliothekSportartTest, dropsTheOutcomeOfASportChangeThatALoadHasOvertake
     EXPECT_EQ(erster(*bibliothek).sportRoh, "cycling");
 
     // After that, but before it publishes what it has found: the file is read again.
-    bibliothek->setzeSportart(GpxSportart::wandern, erster(*bibliothek), [&] { ++fertige; });
+    bibliothek->setzeSportart(GpxSportart::mountainbike, erster(*bibliothek), [&] { ++fertige; });
     bibliothek->lade();
     hintergrund.fuehreAlle();
     schreiber.fuehreAlle();
     hauptfaden.fuehre(1);
     hauptfaden.fuehre(0);
     arbeiteAb();
-    EXPECT_EQ(erster(*bibliothek).sportRoh, "hiking");
+    EXPECT_EQ(erster(*bibliothek).sportRoh, "mountain_biking");
 
     // Later: the record stays until the next load, and so does the notice.
     bibliothek->setzeSportart(GpxSportart::ski, erster(*bibliothek), [&] { ++fertige; });
@@ -139,7 +139,7 @@ TEST_F(BibliothekSportartTest, dropsTheOutcomeOfASportChangeThatALoadHasOvertake
     bibliothek->importiere({ordner.in("fehlt/x.gpx")});
     arbeiteAb();
     EXPECT_EQ(fertige, 3);
-    EXPECT_EQ(erster(*bibliothek).sportRoh, "hiking");
+    EXPECT_EQ(erster(*bibliothek).sportRoh, "mountain_biking");
     EXPECT_NE(bibliothek->hinweis().wert(), std::nullopt);
     bibliothek->lade();
     arbeiteAb();
