@@ -1,9 +1,11 @@
 // How the library reads its folder: the look into it, the run over the workers, and what happens to their results.
 
+#include <algorithm>
 #include <cassert>
 #include <exception>
 #include <limits>
 #include <new>
+#include <thread>
 #include <utility>
 
 #include "library/BibliothekLaeufe.h"
@@ -45,10 +47,13 @@ void Bibliothek::lade(Fertig fertig) {
 
 /// When all that was to be cached before is in the cache.
 void Bibliothek::leseOrdner(const std::shared_ptr<Ladung>& ladung) {
+    const unsigned kerne = std::max(1U, std::thread::hardware_concurrency());
+    Ordnerlesung::Auftrag auftrag{
+        ordner_.wert(), anschluesse_.mitCache, cache_.abdruck(ordner_.wert()), {&anschluesse_.arbeiter, kerne - 1, {}}};
     rueckweg_.hinUndZurueck(
         hintergrund(),
-        [ordner = ordner_.wert(), mitCache = anschluesse_.mitCache, abbruch = ladung->abbruch] {
-            return std::make_shared<Ordnerlesung>(Ordnerlesung::lies(ordner, mitCache, *abbruch));
+        [auftrag = std::move(auftrag), abbruch = ladung->abbruch] {
+            return std::make_shared<Ordnerlesung>(Ordnerlesung::lies(auftrag, *abbruch));
         },
         [this, ladung](const std::shared_ptr<Ordnerlesung>& lesung) { landeLadung(ladung, *lesung); });
 }
@@ -61,6 +66,7 @@ void Bibliothek::landeLadung(const std::shared_ptr<Ladung>& ladung, Ordnerlesung
     ladung_.reset();
     switch (lesung.ausgang) {
         case Ordnerlesung::Ausgang::gelesen:
+            cache_.merke(ordner_.wert(), std::move(lesung.abdruck));
             protokoll_.spieleNach(lesung.stand);
             setzeEintraege(std::move(lesung.stand.eintraege), std::move(lesung.stand.verzeichnis));
             break;

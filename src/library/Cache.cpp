@@ -119,16 +119,20 @@ Cache Cache::liesAus(const std::string& ordner, const CacheEigenform::Helfer& he
         return {};
     }
     if (auto abdruck = liesGerade(*datei, helfer)) {
-        Cache cache;
-        cache.eintraege.reserve(abdruck->stellen.size());
-        for (const auto& stelle : abdruck->stellen) {
-            cache.eintraege.insert_or_assign(stelle.eintrag->pfad, stelle.eintrag);
-        }
-        cache.abdruck = std::make_shared<const CacheAbdruck>(std::move(*abdruck));
-        return cache;
+        return aus(std::make_shared<const CacheAbdruck>(std::move(*abdruck)));
     }
     auto cache = CacheLeser([&datei](std::span<char> puffer) { return datei->lies(puffer); }).lies();
     return cache && cache->version == kVersion ? std::move(*cache) : Cache{};
+}
+
+Cache Cache::aus(std::shared_ptr<const CacheAbdruck> abdruck) {
+    Cache cache;
+    cache.eintraege.reserve(abdruck->stellen.size());
+    for (const auto& stelle : abdruck->stellen) {
+        cache.eintraege.insert_or_assign(stelle.eintrag->pfad, stelle.eintrag);
+    }
+    cache.abdruck = std::move(abdruck);
+    return cache;
 }
 
 std::optional<Cache> Cache::ausJson(std::string_view json) {

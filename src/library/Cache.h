@@ -34,6 +34,9 @@ struct Cache {
     /// holds a single record that does not decode.
     [[nodiscard]] static Cache liesAus(const std::string& ordner, const CacheEigenform::Helfer& helfer = {});
 
+    /// The cache in a file of which this is known (not null), without reading it.
+    [[nodiscard]] static Cache aus(std::shared_ptr<const CacheAbdruck> abdruck);
+
     /// The cache in a JSON text; nothing when it is malformed, lacks a member, or a single record does not decode.
     /// A version other than kVersion is not an error here. Of members with the same name the last one counts, unknown
     /// ones are ignored, but the whole text must be valid.

@@ -2,19 +2,38 @@
 
 #include <algorithm>
 #include <iterator>
-#include <memory>
 #include <utility>
 
+#include "base/Dateien.h"
 #include "library/Cache.h"
+#include "library/CacheSchreiber.h"
 
 namespace spurkiste {
+
+namespace {
+
+std::shared_ptr<const CacheAbdruck> schreibeDatei(const std::string& ordner, const std::vector<Eintrag>& eintraege,
+                                                  const CacheAbdruck* vorher) {
+    return CacheSchreiber::schreibe(dateien::kindPfad(ordner, Cache::kDateiname), eintraege, vorher).abdruck;
+}
+
+}  // namespace
 
 CacheDienst::~CacheDienst() {
     for (Stand& stand : wartende_) {
         schreiber_->fuehreAus([ordner = std::move(stand.ordner), eintraege = std::move(stand.eintraege)] {
-            (void)Cache::schreibeNach(ordner, eintraege);
+            (void)schreibeDatei(ordner, eintraege, nullptr);
         });
     }
+}
+
+std::shared_ptr<const CacheAbdruck> CacheDienst::abdruck(const std::string& ordner) const {
+    return ordner == bekannterOrdner_ ? abdruck_ : nullptr;
+}
+
+void CacheDienst::merke(const std::string& ordner, std::shared_ptr<const CacheAbdruck> abdruck) {
+    bekannterOrdner_ = ordner;
+    abdruck_ = std::move(abdruck);
 }
 
 void CacheDienst::schreibe(const std::string& ordner, std::vector<Eintrag> eintraege, std::vector<Nachher> nachher) {
@@ -40,15 +59,22 @@ void CacheDienst::beginne() {
         return;
     }
     schreibt_ = true;
-    const auto stand = std::make_shared<const Stand>(std::move(wartende_.front()));
+    Stand stand = std::move(wartende_.front());
     wartende_.pop_front();
-    nachDiesem_ = stand->nachher;
+    nachDiesem_ = std::move(stand.nachher);
+    // The task alone holds what it needs, so that long lists are taken apart where it runs.
+    auto vorher = abdruck(stand.ordner);
+    abdruck_.reset();
     rueckweg_.hinUndZurueck(
-        *schreiber_, [stand] { return Cache::schreibeNach(stand->ordner, stand->eintraege); },
-        [this](bool) { lande(); });
+        *schreiber_,
+        [ordner = stand.ordner, eintraege = std::move(stand.eintraege), vorher = std::move(vorher)] {
+            return schreibeDatei(ordner, eintraege, vorher.get());
+        },
+        [this, ordner = stand.ordner](const std::shared_ptr<const CacheAbdruck>& neuer) { lande(ordner, neuer); });
 }
 
-void CacheDienst::lande() {
+void CacheDienst::lande(const std::string& ordner, std::shared_ptr<const CacheAbdruck> abdruck) {
+    merke(ordner, std::move(abdruck));
     schreibt_ = false;
     std::vector<Nachher> rufe = std::exchange(nachDiesem_, {});
     beginne();

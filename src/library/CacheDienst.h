@@ -2,11 +2,13 @@
 
 #include <deque>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "base/Ausfuehrer.h"
 #include "base/Rueckweg.h"
+#include "library/CacheAbdruck.h"
 #include "track/GpxMetadaten.h"
 
 namespace spurkiste {
@@ -29,6 +31,11 @@ class CacheDienst {
     /// error.
     void schreibe(const std::string& ordner, std::vector<Eintrag> eintraege, std::vector<Nachher> nachher);
 
+    /// What is known of the folder's cache file as it was last written or read; null when nothing is.
+    [[nodiscard]] std::shared_ptr<const CacheAbdruck> abdruck(const std::string& ordner) const;
+    /// Somebody has read the file of the folder while nothing was written.
+    void merke(const std::string& ordner, std::shared_ptr<const CacheAbdruck> abdruck);
+
     /// Calls `dann` when nothing is written and nothing waits: now or later.
     void wennRuhig(Nachher dann);
 
@@ -40,10 +47,12 @@ class CacheDienst {
     };
 
     void beginne();
-    void lande();
+    void lande(const std::string& ordner, std::shared_ptr<const CacheAbdruck> abdruck);
 
     Ausfuehrer* schreiber_;
     bool schreibt_ = false;
+    std::string bekannterOrdner_;  // whose file abdruck_ speaks of
+    std::shared_ptr<const CacheAbdruck> abdruck_;
     std::vector<Nachher> nachDiesem_;  // when the write under way has ended
     std::deque<Stand> wartende_;       // one for each folder
     std::vector<Nachher> wennRuhig_;

@@ -12,7 +12,20 @@
 
 namespace spurkiste {
 
-Ordnerlesung Ordnerlesung::lies(const std::string& ordner, bool mitCache, const std::atomic<bool>& abbruch) {
+namespace {
+
+Cache holeCache(const Ordnerlesung::Auftrag& auftrag) {
+    const auto& bekannter = auftrag.abdruck;
+    if (bekannter && dateien::stand(dateien::kindPfad(auftrag.ordner, Cache::kDateiname)) == bekannter->stand) {
+        return Cache::aus(bekannter);
+    }
+    return Cache::liesAus(auftrag.ordner, auftrag.helfer);
+}
+
+}  // namespace
+
+Ordnerlesung Ordnerlesung::lies(const Auftrag& auftrag, const std::atomic<bool>& abbruch) {
+    const std::string& ordner = auftrag.ordner;
     Ordnerlesung lesung;
     if (abbruch) {
         return lesung;
@@ -31,12 +44,13 @@ Ordnerlesung Ordnerlesung::lies(const std::string& ordner, bool mitCache, const 
         lesung.grund = fehler.code().message();
         return lesung;
     }
-    const Cache cache = mitCache ? Cache::liesAus(ordner) : Cache{};
+    const Cache cache = auftrag.mitCache ? holeCache(auftrag) : Cache{};
+    lesung.abdruck = cache.abdruck;
     for (const std::string& name : namen) {
         if (abbruch) {
             return lesung;
         }
-        if (mitCache && dateien::istVorlaeufig(name)) {
+        if (auftrag.mitCache && dateien::istVorlaeufig(name)) {
             dateien::raeumeAuf(dateien::kindPfad(ordner, name));
         }
         if (text::klein(dateien::endung(name)) != "gpx") {
