@@ -40,6 +40,9 @@ SpurkisteApp::SpurkisteApp(const std::optional<std::string>& ordner)
     anschluesse.schreiber = &schreiber_;
     anschluesse.kopierer = &kopierer_;
     anschluesse.papierkorb = &papierkorb_;
+    anschluesse.hintergrund = &hintergrund_;
+    anschluesse.cacheschreiber = &cacheschreiber_;
+    anschluesse.wecker = &wecker_;
     if (ordner) {
         bibliothek_.emplace(anschluesse, *ordner);
     } else {

@@ -13,6 +13,7 @@
 #include "platform/posix/PosixSystemumgebung.h"
 #include "platform/qt/QtAusfuehrer.h"
 #include "platform/qt/QtDateimanager.h"
+#include "platform/qt/QtWecker.h"
 
 namespace spurkiste {
 
@@ -40,10 +41,13 @@ class SpurkisteApp {
     DateiEinstellungen altbestand_;
     PosixSystemumgebung umgebung_;
     QtAusfuehrer hauptfaden_;  // outlives those that post to it
+    QtWecker wecker_;
     ArbeiterPool arbeiter_;
+    ArbeiterPool hintergrund_{1};
     ArbeiterPool kopierer_{1};
     ArbeiterPool schreiber_{1, ArbeiterPool::AmEnde::kommtDran};  // whatever the user has asked for is done
-    GioPapierkorb papierkorb_{schreiber_};                        // after what is still to be written
+    ArbeiterPool cacheschreiber_{1, ArbeiterPool::AmEnde::kommtDran};
+    GioPapierkorb papierkorb_{schreiber_};  // after what is still to be written
     QtDateimanager dateimanager_;
     Meldestelle sprachwechsel_;
     std::optional<Bibliothek> bibliothek_;

@@ -18,6 +18,7 @@ namespace {
 
 constexpr Leertext kNichtsGefunden{"Nichts gefunden", "Suche und Filter passen auf keine Datei."};
 constexpr Leertext kKeineDateien{"Keine GPX-Dateien", "GPX-Dateien hierher ziehen oder mit + importieren."};
+constexpr Leertext kWirdGeoeffnet{"Bibliothek wird geöffnet", "Gleich sind die Dateien da."};
 
 /// The filters during a pass over the records: what they ask for, and the texts that each of them would find.
 class Filterlauf {
@@ -167,6 +168,12 @@ Ansichtsbild berechneAnsichtsbild(const std::vector<Eintrag>& eintraege, const A
     bild.ausgewaehlt = auswahl.gefunden();
     for (const Filterangaben& einer : kFilter) {
         bild.optionen[einer.feld] = filter.optionen(einer);
+    }
+    if (zustand.oeffnung != Ansichtszustand::Oeffnung::offen) {
+        if (zustand.oeffnung == Ansichtszustand::Oeffnung::dauert && bild.zeilen.empty()) {
+            bild.leer = kWirdGeoeffnet;
+        }
+        return bild;
     }
     bild.routenText = anzahlText(bild, text::gross(texte.routen, texte.sprache));
     bild.dateienText = anzahlText(bild, texte.dateien);

@@ -33,6 +33,7 @@ struct Ansichtsbild {
     bool filterAktiv = false;                          ///< whether a filter or the search is in effect
     Eintrag ausgewaehlt;                               ///< the record to show in detail, hidden or not; null: none
 
+    // Empty until the library is known.
     std::string routenText;        ///< header, "7 / 41 ROUTEN"
     std::string summeText;         ///< header, "74,2 km"
     std::string dateienText;       ///< status line, "7 / 41 Dateien"

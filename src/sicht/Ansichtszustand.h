@@ -18,6 +18,9 @@ struct Ansichtszustand {
     std::string suche;   ///< the text of the search field as it stands, blanks included
     Filterwahl filter;   ///< that of the sport is a label, so it belongs to one language
     bool laedt = false;  ///< whether the library is reading files
+    /// What there is to say before the library is known: nothing, that it is being opened, or, once it is, what it has.
+    enum class Oeffnung { still, dauert, offen };
+    Oeffnung oeffnung = Oeffnung::offen;
 
     /// Whether a filter or the search is in effect.
     [[nodiscard]] bool filterAktiv() const;

@@ -129,6 +129,17 @@ TEST(AnsichtsbildTest, ZahlenUndTexteSagenWasZuSehenIst) {
     }
 }
 
+TEST(AnsichtsbildTest, BehauptetNichtsBevorDieBibliothekBekanntIst) {
+    using Oeffnung = Ansichtszustand::Oeffnung;
+    for (const auto oeffnung : {Oeffnung::still, Oeffnung::dauert}) {
+        Ansichtszustand zustand;
+        zustand.oeffnung = oeffnung;
+        const auto bild = bildVon({}, zustand);
+        EXPECT_EQ(bild.routenText + bild.summeText + bild.dateienText + bild.gesamtText, "");
+        EXPECT_EQ(bild.leer ? bild.leer->titel : "", oeffnung == Oeffnung::still ? "" : "Bibliothek wird geöffnet");
+    }
+}
+
 TEST(AnsichtsbildTest, NurEinEinzelnerAusgewaehlterStehtImDetail) {
     const std::vector<Eintrag> eintraege = {eintragMit("a"), eintragMit("b"), eintragMit("b")};
     Ansichtszustand zustand;

@@ -59,9 +59,7 @@ struct Buehne {
         });
         takt.start();
         bibliothek.lade([&] { QTimer::singleShot(0, &schleife, &QEventLoop::quit); });
-        if (bibliothek.laedt().wert()) {
-            schleife.exec();
-        }
+        schleife.exec();
         QApplication::processEvents();
         return static_cast<double>(laengste) / 1e6;
     }

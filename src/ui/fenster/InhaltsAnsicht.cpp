@@ -6,6 +6,7 @@
 #include <QShortcut>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <chrono>
 #include <utility>
 
 #include "ui/teile/KistePapier.h"
@@ -22,6 +23,7 @@ constexpr int kAbstand = 12;
 constexpr int kRechtsMindestens = 340;
 constexpr int kRechtsIdeal = 370;
 constexpr int kRechtsHoechstens = 420;
+constexpr std::chrono::milliseconds kGeduld(150);  // what takes no longer shall not flicker
 
 // Keys of the settings that only the window knows.
 constexpr std::string_view kFensterlage = "fensterlage";
@@ -119,6 +121,13 @@ void InhaltsAnsicht::verbinde() {
         auffrischung_.fordere();
     }));
     abos_.push_back(bibliothek_.laedt().beobachte(fordere));
+    abos_.push_back(bibliothek_.geoeffnet().beobachte([this] {
+        geduld_.start();  // again after a change of folder
+        auffrischung_.fordere();
+    }));
+    geduld_.setSingleShot(true);
+    geduld_.setInterval(kGeduld);
+    connect(&geduld_, &QTimer::timeout, this, fordere);
     abos_.push_back(bibliothek_.hinweis().beobachte(fordere));
     abos_.push_back(bibliothek_.ordner().beobachte(fordere));
     abos_.push_back(bibliothek_.ausstehend().beobachte(fordere));
@@ -177,6 +186,7 @@ void InhaltsAnsicht::paintEvent(QPaintEvent* /*ereignis*/) {
     QPainter(this).fillRect(rect(), KistePapier::buehne);
     if (!gezeigt_) {
         gezeigt_ = true;
+        geduld_.start();
         // The first frame stands before anything is read, however large the library is.
         QTimer::singleShot(0, this, &InhaltsAnsicht::ladeErstmals);
     }
@@ -226,9 +236,19 @@ void InhaltsAnsicht::sprichNeu() {
     auffrischung_.sofort();
 }
 
+Ansichtszustand::Oeffnung InhaltsAnsicht::oeffnung() {
+    if (bibliothek_.geoeffnet().wert()) {
+        geduld_.stop();
+        return Ansichtszustand::Oeffnung::offen;
+    }
+    const bool dauert = gezeigt_ && !geduld_.isActive();
+    return dauert ? Ansichtszustand::Oeffnung::dauert : Ansichtszustand::Oeffnung::still;
+}
+
 void InhaltsAnsicht::frischeAuf() {
     const auto& eintraege = bibliothek_.eintraege().wert();
     zustand_.laedt = bibliothek_.laedt().wert();
+    zustand_.oeffnung = oeffnung();
     if (std::exchange(eintraegeNeu_, false)) {
         zustand_.behalteVorhandene(eintraege);
     }

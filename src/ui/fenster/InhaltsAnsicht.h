@@ -3,6 +3,7 @@
 #include <QDialog>
 #include <QPointer>
 #include <QSplitter>
+#include <QTimer>
 #include <QWidget>
 #include <string>
 #include <unordered_set>
@@ -58,6 +59,7 @@ class InhaltsAnsicht final : public QWidget {
     void belegeTasten();
     void stelleWiederHer();
     void frischeAuf();
+    [[nodiscard]] Ansichtszustand::Oeffnung oeffnung();
     void legeLeereTabelle();
     void aendere(const Filterleiste::Aenderung& aenderung);
     void waehleSprache(const QString& code);
@@ -85,6 +87,7 @@ class InhaltsAnsicht final : public QWidget {
     Zeilenspeicher speicher_;
     bool eintraegeNeu_ = false;         ///< the records changed since the last refresh
     bool gezeigt_ = false;              ///< the first frame has been painted
+    QTimer geduld_;                     ///< runs while it need not yet be said that the library is being opened
     bool geladen_ = false;              ///< the window's first load is over
     std::vector<std::string> wartend_;  ///< files to open after it
 

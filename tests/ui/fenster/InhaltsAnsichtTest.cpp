@@ -143,6 +143,30 @@ class InhaltsAnsichtTest : public Bibliotheksaufbau {
     }
 };
 
+TEST_F(InhaltsAnsichtTest, TheFirstFrameClaimsNothingAndWhatTakesLongerSaysSo) {
+    einstellungen.schreibe("appLanguage", "de");
+    ordner.schreibe("Alpen.gpx", gpx(47.0, 8.0));
+    bibliothek = mach();
+    fenster = std::make_unique<InhaltsAnsicht>(*bibliothek, einstellungen, dateimanager, sprachwechsel);
+    const auto texte = [&] {
+        QString alle;
+        for (const QWidget* stueck : fenster->findChildren<QWidget*>()) {
+            alle += stueck->isVisible() ? stueck->accessibleName() : QString();
+            const auto* schild = qobject_cast<const QLabel*>(stueck);
+            alle += schild != nullptr && schild->isVisible() ? schild->text() : QString();
+        }
+        return alle;
+    };
+    fenster->show();
+    bis([&] { return wartende() > 0; });
+    EXPECT_FALSE(texte().contains(QStringLiteral("Keine GPX-Dateien"))) << texte().toStdString();
+    EXPECT_FALSE(texte().contains(QStringLiteral("0 "))) << texte().toStdString();
+    bis([&] { return texte().contains(QStringLiteral("Bibliothek wird geöffnet")); });
+    setzeDurch();
+    EXPECT_FALSE(texte().contains(QStringLiteral("wird geöffnet")));
+    EXPECT_THAT(gezeigte(), ElementsAre("Alpen"));
+}
+
 TEST_F(InhaltsAnsichtTest, DoesNothingToSelectedFilesThatTheSearchHides) {
     oeffne({"Alpen.gpx", "Aare.gpx", "Bodensee.gpx"});
     waehle({"Alpen.gpx", "Bodensee.gpx"});
@@ -235,7 +259,7 @@ TEST_F(InhaltsAnsichtTest, TheWindowsKeysRestWhileASheetIsOpen) {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(blatt(), nullptr);
     QTest::keyClick(fenster.get(), Qt::Key_F5);
-    EXPECT_EQ(arbeiter.wartende(), 1U);
+    EXPECT_EQ(hintergrund.wartende(), 1U);
 }
 
 TEST_F(InhaltsAnsichtTest, EachDroppedFileIsAnImportOfItsOwnInTheOrderOfTheDrop) {
@@ -251,6 +275,8 @@ TEST_F(InhaltsAnsichtTest, EachDroppedFileIsAnImportOfItsOwnInTheOrderOfTheDrop)
     while (wartende() > 0) {
         const Namen davor = imOrdner();
         kopierer.fuehreAlle();
+        hintergrund.fuehreAlle();
+        cacheschreiber.fuehreAlle();
         for (const std::string& name : imOrdner()) {
             if (std::find(davor.begin(), davor.end(), name) == davor.end()) {
                 nacheinander.push_back(name);
