@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "app/Einzelinstanz.h"
+#include "app/Endsignal.h"
 #include "app/SpurkisteApp.h"
 #include "app/Startaufruf.h"
 #include "base/Dateien.h"
@@ -62,6 +63,7 @@ int fuehreAus(int& anzahl, char** argumente) {
     if (instanz.gibWeiter({qEnvironmentVariable("XDG_ACTIVATION_TOKEN").toStdString(), dateien})) {
         return 0;
     }
+    const spurkiste::Endsignal endsignal;  // until everything in hand is finished
     spurkiste::SpurkisteApp app(ordner);
     QObject::connect(&instanz, &spurkiste::Einzelinstanz::gerufen, &instanz,
                      [&app](const auto& nachricht) { app.oeffneDateien(nachricht.dateien, nachricht.marke); });

@@ -1,5 +1,6 @@
 // What the user does to files from the window: choosers, drops, the menu of the rows, the sheet for a new name.
 
+#include <QApplication>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFile>
@@ -134,6 +135,35 @@ void InhaltsAnsicht::setzeTasten(bool an) {
     for (QShortcut* taste : findChildren<QShortcut*>(QString(), Qt::FindDirectChildrenOnly)) {
         taste->setEnabled(an);
     }
+}
+
+/// Whether the program would end with this window, and leave copies that the user has asked for. The end of the session
+/// waits for nobody.
+bool InhaltsAnsicht::mussNochKopieren() const {
+    const auto fenster = QApplication::topLevelWidgets();
+    const bool letztes = std::none_of(fenster.begin(), fenster.end(), [this](const QWidget* anderes) {
+        return anderes != this && anderes->isVisible() && qobject_cast<const InhaltsAnsicht*>(anderes) != nullptr;
+    });
+    return letztes && bibliothek_.zuKopieren().wert() > 0 && !qGuiApp->isSavingSession();
+}
+
+void InhaltsAnsicht::oeffneKopierblatt() {
+    if (kopierblatt_) {
+        return;
+    }
+    if (blatt_) {
+        blatt_->reject();
+    }
+    setzeTasten(false);
+    kopierblatt_ = new Kopierblatt(this);
+    kopierblatt_->zeige(bibliothek_.zuKopieren().wert());
+    blatt_ = kopierblatt_.data();
+    connect(kopierblatt_, &Kopierblatt::abbruchGewuenscht, this, [this] { bibliothek_.brichImporteAb(); });
+    connect(kopierblatt_, &QDialog::finished, this, [this] {
+        kopierblatt_.clear();
+        setzeTasten(true);
+        tabelle_->setFocus();
+    });
 }
 
 void InhaltsAnsicht::dragEnterEvent(QDragEnterEvent* ereignis) {

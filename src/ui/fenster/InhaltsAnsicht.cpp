@@ -131,6 +131,7 @@ void InhaltsAnsicht::verbinde() {
     abos_.push_back(bibliothek_.hinweis().beobachte(fordere));
     abos_.push_back(bibliothek_.ordner().beobachte(fordere));
     abos_.push_back(bibliothek_.ausstehend().beobachte(fordere));
+    abos_.push_back(bibliothek_.zuKopieren().beobachte(fordere));
     abos_.push_back(sprachwechsel_.beobachte([this] { sprichNeu(); }));
 
     connect(&werkzeuge_->suchfeld(), &QLineEdit::textChanged, this, [this](const QString& text) {
@@ -179,6 +180,11 @@ void InhaltsAnsicht::closeEvent(QCloseEvent* ereignis) {
     einstellungen_.schreibe(kFensterlage, alsBase64(saveGeometry()));
     einstellungen_.schreibe(kTeilerlage, alsBase64(teiler_->saveState()));
     einstellungen_.schreibe(kSpaltenbreiten, tabelle_->spaltenbreiten().toStdString());
+    if (mussNochKopieren()) {
+        ereignis->ignore();
+        oeffneKopierblatt();
+        return;
+    }
     QWidget::closeEvent(ereignis);
 }
 
@@ -275,6 +281,11 @@ void InhaltsAnsicht::frischeAuf() {
     status_->zeigeLaden(zustand_.laedt, bibliothek_.ausstehend().wert());
     status_->zeigeHinweis(alsText(bibliothek_.hinweis().wert().value_or("")));
     status_->zeigeOrdner(alsText(bibliothek_.ordner().wert()));
+    if (kopierblatt_ && mussNochKopieren()) {
+        kopierblatt_->zeige(bibliothek_.zuKopieren().wert());
+    } else if (kopierblatt_) {
+        QTimer::singleShot(0, this, &QWidget::close);
+    }
 }
 
 }  // namespace spurkiste

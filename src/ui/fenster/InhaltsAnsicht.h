@@ -19,6 +19,7 @@
 #include "ui/fenster/Dateiablage.h"
 #include "ui/fenster/Filterleiste.h"
 #include "ui/fenster/Kopf.h"
+#include "ui/fenster/Kopierblatt.h"
 #include "ui/fenster/Statusleiste.h"
 #include "ui/fenster/Werkzeuge.h"
 #include "ui/tabelle/TabellenAnsicht.h"
@@ -75,6 +76,8 @@ class InhaltsAnsicht final : public QWidget {
     void oeffneUmbenennen(const std::string& pfad);
     void wirfWeg();
     void setzeTasten(bool an);
+    [[nodiscard]] bool mussNochKopieren() const;
+    void oeffneKopierblatt();
     [[nodiscard]] Eintrag eintragMit(const std::string& pfad) const;
     void zeigeInDerListe(const std::unordered_set<std::string>& pfade);
 
@@ -100,7 +103,8 @@ class InhaltsAnsicht final : public QWidget {
     DetailAnsicht* detail_;
     Statusleiste* status_;
     Dateiablage* ablage_;
-    QPointer<QDialog> blatt_;  ///< the sheet over the window, while there is one
+    QPointer<QDialog> blatt_;            ///< the sheet over the window, while there is one
+    QPointer<Kopierblatt> kopierblatt_;  ///< the same, while the window waits to be closed
     Auffrischung auffrischung_;
     std::vector<Abo> abos_;
 };

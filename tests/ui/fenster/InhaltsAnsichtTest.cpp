@@ -262,6 +262,49 @@ TEST_F(InhaltsAnsichtTest, TheWindowsKeysRestWhileASheetIsOpen) {
     EXPECT_EQ(hintergrund.wartende(), 1U);
 }
 
+TEST_F(InhaltsAnsichtTest, TheLastWindowStaysUntilAllIsCopiedOrTheUserStopsIt) {
+    oeffne({"Tour.gpx"});
+    const TempOrdner fremd;
+    const auto importiere = [&] {
+        for (const char* name : {"a.gpx", "b.gpx", "c.gpx"}) {
+            bibliothek->importiere({fremd.schreibe(name, gpx(46.0, 9.0))});
+        }
+    };
+    const auto klicke = [&](const QString& text) {
+        for (auto* knopf : fenster->findChildren<Knopf*>()) {
+            if (knopf->text() == text) {
+                QTest::mouseClick(knopf, Qt::LeftButton);
+            }
+        }
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    };
+    const auto kopiere = [&] {
+        kopierer.fuehre(0);
+        hauptfaden.fuehreAlle();
+    };
+    importiere();
+    EXPECT_FALSE(fenster->close());
+    EXPECT_TRUE(sagt(QStringLiteral("Noch 3 Dateien, dann schließt sich das Fenster.")));
+    kopiere();
+    bis([&] { return sagt(QStringLiteral("Noch 2 Dateien, dann schließt sich das Fenster.")); });
+    klicke(QStringLiteral("Fenster offen lassen"));
+    kopiere();
+    kopiere();
+    arbeiteAb();
+    EXPECT_TRUE(fenster->isVisible());
+    EXPECT_EQ(imOrdner().size(), 4U);
+
+    importiere();
+    EXPECT_FALSE(fenster->close());
+    EXPECT_FALSE(fenster->close());
+    klicke(QStringLiteral("Nicht weiter kopieren"));
+    bis([&] { return sagt(QStringLiteral("Noch 1 Datei, dann schließt sich das Fenster.")); });
+    kopiere();
+    bis([&] { return !fenster->isVisible(); });
+    EXPECT_EQ(imOrdner().size(), 5U);
+    EXPECT_EQ(bibliothek->zuKopieren().wert(), 0U);
+}
+
 TEST_F(InhaltsAnsichtTest, EachDroppedFileIsAnImportOfItsOwnInTheOrderOfTheDrop) {
     oeffne({"Tour.gpx"});
     const TempOrdner fremd;
