@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QIcon>
+#include <QSocketNotifier>
 #include <QString>
 #include <algorithm>
 #include <cstdio>
@@ -12,10 +13,10 @@
 #include <vector>
 
 #include "app/Einzelinstanz.h"
-#include "app/Endsignal.h"
 #include "app/SpurkisteApp.h"
 #include "app/Startaufruf.h"
 #include "base/Dateien.h"
+#include "platform/posix/Signalleitung.h"
 #include "ui/fenster/InhaltsAnsicht.h"
 
 namespace {
@@ -63,7 +64,13 @@ int fuehreAus(int& anzahl, char** argumente) {
     if (instanz.gibWeiter({qEnvironmentVariable("XDG_ACTIVATION_TOKEN").toStdString(), dateien})) {
         return 0;
     }
-    const spurkiste::Endsignal endsignal;  // until everything in hand is finished
+    // Asked to end, the program asks no window, finishes what is in hand and begins nothing new.
+    const spurkiste::Signalleitung signale;
+    std::optional<QSocketNotifier> wache;
+    if (signale.lesende() >= 0) {
+        wache.emplace(signale.lesende(), QSocketNotifier::Read);
+        QObject::connect(&*wache, &QSocketNotifier::activated, &programm, [] { QCoreApplication::exit(0); });
+    }
     spurkiste::SpurkisteApp app(ordner);
     QObject::connect(&instanz, &spurkiste::Einzelinstanz::gerufen, &instanz,
                      [&app](const auto& nachricht) { app.oeffneDateien(nachricht.dateien, nachricht.marke); });

@@ -1,6 +1,5 @@
-#include "app/Endsignal.h"
+#include "platform/posix/Signalleitung.h"
 
-#include <QCoreApplication>
 #include <atomic>
 #include <csignal>
 
@@ -23,28 +22,26 @@ extern "C" void melde(int /*signal*/) {
 
 }  // namespace
 
-Endsignal::Endsignal() {
-    if (::pipe2(leitung_.data(), O_CLOEXEC | O_NONBLOCK) != 0) {
-        return;  // then a signal ends the program at once, as it would have
+Signalleitung::Signalleitung() {
+    if (::pipe2(enden_.data(), O_CLOEXEC | O_NONBLOCK) != 0) {
+        return;
     }
-    schreibende = leitung_[1];
-    wache_ = std::make_unique<QSocketNotifier>(leitung_[0], QSocketNotifier::Read);
-    connect(wache_.get(), &QSocketNotifier::activated, this, [] { QCoreApplication::exit(0); });
+    schreibende = enden_[1];
     for (const int signal : kSignale) {
         (void)std::signal(signal, melde);
     }
 }
 
-Endsignal::~Endsignal() {
+Signalleitung::~Signalleitung() {
+    if (enden_[0] < 0) {
+        return;
+    }
     for (const int signal : kSignale) {
         (void)std::signal(signal, SIG_DFL);
     }
-    wache_.reset();
     schreibende = -1;
-    for (const int ende : leitung_) {
-        if (ende >= 0) {
-            (void)::close(ende);
-        }
+    for (const int ende : enden_) {
+        (void)::close(ende);
     }
 }
 
