@@ -64,9 +64,9 @@ void etikettiere(benchmark::State& zustand) {
         roh.ende = roh.start;
         eintraege.push_back(std::make_shared<const GpxMetadaten>(std::move(roh)));
     }
-    eintraege = ordnung::mitOrtsEtiketten(std::move(eintraege));
+    eintraege = listenordnung::mitOrtsEtiketten(std::move(eintraege));
     for ([[maybe_unused]] const auto schritt : zustand) {
-        benchmark::DoNotOptimize(ordnung::mitOrtsEtiketten(eintraege));
+        benchmark::DoNotOptimize(listenordnung::mitOrtsEtiketten(eintraege));
     }
 }
 BENCHMARK(etikettiere)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);

@@ -18,8 +18,8 @@
 #include "base/Wecker.h"
 #include "library/Aenderungsprotokoll.h"
 #include "library/CacheDienst.h"
+#include "library/Listenordnung.h"
 #include "library/Ordnerlesung.h"
-#include "library/Ordnung.h"
 #include "library/Pfadverzeichnis.h"
 #include "platform/Einstellungen.h"
 #include "platform/Papierkorb.h"
@@ -148,7 +148,7 @@ class Bibliothek {
 
     void schliesseAb(Abschluss abschluss);
     void ordne();
-    void landeOrdnung(std::uint64_t nummer, ordnung::Ergebnis& ergebnis);
+    void landeOrdnung(std::uint64_t nummer, listenordnung::Ergebnis& ergebnis);
     [[nodiscard]] std::vector<Fertig> beende(std::vector<Abschluss> abschluesse);
     [[nodiscard]] bool wartetAufImporte();
     [[nodiscard]] bool istEtwasFaellig() const;

@@ -27,8 +27,8 @@ void Bibliothek::ordne() {
     const auto liste = std::make_shared<Eintraege>(eintraege_.wert());
     rueckweg_.hinUndZurueck(
         hintergrund(),
-        [liste] { return std::make_shared<ordnung::Ergebnis>(ordnung::ordne(std::exchange(*liste, {}))); },
-        [this, nummer = ++ordnung_](const std::shared_ptr<ordnung::Ergebnis>& ergebnis) {
+        [liste] { return std::make_shared<listenordnung::Ergebnis>(listenordnung::ordne(std::exchange(*liste, {}))); },
+        [this, nummer = ++ordnung_](const std::shared_ptr<listenordnung::Ergebnis>& ergebnis) {
             landeOrdnung(nummer, *ergebnis);
         });
 }
@@ -48,7 +48,7 @@ bool Bibliothek::wartetAufImporte() {
     return true;
 }
 
-void Bibliothek::landeOrdnung(std::uint64_t nummer, ordnung::Ergebnis& ergebnis) {
+void Bibliothek::landeOrdnung(std::uint64_t nummer, listenordnung::Ergebnis& ergebnis) {
     if (nummer != ordnung_ || !ordnet_) {
         return;  // overtaken
     }

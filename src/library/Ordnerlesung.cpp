@@ -8,7 +8,7 @@
 #include "base/Text.h"
 #include "base/VorlaeufigeDatei.h"
 #include "library/Cache.h"
-#include "library/Ordnung.h"
+#include "library/Listenordnung.h"
 
 namespace spurkiste {
 
@@ -63,7 +63,7 @@ Ordnerlesung Ordnerlesung::lies(const Auftrag& auftrag, const std::atomic<bool>&
             lesung.stand.zuLesen.push_back(std::move(pfad));
         }
     }
-    ordnung::sortiereNachPfad(lesung.stand.eintraege);
+    listenordnung::sortiereNachPfad(lesung.stand.eintraege);
     lesung.stand.verzeichnis = Pfadverzeichnis(lesung.stand.eintraege);
     lesung.ausgang = Ausgang::gelesen;
     return lesung;

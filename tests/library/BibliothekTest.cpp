@@ -233,7 +233,7 @@ Eintrag eintrag(std::string pfad, std::optional<Koordinate> start, std::optional
 TEST(MitOrtsEtiketten, sortsByComposedPathAndKeepsEqualOnesInOrder) {
     const std::string zerlegt = "/u\xCC\x88.gpx";         // u and a combining diaeresis
     const std::string zusammengesetzt = "/\xC3\xBC.gpx";  // the same character composed
-    const Bibliothek::Eintraege sortiert = ordnung::mitOrtsEtiketten(
+    const Bibliothek::Eintraege sortiert = listenordnung::mitOrtsEtiketten(
         {eintrag("/\xF0\x9F\x9A\xB4.gpx", {}), eintrag("/z.gpx", {}), eintrag(zerlegt, {}), eintrag("/ue.gpx", {}),
          eintrag(zusammengesetzt, {}), eintrag("/\xEF\xBF\xBD.gpx", {}), eintrag("/B.gpx", {}), eintrag("/a.gpx", {})});
     std::vector<std::string> pfade;
@@ -248,13 +248,13 @@ TEST(MitOrtsEtiketten, namesSpotsTogetherAndReplacesOnlyRecordsWhoseLabelsChange
     const Koordinate meer{0.0, -30.0};
     const Koordinate daneben{0.002, -30.0};  // 222 m away
     const auto einmal =
-        ordnung::mitOrtsEtiketten({eintrag("/b", daneben), eintrag("/a", meer, meer), eintrag("/c", {}, meer)});
+        listenordnung::mitOrtsEtiketten({eintrag("/b", daneben), eintrag("/a", meer, meer), eintrag("/c", {}, meer)});
     EXPECT_EQ(einmal[0]->startOrt, "0.00100, -30.00000");
     EXPECT_EQ(einmal[1]->startOrt, einmal[0]->startOrt);
     EXPECT_EQ(einmal[0]->zielOrt, "0.00000, -30.00000");
     EXPECT_EQ(einmal[2]->startOrt, std::nullopt);
     EXPECT_EQ(einmal[2]->zielOrt, einmal[0]->zielOrt);
-    const auto nochmal = ordnung::mitOrtsEtiketten(einmal);
+    const auto nochmal = listenordnung::mitOrtsEtiketten(einmal);
     EXPECT_EQ(nochmal, einmal);  // the very same objects
 }
 

@@ -1,4 +1,4 @@
-#include "library/Ordnung.h"
+#include "library/Listenordnung.h"
 
 #include <algorithm>
 #include <memory>
@@ -9,7 +9,7 @@
 #include "base/Text.h"
 #include "places/OrtsEtiketten.h"
 
-namespace spurkiste::ordnung {
+namespace spurkiste::listenordnung {
 
 namespace {
 
@@ -67,4 +67,4 @@ Ergebnis ordne(std::vector<Eintrag> eintraege) {
     return ergebnis;
 }
 
-}  // namespace spurkiste::ordnung
+}  // namespace spurkiste::listenordnung

@@ -6,7 +6,7 @@
 #include "track/GpxMetadaten.h"
 
 /// The order and the labels of a list that has settled. Every function may be called from any thread.
-namespace spurkiste::ordnung {
+namespace spurkiste::listenordnung {
 
 /// Sorts by path: Unicode scalar values after canonical composition, stable.
 void sortiereNachPfad(std::vector<Eintrag>& eintraege);
@@ -24,4 +24,4 @@ struct Ergebnis {
 
 [[nodiscard]] Ergebnis ordne(std::vector<Eintrag> eintraege);
 
-}  // namespace spurkiste::ordnung
+}  // namespace spurkiste::listenordnung
