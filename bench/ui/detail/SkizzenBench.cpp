@@ -1,6 +1,5 @@
-// How long the detail panel takes to paint the sketch of a track that it has not
-// painted before, on a screen of two device pixels per logical one. A frame is
-// 16 ms.
+// How long the detail panel takes to paint the sketch of a track that it has not painted before, on a screen of two
+// device pixels per logical one. A frame is 16 ms.
 #include <QApplication>
 #include <array>
 #include <cmath>

@@ -1,5 +1,4 @@
-// How long the table takes to show other rows, to paint a page and to be
-// scrolled, and what of that allocates.
+// How long the table takes to show other rows, to paint a page and to be scrolled, and what of that allocates.
 #include <QApplication>
 #include <QScrollBar>
 #include <QTimer>
@@ -25,10 +24,9 @@ std::atomic<std::int64_t> anforderungen = 0;
 
 }  // namespace
 
-// Takes the place of the C library's function for every library of the process,
-// the toolkit included: counting only what operator new hands out would miss
-// most of it. NOLINTBEGIN(bugprone-reserved-identifier, cert-dcl37-c,
-// cert-dcl51-cpp, readability-identifier-naming)
+// Takes the place of the C library's function for every library of the process, the toolkit included: counting only
+// what operator new hands out would miss most of it. The names are the C library's.
+// NOLINTBEGIN(bugprone-reserved-identifier, cert-dcl37-c, cert-dcl51-cpp, readability-identifier-naming)
 extern "C" {
 void* __libc_malloc(std::size_t groesse);
 void* __libc_calloc(std::size_t anzahl, std::size_t groesse);
@@ -47,8 +45,7 @@ void* realloc(void* speicher, std::size_t groesse) {
     return __libc_realloc(speicher, groesse);
 }
 }
-// NOLINTEND(bugprone-reserved-identifier, cert-dcl37-c, cert-dcl51-cpp,
-// readability-identifier-naming)
+// NOLINTEND(bugprone-reserved-identifier, cert-dcl37-c, cert-dcl51-cpp, readability-identifier-naming)
 
 namespace {
 
@@ -89,8 +86,7 @@ Ansichtszustand suche(std::string_view wort) {
     return zustand;
 }
 
-/// From one list of rows to another and back, without making them and without
-/// painting.
+/// From one list of rows to another and back, without making them and without painting.
 void wechsle(benchmark::State& lauf, Buehne& buehne, const Zeilen& a, const Zeilen& b) {
     bool zuB = true;
     buehne.zeige(a);
@@ -222,8 +218,7 @@ void BM_SeiteNeu(benchmark::State& lauf) {
 }
 BENCHMARK(BM_SeiteNeu)->Unit(benchmark::kMillisecond);
 
-/// From top to bottom, `range(1)` pixels at a time: 96 are a notch of the
-/// wheel, 608 a page. One step is one picture.
+/// From top to bottom, `range(1)` pixels at a time: 96 are a notch of the wheel, 608 a page. One step is one picture.
 void BM_Rollen(benchmark::State& lauf) {
     Buehne buehne(lauf.range(0));
     Zaehlung zaehlung(lauf);
