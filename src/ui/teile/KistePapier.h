@@ -14,9 +14,9 @@ class KistePapier {
         // NOLINTNEXTLINE(bugprone-incorrect-roundings): lround is not there at compile time; nothing is negative
         return static_cast<ushort>(wert * 0xffff + 0.5);
     }
-    /// An opaque colour from components of 0 to 1, kept with 16 bits each.
-    static consteval QColor farbe(double rot, double gruen, double blau) {
-        return QColor(QColor::Rgb, 0xffff, teil(rot), teil(gruen), teil(blau));
+    /// An opaque colour from its red, green and blue, each of 0 to 1, kept with 16 bits each.
+    static consteval QColor farbe(double r, double g, double b) {
+        return QColor(QColor::Rgb, 0xffff, teil(r), teil(g), teil(b));
     }
 
   public:
