@@ -54,7 +54,8 @@ class Vorrat {
     }
 
     std::string text() {
-        const auto laenge = std::min<std::size_t>(zahl(1) % 24, bytes_.size());
+        const std::size_t gewuenscht = zahl(1) % 24;
+        const std::size_t laenge = std::min(gewuenscht, bytes_.size());
         const std::string roh(bytes_.substr(0, laenge));
         bytes_.remove_prefix(laenge);
         std::string ergebnis = JsonText::inUtf8(roh);

@@ -76,7 +76,7 @@ inline const char* lies(const char* stelle, std::int64_t& zahl) {
     const bool negativ = *stelle == '-';
     std::uint64_t betrag = 0;
     const char* const nach = intern::liesZiffern(stelle + (negativ ? 1 : 0), betrag);
-    zahl = negativ ? -static_cast<std::int64_t>(betrag) : static_cast<std::int64_t>(betrag);
+    zahl = static_cast<std::int64_t>(negativ ? 0 - betrag : betrag);
     return negativ && betrag == 0 ? nullptr : nach;
 }
 

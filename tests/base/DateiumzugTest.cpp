@@ -236,9 +236,10 @@ TEST_P(DateiumzugTest, refusesSourcesThatAreNoFilesWithoutWaiting) {
     fs::create_symlink("kreis", ordner.in("kreis"));
     fs::create_directory(ordner.in("ziel"));
     mitIhnen([&] {
-        for (const auto& [name, fehler] : faelle) {
-            EXPECT_EQ(fehlerVon([&] { const dateien::Kopie kopie(ordner.in(name), ordner.in("ziel")); }), fehler)
-                << name;
+        for (const Fall& fall : faelle) {
+            EXPECT_EQ(fehlerVon([&] { const dateien::Kopie kopie(ordner.in(fall.name), ordner.in("ziel")); }),
+                      fall.fehler)
+                << fall.name;
         }
         const auto kopiere = [&] { const dateien::Kopie kopie(ordner.in("q"), ordner.in("ziel")); };
         {
@@ -253,7 +254,7 @@ TEST_P(DateiumzugTest, refusesSourcesThatAreNoFilesWithoutWaiting) {
 
 TEST_P(DateiumzugTest, aFullDiskLeavesNoPartOfACopy) {
     fs::create_directory(ordner.in("ziel"));
-    for (const std::size_t groesse : {1001, 200'000}) {
+    for (const std::size_t groesse : {1001U, 200'000U}) {
         const std::string quelle = ordner.schreibe("q", std::string(groesse, 'x'));
         mitIhnen([&] {
             int fehler = 0;

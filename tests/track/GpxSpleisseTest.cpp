@@ -180,7 +180,7 @@ TEST(GpxSpleisse, largeFilesHaveTheirPlaceFoundInPieces) {
         EXPECT_EQ(spleisse->spleisse, erwartet) << leerraum;
     };
     pruefe(130 * mebi);
-    for (const std::size_t naht : {10, 16, 23}) {  // where the pieces part: before the tag, in it, before its end
+    for (const std::size_t naht : {10U, 16U, 23U}) {  // where the pieces part: before the tag, in it, before its end
         pruefe(16 * mebi - naht);
     }
 }

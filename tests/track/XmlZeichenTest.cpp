@@ -54,7 +54,7 @@ TEST(XmlZeichenTest, KenntDieGrenzenDerErlaubtenZeichenAnJederStelleEinesBlocks)
     };
     for (std::size_t i = 0; i < faelle.size(); ++i) {
         for (std::size_t davor = 0; davor < 36; ++davor) {
-            for (const std::size_t danach : {0, 1, 15, 16, 40}) {
+            for (const std::size_t danach : {0U, 1U, 15U, 16U, 40U}) {
                 std::string text(davor, 'x');
                 text.append(faelle[i].first).append(danach, '\n');
                 EXPECT_EQ(xmlzeichen::alleErlaubt(text), faelle[i].second) << i << " behind " << davor;
