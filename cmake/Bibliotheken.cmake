@@ -1,15 +1,20 @@
-# Third-party libraries, all from Debian 12; docs/architecture.md says why each.
+# Third-party libraries, all from Debian; docs/architecture.md says why each. The versions are Debian 12's: older ones are
+# not tried.
 find_package(PkgConfig REQUIRED)
-find_package(EXPAT REQUIRED)
+find_package(EXPAT 2.5 REQUIRED)
 find_package(simdjson REQUIRED)
-find_package(ICU REQUIRED COMPONENTS uc i18n)
+if(simdjson_VERSION VERSION_LESS 3.0) # its own files take a version asked for only if that is the very same
+  message(FATAL_ERROR "simdjson ${simdjson_VERSION} is too old: 3.0 is needed")
+endif()
+find_package(ICU 72 REQUIRED COMPONENTS uc i18n)
 find_package(Threads REQUIRED)
-pkg_check_modules(GIO REQUIRED IMPORTED_TARGET gio-2.0)
+pkg_check_modules(GIO REQUIRED IMPORTED_TARGET gio-2.0>=2.74)
 if(SPURKISTE_PRUEFUNGEN)
-  find_package(GTest REQUIRED)
-  find_package(Qt6 6.4 REQUIRED COMPONENTS Test)
+  find_package(GTest 1.12 REQUIRED)
 endif()
 if(SPURKISTE_MESSUNGEN)
-  find_package(benchmark REQUIRED)
+  find_package(benchmark 1.7 REQUIRED)
 endif()
-find_package(Qt6 6.4 REQUIRED COMPONENTS DBus Network Svg Widgets)
+if(SPURKISTE_FENSTER)
+  find_package(Qt6 6.4 REQUIRED COMPONENTS DBus Network Svg Widgets OPTIONAL_COMPONENTS Test)
+endif()

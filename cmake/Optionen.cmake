@@ -1,8 +1,12 @@
 # Options and the flags that every target of the project gets.
+option(SPURKISTE_FENSTER "Build the window; without it, the command line alone and no Qt" ON)
 option(SPURKISTE_PRUEFUNGEN "Build the tests and the fuzz targets" ON)
 option(SPURKISTE_MESSUNGEN "Build the benchmarks" OFF)
 option(SPURKISTE_STRENG "Take warnings for errors" OFF)
 option(SPURKISTE_FUZZ "Build the fuzz targets against libFuzzer (needs clang)" OFF)
+if(SPURKISTE_MESSUNGEN AND NOT SPURKISTE_FENSTER)
+  message(FATAL_ERROR "The benchmarks measure the window, too: SPURKISTE_MESSUNGEN needs SPURKISTE_FENSTER")
+endif()
 set(SPURKISTE_SANITIZER "" CACHE STRING "Sanitizers for every target, as in -fsanitize=")
 
 # NDEBUG stays undefined in every configuration: a wrong call is a bug, and assert says so.
@@ -28,8 +32,8 @@ if(SPURKISTE_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
   set(CMAKE_CXX_COMPILER_LAUNCHER ${SPURKISTE_CCACHE})
 endif()
 
-# spurkiste_bibliothek(name SOURCES ... KENNT ... NUTZT ...): one floor of the house.
-# KENNT are the floors below, part of its interface; NUTZT are third-party libraries hidden behind its sources.
+# spurkiste_bibliothek(name SOURCES ... KENNT ... NUTZT ...): one room of the house.
+# KENNT are the rooms that it knows, part of its interface; NUTZT are third-party libraries hidden behind its sources.
 function(spurkiste_bibliothek name)
   cmake_parse_arguments(ARG "" "" "SOURCES;KENNT;NUTZT" ${ARGN})
   add_library(${name} STATIC ${ARG_SOURCES})
