@@ -15,14 +15,16 @@ std::byte* bildeAb(std::size_t groesse) {
     const std::size_t zugabe = gross ? Seiten::kGrosseSeite : 0;
     void* const roh =
         ::mmap(nullptr, groesse + zugabe, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
-    if (roh == MAP_FAILED) {  // NOLINT: the system's macro casts a number to a pointer
+    // The system's macro casts a number to a pointer.
+    if (roh == MAP_FAILED) {  // NOLINT(cppcoreguidelines-pro-type-cstyle-cast, performance-no-int-to-ptr)
         throw std::bad_alloc();
     }
     auto* const anfang = static_cast<std::byte*>(roh);
     if (!gross) {
         return anfang;
     }
-    const auto adresse = reinterpret_cast<std::uintptr_t>(roh);  // NOLINT: only to see how it is aligned
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): only to see how it is aligned
+    const auto adresse = reinterpret_cast<std::uintptr_t>(roh);
     const std::size_t vorn = (zugabe - adresse % zugabe) % zugabe;
     if (vorn > 0) {
         ::munmap(anfang, vorn);

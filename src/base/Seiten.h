@@ -24,7 +24,7 @@ class Seiten {
     };
 
     std::size_t groesse_;
-    std::unique_ptr<std::byte[], Rueckgabe> anfang_;
+    std::unique_ptr<std::byte, Rueckgabe> anfang_;
 };
 
 }  // namespace spurkiste
