@@ -69,9 +69,7 @@ class Fundstellen {
 /// Puts the content together: new bytes in portions, old ones in runs as long as they come.
 class Ausgabe {
   public:
-    Ausgabe(CacheAbgleich& abgleich, const CacheAbdruck* vorher) : abgleich_(abgleich), fundstellen_(vorher) {
-        puffer_ = CacheEigenform::kAnfang;
-    }
+    Ausgabe(CacheAbgleich& abgleich, const CacheAbdruck* vorher) : abgleich_(abgleich), fundstellen_(vorher) {}
 
     /// False when a number is not finite.
     bool haengeAn(const Eintrag& eintrag) {
@@ -139,8 +137,8 @@ class Ausgabe {
     CacheAbgleich& abgleich_;
     Fundstellen fundstellen_;
     std::vector<CacheAbdruck::Stelle> stellen_;
-    std::string puffer_;         // new bytes
-    std::uint64_t altesAb_ = 0;  // or a run of old ones, never both
+    std::string puffer_{CacheEigenform::kAnfang};  // new bytes
+    std::uint64_t altesAb_ = 0;                    // or a run of old ones, never both
     std::uint64_t altesBis_ = 0;
 };
 

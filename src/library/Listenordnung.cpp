@@ -59,7 +59,7 @@ std::vector<Eintrag> mitOrtsEtiketten(std::vector<Eintrag> eintraege) {
     return eintraege;
 }
 
-Ergebnis ordne(std::vector<Eintrag> eintraege) {
+Ergebnis ordne(const std::vector<Eintrag>& eintraege) {
     Ergebnis ergebnis;
     ergebnis.eintraege = mitOrtsEtiketten(eintraege);
     ergebnis.neu = ergebnis.eintraege != eintraege;

@@ -22,6 +22,6 @@ struct Ergebnis {
     bool neu = true;              ///< false: it is the very list that it was made from
 };
 
-[[nodiscard]] Ergebnis ordne(std::vector<Eintrag> eintraege);
+[[nodiscard]] Ergebnis ordne(const std::vector<Eintrag>& eintraege);
 
 }  // namespace spurkiste::listenordnung

@@ -180,8 +180,10 @@ struct Lauf {
             erstes = false;
         }
         if constexpr (kOptional<Wert>) {
-            wert.reset();
-            return !da || lies(wert.emplace());
+            typename Wert::value_type neuer{};
+            const bool gelungen = !da || lies(neuer);
+            wert = da ? Wert(std::move(neuer)) : std::nullopt;
+            return gelungen;
         } else {
             return da && lies(wert);
         }

@@ -1,6 +1,8 @@
 #include "platform/posix/Signalleitung.h"
 
+#include <array>
 #include <atomic>
+#include <cerrno>
 #include <csignal>
 
 #include <fcntl.h>
@@ -12,12 +14,17 @@ namespace {
 
 constexpr std::array kSignale{SIGTERM, SIGHUP, SIGINT};
 
-/// Where the handler writes; it can be given nothing.
+/// Where the handler writes.
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): a handler can be given nothing
 std::atomic<int> schreibende = -1;
 
+/// Whatever it interrupts may be about to look at the error number.
 extern "C" void melde(int /*signal*/) {
+    const int fehler = errno;
     const char zeichen = 0;
-    (void)!::write(schreibende, &zeichen, 1);
+    // A full line says it already.
+    [[maybe_unused]] const ssize_t geschrieben = ::write(schreibende, &zeichen, 1);
+    errno = fehler;
 }
 
 }  // namespace
