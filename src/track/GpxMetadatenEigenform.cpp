@@ -171,12 +171,12 @@ struct Lauf {
 
     template <class Wert>
     bool liesMitglied(std::string_view name, Wert& wert, bool& erstes) {
-        const char* const name_ab = stelle + (erstes ? 1 : 2);
-        const bool da = (erstes || *stelle == ',') && name_ab[-1] == '"' &&
-                        std::memcmp(name_ab, name.data(), name.size()) == 0 && name_ab[name.size()] == '"' &&
-                        name_ab[name.size() + 1] == ':';
+        const char* const nameAb = stelle + (erstes ? 1 : 2);
+        const bool da = (erstes || *stelle == ',') && nameAb[-1] == '"' &&
+                        std::memcmp(nameAb, name.data(), name.size()) == 0 && nameAb[name.size()] == '"' &&
+                        nameAb[name.size() + 1] == ':';
         if (da) {
-            stelle = name_ab + name.size() + 2;
+            stelle = nameAb + name.size() + 2;
             erstes = false;
         }
         if constexpr (kOptional<Wert>) {

@@ -105,7 +105,7 @@ struct Ausgabe {
     }
 
     static std::string_view mitExponent(double wert, zahl::Puffer& puffer) {
-        const auto ende =
+        const char* const ende =
             std::to_chars(puffer.data(), puffer.data() + puffer.size(), wert, std::chars_format::scientific).ptr;
         return {puffer.data(), ende};
     }
