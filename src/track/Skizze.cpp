@@ -37,6 +37,7 @@ std::size_t Skizze::Bau::plaetze() const {
 
 Skizze Skizze::Bau::fertig() && {
     return anfaenge_.empty() ? Skizze() : fertigAn([](std::size_t anzahl) {
+        // NOLINTNEXTLINE(cppcoreguidelines-avoid-c-arrays, modernize-avoid-c-arrays): as many as it takes, in one piece
         auto platz = std::make_shared<Koordinate[]>(anzahl);
         Koordinate* const anfang = platz.get();
         return std::shared_ptr<Koordinate>(std::move(platz), anfang);
