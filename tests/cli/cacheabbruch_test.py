@@ -42,14 +42,14 @@ def main(programm, ressourcen, abbrueche):
         beginn = time.monotonic()
         if liste().wait() != 0:
             return 1
-        dauer = time.monotonic() - beginn
+        marke = time.monotonic() - beginn  # about when the cache is written, however busy the machine becomes
         davor, alte, neue, reste = "zuerst", 0, 0, 0
         for runde in range(abbrueche):
             jetzt = f"runde{runde:04d}" + "x" * runde  # so that size alone tells a file from the one before
             schreibe(jetzt)
             prozess = liste(stderr=subprocess.DEVNULL)
             try:
-                prozess.wait(zufall.uniform(0.5, 1.1) * dauer)
+                prozess.wait(zufall.uniform(0.8, 1.2) * marke)
             except subprocess.TimeoutExpired:
                 prozess.send_signal(signal.SIGKILL)
                 prozess.wait()
@@ -59,6 +59,7 @@ def main(programm, ressourcen, abbrueche):
                 return 1
             alte += gefunden == {davor}
             neue += gefunden == {jetzt}
+            marke *= 0.9 if gefunden == {jetzt} else 1.1
             davor = gefunden.pop()
             reste += sum(name.endswith(".tmp") for name in os.listdir(ordner))
             if runde % 10 == 9:
