@@ -27,6 +27,23 @@ std::optional<Stand> alsStand(int ergebnis, const struct stat& zustand) {
     return Stand{zustand.st_dev, zustand.st_ino, zustand.st_size, zustand.st_mtim.tv_sec, zustand.st_mtim.tv_nsec};
 }
 
+/// Fills the buffer by system calls that each get how much is there already, and returns how much came.
+template <typename Aufruf>
+std::size_t fuelle(std::span<char> puffer, Aufruf rufe) {
+    std::size_t gelesen = 0;
+    while (gelesen < puffer.size()) {
+        const ssize_t anzahl = rufe(gelesen);
+        if (anzahl < 0 && errno == EINTR) {
+            continue;
+        }
+        if (anzahl <= 0) {
+            break;
+        }
+        gelesen += static_cast<std::size_t>(anzahl);
+    }
+    return gelesen;
+}
+
 }  // namespace
 
 std::optional<Angaben> angaben(const std::string& pfad) {
@@ -134,34 +151,16 @@ std::optional<Leser> Leser::oeffne(const std::string& pfad) {
 }
 
 std::size_t Leser::lies(std::span<char> puffer) {
-    std::size_t gelesen = 0;
-    while (gelesen < puffer.size()) {
-        const ssize_t anzahl = ::read(nummer_.wert(), puffer.data() + gelesen, puffer.size() - gelesen);
-        if (anzahl < 0 && errno == EINTR) {
-            continue;
-        }
-        if (anzahl <= 0) {
-            break;
-        }
-        gelesen += static_cast<std::size_t>(anzahl);
-    }
-    return gelesen;
+    return fuelle(puffer, [&](std::size_t gelesen) {
+        return ::read(nummer_.wert(), puffer.data() + gelesen, puffer.size() - gelesen);
+    });
 }
 
 std::size_t Leser::liesAb(std::uint64_t stelle, std::span<char> puffer) const {
-    std::size_t gelesen = 0;
-    while (gelesen < puffer.size()) {
-        const ssize_t anzahl = ::pread(nummer_.wert(), puffer.data() + gelesen, puffer.size() - gelesen,
-                                       static_cast<off_t>(stelle + gelesen));
-        if (anzahl < 0 && errno == EINTR) {
-            continue;
-        }
-        if (anzahl <= 0) {
-            break;
-        }
-        gelesen += static_cast<std::size_t>(anzahl);
-    }
-    return gelesen;
+    return fuelle(puffer, [&](std::size_t gelesen) {
+        return ::pread(nummer_.wert(), puffer.data() + gelesen, puffer.size() - gelesen,
+                       static_cast<off_t>(stelle + gelesen));
+    });
 }
 
 std::size_t Leser::groesse() const {
