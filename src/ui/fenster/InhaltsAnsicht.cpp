@@ -9,6 +9,7 @@
 #include <chrono>
 #include <utility>
 
+#include "ui/fenster/Fensterlage.h"
 #include "ui/teile/KistePapier.h"
 #include "ui/teile/Papier.h"
 #include "ui/teile/Textzeile.h"
@@ -166,9 +167,8 @@ void InhaltsAnsicht::belegeTasten() {
 }
 
 void InhaltsAnsicht::stelleWiederHer() {
-    resize(kGroesse);
-    teiler_->setSizes({kGroesse.width() - 1 - kRechtsIdeal, kRechtsIdeal});
-    restoreGeometry(ausBase64(einstellungen_.lies(kFensterlage)));
+    Fensterlage::stelle(*this, kGroesse, ausBase64(einstellungen_.lies(kFensterlage)));
+    teiler_->setSizes({width() - 1 - kRechtsIdeal, kRechtsIdeal});
     teiler_->restoreState(ausBase64(einstellungen_.lies(kTeilerlage)));
     teiler_->setHandleWidth(1);
     if (const auto breiten = einstellungen_.lies(kSpaltenbreiten)) {
