@@ -11,13 +11,14 @@ namespace spurkiste {
 template <class Wert>
 class Selten {
   public:
-    using value_type = Wert;
+    using value_type = Wert;  // NOLINT(readability-identifier-naming): std
 
     Selten() = default;
     // Implicit, as those of std::optional are.
-    Selten(std::nullopt_t /*absent*/) {}
-    Selten(Wert wert) : wert_(std::make_unique<Wert>(std::move(wert))) {}
-    Selten(std::optional<Wert> wert) : wert_(wert ? std::make_unique<Wert>(std::move(*wert)) : nullptr) {}
+    Selten(std::nullopt_t /*absent*/) {}                                   // NOLINT(google-explicit-constructor)
+    Selten(Wert wert) : wert_(std::make_unique<Wert>(std::move(wert))) {}  // NOLINT(google-explicit-constructor)
+    Selten(std::optional<Wert> wert)
+        : wert_(wert ? std::make_unique<Wert>(std::move(*wert)) : nullptr) {}  // NOLINT(google-explicit-constructor)
     Selten(const Selten& andere) : wert_(andere.wert_ ? std::make_unique<Wert>(*andere.wert_) : nullptr) {}
     Selten(Selten&& andere) noexcept = default;
     Selten& operator=(Selten andere) noexcept {
@@ -26,7 +27,7 @@ class Selten {
     }
     ~Selten() = default;
 
-    [[nodiscard]] bool has_value() const { return wert_ != nullptr; }
+    [[nodiscard]] bool has_value() const { return wert_ != nullptr; }  // NOLINT(readability-identifier-naming): std
     explicit operator bool() const { return has_value(); }
     // There must be one.
     [[nodiscard]] Wert& operator*() { return *wert_; }

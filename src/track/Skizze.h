@@ -96,11 +96,11 @@ class Skizze::Punkte {
     /// Goes from point to point.
     class Zeiger {
       public:
-        using value_type = Koordinate;
-        using reference = Koordinate;
-        using pointer = void;
-        using difference_type = std::ptrdiff_t;
-        using iterator_category = std::input_iterator_tag;
+        using value_type = Koordinate;                      // NOLINT(readability-identifier-naming): std
+        using reference = Koordinate;                       // NOLINT(readability-identifier-naming): std
+        using pointer = void;                               // NOLINT(readability-identifier-naming): std
+        using difference_type = std::ptrdiff_t;             // NOLINT(readability-identifier-naming): std
+        using iterator_category = std::input_iterator_tag;  // NOLINT(readability-identifier-naming): std
 
         Zeiger() = default;
         Koordinate operator*() const { return lies(ab_, stelle_, rund_); }
@@ -108,7 +108,7 @@ class Skizze::Punkte {
             ++stelle_;
             return *this;
         }
-        Zeiger operator++(int) {
+        Zeiger operator++(int) {  // NOLINT(cert-dcl21-cpp): as iterators do
             const Zeiger vorher = *this;
             ++stelle_;
             return vorher;
