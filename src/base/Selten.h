@@ -17,7 +17,7 @@ class Selten {
     // Implicit, as those of std::optional are.
     Selten(std::nullopt_t /*absent*/) {}                                   // NOLINT(google-explicit-constructor)
     Selten(Wert wert) : wert_(std::make_unique<Wert>(std::move(wert))) {}  // NOLINT(google-explicit-constructor)
-    Selten(std::optional<Wert> wert)  // NOLINT(google-explicit-constructor)
+    Selten(std::optional<Wert> wert)                                       // NOLINT(google-explicit-constructor)
         : wert_(wert ? std::make_unique<Wert>(std::move(*wert)) : nullptr) {}
     Selten(const Selten& andere) : wert_(andere.wert_ ? std::make_unique<Wert>(*andere.wert_) : nullptr) {}
     Selten(Selten&& andere) noexcept = default;
