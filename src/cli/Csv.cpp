@@ -68,7 +68,7 @@ class Csvzeile {
         nimm(ort ? std::optional(ort->breite) : std::nullopt);
         nimm(ort ? std::optional(ort->laenge) : std::nullopt);
     }
-    void nimm(const std::optional<GpxWetter>& wetter) {
+    void nimm(const Selten<GpxWetter>& wetter) {
         const auto eines = [&](auto zeiger) {
             if (wetter) {
                 nimm(*wetter.*zeiger);
@@ -85,7 +85,7 @@ class Csvzeile {
         nimm(std::string(name) + "Breite");
         nimm(std::string(name) + "Laenge");
     }
-    void titel(std::string_view /*name*/, const std::optional<GpxWetter>& /*wetter*/) {
+    void titel(std::string_view /*name*/, const Selten<GpxWetter>& /*wetter*/) {
         std::apply([&](const auto&... feld) { (this->nimm(feld.name), ...); }, kWetterFelder);
     }
     static void titel(std::string_view /*name*/, const Skizze& /*skizze*/) {}

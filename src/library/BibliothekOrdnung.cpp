@@ -5,9 +5,16 @@
 #include <memory>
 #include <utility>
 
+#include "base/Speicher.h"
 #include "library/BibliothekLaeufe.h"
 
 namespace spurkiste {
+
+namespace {
+
+constexpr std::size_t kLang = 10000;  // records that leave behind memory worth the milliseconds it takes to return it
+
+}  // namespace
 
 void Bibliothek::schliesseAb(Abschluss abschluss) {
     abschluesse_.push_back(std::move(abschluss));
@@ -27,7 +34,18 @@ void Bibliothek::ordne() {
     const auto liste = std::make_shared<Eintraege>(eintraege_.wert());
     rueckweg_.hinUndZurueck(
         hintergrund(),
-        [liste] { return std::make_shared<listenordnung::Ergebnis>(listenordnung::ordne(std::exchange(*liste, {}))); },
+        [liste] {
+            // By now the load has left behind what it needed, and sorting leaves as much.
+            const bool lang = liste->size() > kLang;
+            if (lang) {
+                speicher::gibZurueck();
+            }
+            auto ergebnis = std::make_shared<listenordnung::Ergebnis>(listenordnung::ordne(std::exchange(*liste, {})));
+            if (lang) {
+                speicher::gibZurueck();
+            }
+            return ergebnis;
+        },
         [this, nummer = ++ordnung_](const std::shared_ptr<listenordnung::Ergebnis>& ergebnis) {
             landeOrdnung(nummer, *ergebnis);
         });

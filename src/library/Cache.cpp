@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstddef>
 #include <memory>
+#include <new>
 #include <utility>
 
 #include "base/AtomareDatei.h"
@@ -113,7 +114,7 @@ Eintrag Cache::passend(const std::string& pfad) const {
     return unveraendert ? stelle->second : nullptr;
 }
 
-Cache Cache::liesAus(const std::string& ordner, const CacheEigenform::Helfer& helfer) {
+Cache Cache::liesAus(const std::string& ordner, const CacheEigenform::Helfer& helfer) try {
     auto datei = dateien::Leser::oeffne(dateiIn(ordner));
     if (!datei) {
         return {};
@@ -123,6 +124,8 @@ Cache Cache::liesAus(const std::string& ordner, const CacheEigenform::Helfer& he
     }
     auto cache = CacheLeser([&datei](std::span<char> puffer) { return datei->lies(puffer); }).lies();
     return cache && cache->version == kVersion ? std::move(*cache) : Cache{};
+} catch (const std::bad_alloc&) {
+    return {};
 }
 
 Cache Cache::aus(std::shared_ptr<const CacheAbdruck> abdruck) {

@@ -48,6 +48,9 @@ class Abschnittleser {
     }
 
   private:
+    static constexpr std::uint64_t kAufEinmal = std::uint64_t{2}
+                                                << 20;  // a gap between sections may be all of the text
+
     static std::size_t lagerstueck(std::uint64_t textgroesse) {
         constexpr std::size_t klein = std::size_t{128} * 1024;
         return textgroesse < 8 * Seiten::kGrosseSeite ? klein : Seiten::kGrosseSeite;
@@ -57,7 +60,14 @@ class Abschnittleser {
         constexpr std::uint64_t zugabe = 4096;  // a guess at what the last record needs
         ab_ = ab;
         bis_ = ab;
-        holeMehr(anzahl + zugabe);
+        holeMehr(std::min(anzahl, kAufEinmal) + zugabe);
+    }
+
+    /// Nobody asks for what stands before `stelle` any more.
+    void vergissBis(std::uint64_t stelle) {
+        std::copy(puffer_.begin() + static_cast<std::ptrdiff_t>(stelle - ab_),
+                  puffer_.begin() + static_cast<std::ptrdiff_t>(bis_ - ab_), puffer_.begin());
+        ab_ = stelle;
     }
 
     bool holeMehr(std::uint64_t anzahl) {
@@ -100,7 +110,11 @@ class Abschnittleser {
             const auto vorhanden = bis_ - stelle;
             constexpr std::uint64_t mindestens = std::uint64_t{16} * 1024;
             const bool amRand = eintraege_.gelesen() + GpxMetadatenEigenform::kPolster > vorhanden;
-            if (!amRand || vorhanden > JsonStuecke::kHoechstens || !holeMehr(std::max(vorhanden, mindestens))) {
+            if (!amRand || vorhanden > JsonStuecke::kHoechstens) {
+                return nullptr;
+            }
+            vergissBis(stelle);
+            if (!holeMehr(std::max(vorhanden, mindestens))) {
                 return nullptr;
             }
             eintrag = eintraege_.lies(ab(stelle));

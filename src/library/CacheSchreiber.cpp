@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <new>
 #include <optional>
 #include <string_view>
 #include <system_error>
@@ -164,6 +165,8 @@ CacheSchreiber::Ergebnis CacheSchreiber::schreibe(const std::string& pfad, std::
         }
         return ergebnis;
     } catch (const std::system_error&) {
+        return {};
+    } catch (const std::bad_alloc&) {
         return {};
     }
 }

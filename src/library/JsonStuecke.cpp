@@ -1,5 +1,6 @@
 #include "library/JsonStuecke.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <utility>
@@ -53,7 +54,7 @@ bool JsonStuecke::holeMehr() {
         if (ende_ >= kHoechstens) {
             return false;
         }
-        puffer_.resize(2 * ende_ + polster_);
+        puffer_.resize(std::min(2 * ende_, kHoechstens) + polster_);
     }
     const std::size_t anzahl = quelle_(std::span(puffer_).subspan(ende_, puffer_.size() - polster_ - ende_));
     ende_ += anzahl;

@@ -18,7 +18,7 @@ class JsonStuecke {
     using Quelle = std::function<std::size_t(std::span<char>)>;
 
     /// No value may be longer, so that a text without an end cannot fill the memory.
-    static constexpr std::size_t kHoechstens = std::size_t{1} << 30;
+    static constexpr std::size_t kHoechstens = std::size_t{64} << 20;
 
     /// After each value `polster` more bytes will be readable.
     JsonStuecke(Quelle quelle, std::size_t polster);

@@ -1,9 +1,12 @@
 #include "library/Listenordnung.h"
 
 #include <algorithm>
+#include <deque>
 #include <memory>
+#include <new>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "base/Text.h"
@@ -30,12 +33,16 @@ std::vector<std::optional<std::string>> etiketten(const std::vector<Eintrag>& ei
 }  // namespace
 
 void sortiereNachPfad(std::vector<Eintrag>& eintraege) {
-    // UTF-8 sorts by bytes as its characters do by number, so only composed forms have to be made.
-    std::vector<std::pair<std::string, Eintrag>> mitSchluessel;
+    // UTF-8 sorts by bytes as its characters do by number, so only composed forms have to be made, and few differ from
+    // the path itself.
+    std::deque<std::string> komponierte;
+    std::vector<std::pair<std::string_view, Eintrag>> mitSchluessel;
     mitSchluessel.reserve(eintraege.size());
     for (Eintrag& eintrag : eintraege) {
         std::string schluessel = text::nfc(eintrag->pfad);
-        mitSchluessel.emplace_back(std::move(schluessel), std::move(eintrag));
+        const bool anders = schluessel != eintrag->pfad;
+        const std::string_view text = anders ? komponierte.emplace_back(std::move(schluessel)) : eintrag->pfad;
+        mitSchluessel.emplace_back(text, std::move(eintrag));
     }
     std::stable_sort(mitSchluessel.begin(), mitSchluessel.end(),
                      [](const auto& a, const auto& b) { return a.first < b.first; });
@@ -59,12 +66,16 @@ std::vector<Eintrag> mitOrtsEtiketten(std::vector<Eintrag> eintraege) {
     return eintraege;
 }
 
-Ergebnis ordne(const std::vector<Eintrag>& eintraege) {
+Ergebnis ordne(const std::vector<Eintrag>& eintraege) try {
     Ergebnis ergebnis;
     ergebnis.eintraege = mitOrtsEtiketten(eintraege);
     ergebnis.neu = ergebnis.eintraege != eintraege;
     ergebnis.verzeichnis = ergebnis.neu ? Pfadverzeichnis(ergebnis.eintraege) : Pfadverzeichnis();
     return ergebnis;
+} catch (const std::bad_alloc&) {
+    Ergebnis wieBisher;
+    wieBisher.neu = false;
+    return wieBisher;
 }
 
 }  // namespace spurkiste::listenordnung

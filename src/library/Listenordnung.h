@@ -19,7 +19,7 @@ void sortiereNachPfad(std::vector<Eintrag>& eintraege);
 struct Ergebnis {
     std::vector<Eintrag> eintraege;
     Pfadverzeichnis verzeichnis;  ///< of `eintraege`
-    bool neu = true;              ///< false: it is the very list that it was made from
+    bool neu = true;              ///< false: it is the very list that it was made from, or memory did not suffice
 };
 
 [[nodiscard]] Ergebnis ordne(const std::vector<Eintrag>& eintraege);

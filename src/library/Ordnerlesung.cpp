@@ -1,5 +1,6 @@
 #include "library/Ordnerlesung.h"
 
+#include <new>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -24,7 +25,7 @@ Cache holeCache(const Ordnerlesung::Auftrag& auftrag) {
 
 }  // namespace
 
-Ordnerlesung Ordnerlesung::lies(const Auftrag& auftrag, const std::atomic<bool>& abbruch) {
+Ordnerlesung Ordnerlesung::lies(const Auftrag& auftrag, const std::atomic<bool>& abbruch) try {
     const std::string& ordner = auftrag.ordner;
     Ordnerlesung lesung;
     if (abbruch) {
@@ -66,6 +67,11 @@ Ordnerlesung Ordnerlesung::lies(const Auftrag& auftrag, const std::atomic<bool>&
     listenordnung::sortiereNachPfad(lesung.stand.eintraege);
     lesung.stand.verzeichnis = Pfadverzeichnis(lesung.stand.eintraege);
     lesung.ausgang = Ausgang::gelesen;
+    return lesung;
+} catch (const std::bad_alloc&) {
+    Ordnerlesung lesung;
+    lesung.ausgang = Ausgang::unlesbar;
+    lesung.grund = std::make_error_code(std::errc::not_enough_memory).message();
     return lesung;
 }
 

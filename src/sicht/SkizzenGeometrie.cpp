@@ -16,12 +16,12 @@ double inGrenzen(double wert) {
 
 }  // namespace
 
-void SkizzenGeometrie::passeEin(std::span<const Koordinate> punkte, double breite, double hoehe) {
+void SkizzenGeometrie::passeEin(const Skizze::Punkte& punkte, double breite, double hoehe) {
     sueden_ = punkte.front().breite;
     westen_ = punkte.front().laenge;
     double norden = sueden_;
     double osten = westen_;
-    for (const Koordinate& ort : punkte) {
+    for (const Koordinate ort : punkte) {
         sueden_ = std::min(sueden_, ort.breite);
         norden = std::max(norden, ort.breite);
         westen_ = std::min(westen_, ort.laenge);

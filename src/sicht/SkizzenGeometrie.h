@@ -1,7 +1,6 @@
 #pragma once
 
 #include <optional>
-#include <span>
 
 #include "track/GpxMetadaten.h"
 
@@ -39,7 +38,7 @@ class SkizzenGeometrie {
     [[nodiscard]] const std::optional<Punkt>& ende() const { return ende_; }
 
   private:
-    void passeEin(std::span<const Koordinate> punkte, double breite, double hoehe);
+    void passeEin(const Skizze::Punkte& punkte, double breite, double hoehe);
 
     Skizze linien_;
     std::optional<Punkt> fleck_;

@@ -4,6 +4,7 @@
 #include <bit>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 
 /// Numbers as the cache has them, read eight digits at a time. Every function takes a position in bytes that go on for
 /// at least 40 more and returns the one behind the number that stands there, in a form that zahl::schreibe() may have
@@ -114,6 +115,44 @@ inline const char* lies(const char* stelle, double& zahl) {
         return intern::liesSeltene(stelle, zahl);
     }
     zahl = negativ ? -quotient : quotient;
+    return p;
+}
+
+/// A number of at most seven decimals, in ten-millionths. Null when it has more or is beyond 32 bits, and for -0.0: the
+/// function above may then still read it.
+inline const char* liesRund(const char* stelle, std::int32_t& zahl) {
+    constexpr unsigned dezimalen = 7;
+    constexpr std::uint64_t groesste = std::numeric_limits<std::int32_t>::max();
+    const bool negativ = *stelle == '-';
+    std::uint64_t betrag = 0;
+    const char* p = intern::liesZiffern(stelle + (negativ ? 1 : 0), betrag);
+    if (p == nullptr || betrag > groesste / intern::kGanzeZehn[dezimalen]) {
+        return nullptr;
+    }
+    if (*p == '.') {
+        const std::uint64_t acht = intern::lade(++p);
+        const unsigned stellen = intern::ziffern(acht);
+        if (stellen == dezimalen) {
+            // The processor guesses this and reads on before it has counted.
+            betrag = betrag * intern::kGanzeZehn[dezimalen] + intern::wert(acht, dezimalen);
+            p += dezimalen;
+        } else if (stellen > 0 && stellen < dezimalen) {
+            betrag = (betrag * intern::kGanzeZehn[stellen] + intern::wert(acht, stellen)) *
+                     intern::kGanzeZehn[dezimalen - stellen];
+            p += stellen;
+        } else {
+            return nullptr;
+        }
+        if (p[-1] == '0') {
+            return nullptr;
+        }
+    } else {
+        betrag *= intern::kGanzeZehn[dezimalen];
+    }
+    if (betrag > groesste || (negativ && betrag == 0) || *p == 'e') {
+        return nullptr;
+    }
+    zahl = static_cast<std::int32_t>(negativ ? 0 - betrag : betrag);
     return p;
 }
 

@@ -72,6 +72,8 @@ template <class Wert>
 inline constexpr bool kOptional = false;
 template <class Wert>
 inline constexpr bool kOptional<std::optional<Wert>> = true;
+template <class Wert>
+inline constexpr bool kOptional<Selten<Wert>> = true;
 
 /// Whether a record has a field of this name.
 constexpr bool istGpxFeld(std::string_view name) {

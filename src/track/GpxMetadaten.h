@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "base/Selten.h"
 #include "base/Zeitpunkt.h"
 #include "geo/Koordinate.h"
 #include "track/GpxSportart.h"
@@ -45,7 +46,7 @@ struct GpxMetadaten {
     std::optional<std::string> startOrt;  ///< place label of `start`
     std::optional<std::string> zielOrt;   ///< place label of `ende`
     Skizze skizze;                        ///< thinned polylines; empty without points
-    std::optional<GpxWetter> wetter;      ///< absent without weather samples
+    Selten<GpxWetter> wetter;             ///< absent without weather samples
 
     friend bool operator==(const GpxMetadaten&, const GpxMetadaten&) = default;
 

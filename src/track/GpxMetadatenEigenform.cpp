@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <tuple>
+#include <type_traits>
 #include <utility>
 
 #include "base/Text.h"
@@ -95,16 +96,42 @@ struct Lauf {
         return nimm(wert ? std::string_view("true") : std::string_view("false"));
     }
 
+    static const char* liesZahl(const char* p, double& wert) { return eigenzahl::lies(p, wert); }
+    static const char* liesZahl(const char* p, std::int32_t& wert) { return eigenzahl::liesRund(p, wert); }
+
     /// Nearly all of a cache is coordinates, so the position stays in a register from the first to the last of a line.
-    static const char* liesPunkt(const char* p, Koordinate& wert) {
+    template <class Ort>
+    static const char* liesPunkt(const char* p, Ort& wert) {
         constexpr std::string_view vorn = R"({"breite":)";
         constexpr std::string_view mitte = R"(,"laenge":)";
-        p = std::memcmp(p, vorn.data(), vorn.size()) == 0 ? eigenzahl::lies(p + vorn.size(), wert.breite) : nullptr;
+        p = std::memcmp(p, vorn.data(), vorn.size()) == 0 ? liesZahl(p + vorn.size(), wert.breite) : nullptr;
         if (p == nullptr || std::memcmp(p, mitte.data(), mitte.size()) != 0) {
             return nullptr;
         }
-        p = eigenzahl::lies(p + mitte.size(), wert.laenge);
+        p = liesZahl(p + mitte.size(), wert.laenge);
         return p != nullptr && *p == '}' ? p + 1 : nullptr;
+    }
+
+    /// Reads points and the commas between them. Null behind the last one, with `stelle` there; else where to read on.
+    template <class Ort>
+    const char* liesPunkte(const char* p) {
+        for (;;) {
+            Ort punkt;
+            const char* const nach = liesPunkt(p, punkt);
+            if (nach == nullptr) {
+                return p;
+            }
+            if constexpr (std::is_same_v<Ort, Skizze::Rund>) {
+                bau.haengeRundAn(punkt);
+            } else {
+                bau.haengeAn(punkt);
+            }
+            if (*nach != ',') {
+                stelle = nach;
+                return nullptr;
+            }
+            p = nach + 1;
+        }
     }
 
     bool lies(Koordinate& wert) { return geheNach(liesPunkt(stelle, wert)); }
@@ -125,21 +152,17 @@ struct Lauf {
             return true;
         }
         const char* p = stelle;
-        for (;;) {
-            Koordinate punkt;
-            const char* const nach = liesPunkt(p, punkt);
-            if (nach == nullptr) {
-                break;
-            }
-            bau.haengeAn(punkt);
-            if (*nach != ',') {
-                stelle = nach;
-                return nimm(']');
-            }
-            p = nach + 1;
+        if (bau.istRund()) {
+            p = liesPunkte<Skizze::Rund>(p);
         }
-        stelle = p;
-        return false;
+        if (p != nullptr) {
+            p = liesPunkte<Koordinate>(p);
+        }
+        if (p != nullptr) {
+            stelle = p;
+            return false;
+        }
+        return nimm(']');
     }
 
     /// The sketch itself is made when the whole record is known.

@@ -76,7 +76,7 @@ struct Ausgabe {
         ziel += '[';
         for (std::size_t i = 0; i < wert.linien(); ++i) {
             ziel.append(i == 0 ? "[" : ",[");
-            for (const Koordinate& punkt : wert.linie(i)) {
+            for (const Koordinate punkt : wert.linie(i)) {
                 if (ziel.back() != '[') {
                     ziel += ',';
                 }
@@ -147,6 +147,14 @@ bool lies(dom::element json, std::optional<Wert>& wert) {
         return true;
     }
     return lies(json, wert.emplace());
+}
+
+template <class Wert>
+bool lies(dom::element json, Selten<Wert>& wert) {
+    std::optional<Wert> gelesen;
+    const bool gelungen = lies(json, gelesen);
+    wert = std::move(gelesen);
+    return gelungen;
 }
 
 /// How one field of a type goes to JSON and back.

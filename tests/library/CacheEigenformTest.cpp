@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <span>
@@ -68,6 +69,21 @@ TEST(CacheEigenform, ReadsTheSameWhereverItIsCut) {
     }
     const auto leer = CacheEigenform::lies(quelle(alsText({})), {});
     EXPECT_TRUE(leer && leer->empty());
+}
+
+TEST(CacheEigenform, NeverHoldsALargeTextWithoutRecordsAtOnce) {
+    std::size_t laengstes = 0;
+    const CacheEigenform::Text ohneEintrag{[&laengstes](std::uint64_t stelle, std::span<char> puffer) {
+                                               laengstes = std::max(laengstes, puffer.size());
+                                               std::fill(puffer.begin(), puffer.end(), 'x');
+                                               if (stelle == 0) {
+                                                   CacheEigenform::kAnfang.copy(puffer.data(), puffer.size());
+                                               }
+                                               return puffer.size();
+                                           },
+                                           std::uint64_t{64} << 20U};
+    EXPECT_FALSE(CacheEigenform::lies(ohneEintrag, {}));
+    EXPECT_LT(laengstes, std::size_t{8} << 20U);
 }
 
 TEST(CacheEigenform, TakesNothingThatIsNotWholeAndAsItWouldBeWritten) {

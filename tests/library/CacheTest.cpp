@@ -112,6 +112,14 @@ TEST(Cache, TakesOnlyWholeAndValidTexts) {
     }
 }
 
+TEST(Cache, MayBeOfAnySizeButNoValueInIt) {
+    const std::string viel(JsonStuecke::kHoechstens / 2, 'x');
+    const std::string vorn = R"({"version":3,"eintraege":{},"x":")" + viel;
+    EXPECT_TRUE(Cache::ausJson(vorn + R"(","y":")" + viel + R"(","z":")" + viel + "\"}"));
+    EXPECT_FALSE(Cache::ausJson(vorn + viel + "\"}"));
+    EXPECT_FALSE(Cache::ausJson(vorn + viel + viel));
+}
+
 TEST(Cache, IsEmptyWhenTheFileIsOfNoUse) {
     const TempOrdner ordner;
     EXPECT_TRUE(Cache::liesAus(ordner.pfad()).eintraege.empty());

@@ -1,4 +1,7 @@
+#include <bit>
+#include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -47,6 +50,35 @@ TEST(Skizze, IsTheSameInMemoryOfItsOwnAndInAStore) {
             EXPECT_EQ(eigene == gelagerte[j], i == j) << i << ' ' << j;
             EXPECT_EQ(baue(formen[i]).gleicht(gelagerte[j]), i == j) << i << ' ' << j;
         }
+    }
+}
+
+TEST(Skizze, KeepsEveryBitOfItsPoints) {
+    const double oft = 47.1234567;
+    const double hoechste = 214.7483647;
+    const std::vector<std::vector<double>> formen = {{oft, -oft, 0.0, 180.0, -1e-7, hoechste, -hoechste},
+                                                     {oft, -0.0},
+                                                     {oft, 47.12345678, 0.1},
+                                                     {1e300, oft},
+                                                     {oft, std::nextafter(oft, 90.0)},
+                                                     {hoechste, 214.7483648}};
+    for (const auto& form : formen) {
+        Skizze::Bau bau;
+        bau.beginneLinie();
+        for (const double wert : form) {
+            bau.haengeAn({oft, wert});
+        }
+        EXPECT_EQ(bau.istRund(), &form == &formen.front());
+        bau.beginneLinie();
+        bau.haengeAn({1.0, 2.0});
+        const Skizze skizze = std::move(bau).fertig();
+        ASSERT_EQ(skizze.linie(0).size(), form.size());
+        for (std::size_t i = 0; i < form.size(); ++i) {
+            const Koordinate ort = skizze.linie(0)[i];
+            EXPECT_EQ(ort.breite, oft);
+            EXPECT_EQ(std::bit_cast<std::uint64_t>(ort.laenge), std::bit_cast<std::uint64_t>(form[i])) << form[i];
+        }
+        EXPECT_EQ(skizze.linie(1).front(), (Koordinate{1.0, 2.0}));
     }
 }
 
