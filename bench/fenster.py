@@ -22,6 +22,7 @@ import time
 from pathlib import Path
 
 NEUE = 200
+CACHE = ".spurkiste-cache.json"
 # By the number of tracks: seconds from the start to the rows, milliseconds of the longest turn; each bar and goal.
 GRENZEN = {10_000: ((0.30, 0.20), (16, 8)), 100_000: ((1.3, 0.8), (100, 50))}
 
@@ -147,21 +148,42 @@ class Fenster:
         self.prozess.wait(60)
 
 
-def lauf(bau, vorlage, neue, ablage, profil):
-    """One run on a copy of the library; the figures by name."""
-    arbeit = Path(tempfile.mkdtemp(prefix="fenstermass.", dir=ablage))
-    try:
-        ordner, heim = arbeit / "bibliothek", arbeit / "heim"
-        heim.mkdir(mode=0o700)
-        fuehre("cp", "-al", vorlage, ordner)  # links are enough: the program replaces files, it never writes into them
-        return messe_alles(Fenster(bau, ordner, heim), dateien(ordner), neue, heim, profil)
-    finally:
-        shutil.rmtree(arbeit)
+class Vorlage:
+    """A library to begin each run with, always under the same path: the cache knows files by their paths."""
+
+    def __init__(self, wahl, ablage):
+        erzeuge = wahl.bau / "bin" / "spurkiste-erzeuge"
+        self.bau, self.quelle, self.ordner, self.cache = wahl.bau, wahl.bibliothek, ablage / "bibliothek", ablage / "cache"
+        if self.quelle is None:
+            self.quelle = ablage / "vorlage"
+            fuehre(erzeuge, self.quelle, "--anzahl", wahl.anzahl, "--punkte", 60)
+        self.stelle_hin()
+        (self.ordner / CACHE).unlink(missing_ok=True)
+        fuehre(wahl.bau / "bin" / "spurkiste-cli", "liste", self.ordner, "--format", "csv")
+        shutil.copyfile(self.ordner / CACHE, self.cache)
+        fuehre(erzeuge, ablage / "neue", "--anzahl", NEUE, "--punkte", 400, "--saat", 7, "--defekt", 0)
+        self.neue = sorted((ablage / "neue").glob("*.[gG][pP][xX]"))
+
+    def stelle_hin(self):
+        """As at first. Links are enough: the program replaces files, it never writes into them."""
+        shutil.rmtree(self.ordner, ignore_errors=True)
+        fuehre("cp", "-al", self.quelle, self.ordner)
+        if self.cache.exists():
+            (self.ordner / CACHE).unlink(missing_ok=True)
+            shutil.copyfile(self.cache, self.ordner / CACHE)
+
+
+def lauf(vorlage, profil):
+    """One run; the figures by name."""
+    vorlage.stelle_hin()
+    with tempfile.TemporaryDirectory() as heim:
+        fenster = Fenster(vorlage.bau, vorlage.ordner, Path(heim))
+        return messe_alles(fenster, dateien(vorlage.ordner), vorlage.neue, Path(heim), profil)
 
 
 def messe_alles(fenster, anzahl, neue, heim, profil):
     ordner, werte = fenster.ordner, {}
-    cache = ordner / ".spurkiste-cache.json"
+    cache = ordner / CACHE
     try:
         werte["start to rows, s"] = fenster.zeit_bis_reihen(anzahl)
         fenster.ruhe()
@@ -205,18 +227,6 @@ def messe_alles(fenster, anzahl, neue, heim, profil):
     return werte
 
 
-def baue_vorlagen(wahl, ablage):
-    """The library with its cache and the files that are handed over."""
-    erzeuge = wahl.bau / "bin" / "spurkiste-erzeuge"
-    vorlage = wahl.bibliothek.resolve() if wahl.bibliothek else ablage / "vorlage"
-    if not wahl.bibliothek:
-        fuehre(erzeuge, vorlage, "--anzahl", wahl.anzahl, "--punkte", 60)
-        fuehre(wahl.bau / "bin" / "spurkiste-cli", "liste", vorlage, "--format", "csv")
-    neue = ablage / "neue"
-    fuehre(erzeuge, neue, "--anzahl", NEUE, "--punkte", 400, "--saat", 7, "--defekt", 0)
-    return vorlage, sorted(neue.glob("*.gpx"))
-
-
 def zeige(name, werte, grenze):
     """Prints a line; whether the bar was passed."""
     bar, ziel = grenze or (None, None)
@@ -234,9 +244,9 @@ def main():
         return umgib()
     wahl.bau = wahl.bau.resolve()
     with tempfile.TemporaryDirectory(dir=wahl.ablage) as ablage:
-        vorlage, neue = baue_vorlagen(wahl, Path(ablage))
-        anzahl = dateien(vorlage)
-        laeufe = [lauf(wahl.bau, vorlage, neue, wahl.ablage, wahl.profil) for _ in range(wahl.laeufe)]
+        vorlage = Vorlage(wahl, Path(ablage))
+        anzahl = dateien(vorlage.ordner)
+        laeufe = [lauf(vorlage, wahl.profil) for _ in range(wahl.laeufe)]
     start, runde = GRENZEN.get(anzahl, (None, None))
     print(f"{anzahl} tracks, {os.cpu_count()} cores, load {os.getloadavg()[0]:.1f}, medians of {wahl.laeufe}; turns in ms")
     print(f"{'':24} {'cpu':>8} {'clock':>8}   {'least .. most (cpu)':20} {'bar':>6} {'goal':>6}")

@@ -134,13 +134,18 @@ std::string anzahlText(const Ansichtsbild& bild, std::string_view wort) {
 Ansichtsbild berechneAnsichtsbild(const std::vector<Eintrag>& eintraege, const Ansichtszustand& zustand,
                                   const Ansichtstexte& texte, Zeilenspeicher& speicher) {
     speicher.gleicheAb(eintraege, texte);
+    return berechneAnsichtsbild(zustand, texte, speicher);
+}
+
+Ansichtsbild berechneAnsichtsbild(const Ansichtszustand& zustand, const Ansichtstexte& texte,
+                                  Zeilenspeicher& speicher) {
     const std::vector<Merkmale>& merkmale = speicher.merkmale();
     const std::string gesucht = text::falte(zustand.suche, texte.sprache);
     Filterlauf filter(zustand.filter, speicher);
     Auswahlsuche auswahl(zustand.auswahl);
 
     Ansichtsbild bild;
-    bild.anzahl = eintraege.size();
+    bild.anzahl = merkmale.size();
     bild.filterAktiv = zustand.filterAktiv();
     std::vector<std::uint8_t> sichtbar(merkmale.size());
     std::size_t anzahlSichtbar = 0;

@@ -120,6 +120,9 @@ void InhaltsAnsicht::oeffneUmbenennen(const std::string& pfad) {
                 zustand_.auswahl = {*neu};
                 auffrischung_.sofort();
                 tabelle_->rolleZu(*neu);
+                if (zeilenbau_.baut()) {
+                    zuZeigen_ = {*neu};
+                }
             }
         },
         this);
