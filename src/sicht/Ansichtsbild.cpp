@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <functional>
 #include <limits>
-#include <unordered_set>
 
 #include "base/Text.h"
 #include "sicht/Formate.h"
@@ -99,7 +98,7 @@ class Filterlauf {
 /// Finds the first record of a path, when there is just one path.
 class Auswahlsuche {
   public:
-    explicit Auswahlsuche(const std::unordered_set<std::string>& auswahl)
+    explicit Auswahlsuche(const Pfadmenge& auswahl)
         : pfad_(auswahl.size() == 1 ? &*auswahl.begin() : nullptr),
           hash_(pfad_ != nullptr ? std::hash<std::string>{}(*pfad_) : 0) {}
 
