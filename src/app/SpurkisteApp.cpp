@@ -1,5 +1,8 @@
 #include "app/SpurkisteApp.h"
 
+#include <algorithm>
+#include <thread>
+
 #include "i18n/AppSprache.h"
 #include "ui/fenster/InhaltsAnsicht.h"
 #include "ui/fenster/Vorleserollen.h"
@@ -60,7 +63,9 @@ SpurkisteApp::~SpurkisteApp() {
 }
 
 InhaltsAnsicht& SpurkisteApp::oeffneFenster() {
-    auto* fenster = new InhaltsAnsicht(*bibliothek_, einstellungen_, dateimanager_, sprachwechsel_);
+    auto* fenster = new InhaltsAnsicht(
+        *bibliothek_, einstellungen_, dateimanager_, sprachwechsel_,
+        {&hauptfaden_, &zeilenmacher_, &arbeiter_, std::max(1U, std::thread::hardware_concurrency()) - 1});
     fenster->setAttribute(Qt::WA_DeleteOnClose);
     QObject::connect(fenster, &InhaltsAnsicht::neuesFensterGewuenscht, qApp, [this] { oeffneFenster(); });
     fenster->show();

@@ -44,6 +44,7 @@ class SpurkisteApp {
     QtWecker wecker_;
     ArbeiterPool arbeiter_;
     ArbeiterPool hintergrund_{1};
+    ArbeiterPool zeilenmacher_{1};
     ArbeiterPool kopierer_{1};
     ArbeiterPool schreiber_{1, ArbeiterPool::AmEnde::kommtDran};  // whatever the user has asked for is done
     ArbeiterPool cacheschreiber_{1, ArbeiterPool::AmEnde::kommtDran};

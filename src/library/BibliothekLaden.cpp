@@ -109,14 +109,17 @@ void Bibliothek::parseUndHaengeAn(std::vector<std::string> dateien, std::int64_t
     ++ladeLaeufe_;
     ausstehend_.setze(ausstehend_.wert() + dateien.size());
     laedt_.setze(true);
-    const auto lauf = std::make_shared<Lauf>(Lauf{generation, dateien.size(), std::move(fertig), sindKopien, {}});
+    const auto lauf =
+        std::make_shared<Lauf>(Lauf{generation, dateien.size(), std::move(fertig), sindKopien, {}, 0, {}});
+    lauf->dateien = std::make_shared<const std::vector<std::string>>(std::move(dateien));
     importlaeufe_ += sindKopien ? 1 : 0;
     if (aktuell) {
         laeufe_.push_back(lauf);
     }
-    const auto alle = std::make_shared<const std::vector<std::string>>(std::move(dateien));
-    for (std::size_t nummer = 0; nummer < alle->size(); ++nummer) {
-        lies(lauf, alle, nummer);
+    // Enough for the workers to be busy until the next result lands; handing over all at once would be a long turn.
+    constexpr std::size_t kAufEinmal = 1000;
+    while (lauf->naechste < std::min(kAufEinmal, lauf->dateien->size())) {
+        lies(lauf, lauf->dateien, lauf->naechste++);
     }
 }
 
@@ -124,7 +127,12 @@ void Bibliothek::lies(const std::shared_ptr<Lauf>& lauf, const std::shared_ptr<c
                       std::size_t nummer) {
     rueckweg_.hinUndZurueck(
         anschluesse_.arbeiter, [dateien, nummer] { return leseAlsEintrag((*dateien)[nummer]); },
-        [this, lauf, dateien, nummer](const Eintrag& ergebnis) { lande(lauf, (*dateien)[nummer], ergebnis); });
+        [this, lauf, dateien, nummer](const Eintrag& ergebnis) {
+            if (lauf->naechste < lauf->dateien->size()) {
+                lies(lauf, lauf->dateien, lauf->naechste++);
+            }
+            lande(lauf, (*dateien)[nummer], ergebnis);
+        });
 }
 
 void Bibliothek::lande(const std::shared_ptr<Lauf>& lauf, const std::string& pfad, Eintrag ergebnis) {

@@ -7,6 +7,7 @@
 #include <string>
 #include <unordered_map>
 #include <utility>
+#include <vector>
 
 #include "library/Bibliothek.h"
 
@@ -25,8 +26,10 @@ struct Bibliothek::Lauf {
     std::int64_t generation = 0;
     std::size_t offen = 0;  ///< files whose result has not landed yet
     Fertig fertig;
-    bool sindKopien = false;                                 ///< counts in importlaeufe_
-    std::unordered_map<std::string, std::string> umgelenkt;  ///< what is read under a path, and where that is now
+    bool sindKopien = false;                                       ///< counts in importlaeufe_
+    std::shared_ptr<const std::vector<std::string>> dateien = {};  ///< all that are to be read
+    std::size_t naechste = 0;                                      ///< the first one that is not handed over yet
+    std::unordered_map<std::string, std::string> umgelenkt;        ///< what is read under a path, and where that is now
 
     /// The file has another path, or the same but perhaps nothing there any more: who reads it now must read again.
     void lenkeUm(const std::string& alt, const std::string& neu) {

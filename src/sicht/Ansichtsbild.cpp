@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <functional>
 #include <limits>
-#include <unordered_set>
 
 #include "base/Text.h"
 #include "sicht/Formate.h"
@@ -99,7 +98,7 @@ class Filterlauf {
 /// Finds the first record of a path, when there is just one path.
 class Auswahlsuche {
   public:
-    explicit Auswahlsuche(const std::unordered_set<std::string>& auswahl)
+    explicit Auswahlsuche(const Pfadmenge& auswahl)
         : pfad_(auswahl.size() == 1 ? &*auswahl.begin() : nullptr),
           hash_(pfad_ != nullptr ? std::hash<std::string>{}(*pfad_) : 0) {}
 
@@ -134,13 +133,18 @@ std::string anzahlText(const Ansichtsbild& bild, std::string_view wort) {
 Ansichtsbild berechneAnsichtsbild(const std::vector<Eintrag>& eintraege, const Ansichtszustand& zustand,
                                   const Ansichtstexte& texte, Zeilenspeicher& speicher) {
     speicher.gleicheAb(eintraege, texte);
+    return berechneAnsichtsbild(zustand, texte, speicher);
+}
+
+Ansichtsbild berechneAnsichtsbild(const Ansichtszustand& zustand, const Ansichtstexte& texte,
+                                  Zeilenspeicher& speicher) {
     const std::vector<Merkmale>& merkmale = speicher.merkmale();
     const std::string gesucht = text::falte(zustand.suche, texte.sprache);
     Filterlauf filter(zustand.filter, speicher);
     Auswahlsuche auswahl(zustand.auswahl);
 
     Ansichtsbild bild;
-    bild.anzahl = eintraege.size();
+    bild.anzahl = merkmale.size();
     bild.filterAktiv = zustand.filterAktiv();
     std::vector<std::uint8_t> sichtbar(merkmale.size());
     std::size_t anzahlSichtbar = 0;

@@ -49,5 +49,8 @@ struct Ansichtsbild {
 /// picture left, of whatever records, state and language; it only saves time. Main thread.
 [[nodiscard]] Ansichtsbild berechneAnsichtsbild(const std::vector<Eintrag>& eintraege, const Ansichtszustand& zustand,
                                                 const Ansichtstexte& texte, Zeilenspeicher& speicher);
+/// The picture of the records that the memory has.
+[[nodiscard]] Ansichtsbild berechneAnsichtsbild(const Ansichtszustand& zustand, const Ansichtstexte& texte,
+                                                Zeilenspeicher& speicher);
 
 }  // namespace spurkiste

@@ -1,6 +1,8 @@
 #include "sicht/Ansichtszustand.h"
 
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace spurkiste {
 
@@ -14,13 +16,19 @@ void Ansichtszustand::setzeZurueck() {
 }
 
 void Ansichtszustand::behalteVorhandene(const std::vector<Eintrag>& eintraege) {
-    std::unordered_set<std::string> geblieben;
+    std::vector<const std::string*> geblieben;
     for (auto eintrag = eintraege.begin(); eintrag != eintraege.end() && geblieben.size() < auswahl.size(); ++eintrag) {
         if (auswahl.contains((*eintrag)->pfad)) {
-            geblieben.insert((*eintrag)->pfad);
+            geblieben.push_back(&(*eintrag)->pfad);
         }
     }
-    auswahl = std::move(geblieben);
+    if (geblieben.size() < auswahl.size()) {
+        Pfadmenge::Menge neue;
+        for (const std::string* pfad : geblieben) {
+            neue.insert(*pfad);
+        }
+        auswahl = std::move(neue);
+    }
 }
 
 }  // namespace spurkiste

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <string>
-#include <unordered_set>
 #include <vector>
 
 #include "sicht/Filter.h"
+#include "sicht/Pfadmenge.h"
 #include "sicht/Sortierung.h"
 #include "track/GpxMetadaten.h"
 
@@ -13,7 +13,7 @@ namespace spurkiste {
 /// What the user of one window has set, and what else decides what it shows. A value; each window has its own.
 struct Ansichtszustand {
     /// Paths of the selected records, hidden ones included. Only gestures and behalteVorhandene() change it.
-    std::unordered_set<std::string> auswahl;
+    Pfadmenge auswahl;
     Sortierung sortierung;
     std::string suche;   ///< the text of the search field as it stands, blanks included
     Filterwahl filter;   ///< that of the sport is a label, so it belongs to one language

@@ -1,6 +1,7 @@
 #include "sicht/Zeilenspeicher.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cassert>
 #include <functional>
 #include <memory>
@@ -11,6 +12,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "base/Gemeinsam.h"
 #include "base/Text.h"
 #include "sicht/Filter.h"
 
@@ -45,102 +47,178 @@ Wortliste::Nummer nimm(Wortliste& worte, const Filterangaben& filter, std::optio
 
 }  // namespace
 
-/// What is known of a record that does not stay where it is.
-struct Zeilenspeicher::Beiseite {
-    Merkmale merkmale;  // without a row once they have been taken back
-    const GpxMetadaten* adresse;
-    Stelle woher;
-    Stelle wohin = Reihenfolge::kWeg;
+/// What makes the known records the new ones.
+struct Zeilenspeicher::Wandel {
+    std::vector<Stelle> umzug;      // where each old position is now; ascending, and kWeg where another order is meant
+    std::vector<Stelle> gegangene;  // old positions of the others, ascending
+    std::vector<Stelle> gekommene;  // new positions that nothing moved to, ascending
+    std::vector<std::pair<Stelle, Stelle>> versetzte;  // from and to: of those, the same records elsewhere
+
+    /// Finds among what has gone and come the records that are only elsewhere.
+    void findeVersetzte(const std::vector<const GpxMetadaten*>& alte, const std::vector<Eintrag>& neue) {
+        std::unordered_map<const GpxMetadaten*, Stelle> nachAdresse;
+        for (const Stelle stelle : gegangene) {
+            nachAdresse.emplace(alte[stelle], stelle);
+        }
+        const auto wiederDa = [&](Stelle stelle) {
+            const auto fund = nachAdresse.extract(neue[stelle].get());
+            if (fund) {
+                versetzte.emplace_back(fund.mapped(), stelle);
+            }
+            return !fund.empty();
+        };
+        std::erase_if(gekommene, wiederDa);
+        std::erase_if(gegangene, [&](Stelle stelle) { return !nachAdresse.contains(alte[stelle]); });
+    }
 };
 
+bool Zeilenspeicher::istVon(const Ansichtstexte& texte) const {
+    return namensordnung_ && texte_.sprache == texte.sprache && texte_.sportarten == texte.sportarten;
+}
+
 void Zeilenspeicher::gleicheAb(const std::vector<Eintrag>& eintraege, const Ansichtstexte& texte) {
-    if (!namensordnung_ || texte_.sprache != texte.sprache || texte_.sportarten != texte.sportarten) {
+    if (!istVon(texte)) {
         texte_ = texte;
         namensordnung_.emplace(texte.sprache);
         std::fill(adressen_.begin(), adressen_.end(), nullptr);  // no row stays as it is
     }
-    const auto [alt, neu] = std::mismatch(adressen_.begin(), adressen_.end(), eintraege.begin(), eintraege.end(),
-                                          [](const GpxMetadaten* a, const Eintrag& b) { return a == b.get(); });
-    if (alt != adressen_.end() || neu != eintraege.end()) {
-        ersetzeAb(static_cast<std::size_t>(alt - adressen_.begin()), eintraege);
+    Wandel wandel = vergleiche(eintraege);
+    if (!wandel.gegangene.empty() || !wandel.gekommene.empty() || !wandel.versetzte.empty()) {
+        vollziehe(wandel, eintraege);
     }
 }
 
-void Zeilenspeicher::ersetzeAb(std::size_t ab, const std::vector<Eintrag>& eintraege) {
-    std::vector<Stelle> umzug(adressen_.size());
-    std::iota(umzug.begin(), umzug.end(), Stelle{0});
-    std::vector<Beiseite> beiseite = raeumeBeiseite(ab, eintraege);
-    merkmale_.resize(eintraege.size());
-    const std::vector<std::size_t> offen = holeZurueck(ab, eintraege, beiseite);
-    baueNeue(offen, eintraege, beiseite);
-    for (const Beiseite& einer : beiseite) {
-        umzug[einer.woher] = einer.wohin;
-        if (einer.wohin != Reihenfolge::kWeg) {
-            continue;
+bool Zeilenspeicher::wirdLangsam(const std::vector<Eintrag>& eintraege, const Ansichtstexte& texte) const {
+    constexpr std::size_t kViele = 500;  // some milliseconds
+    return eintraege.size() > kViele && (!istVon(texte) || vergleiche(eintraege).gekommene.size() > kViele);
+}
+
+/// Walks along both lists. Where they differ, something has come or gone, mostly little: the next record that both have
+/// is looked for, far as long as that does not happen all the time.
+Zeilenspeicher::Wandel Zeilenspeicher::vergleiche(const std::vector<Eintrag>& eintraege) const {
+    Wandel wandel;
+    wandel.umzug.assign(adressen_.size(), Reihenfolge::kWeg);
+    constexpr std::size_t kNah = 8;
+    std::size_t weit = 2 * (adressen_.size() + eintraege.size());
+    std::size_t alt = 0;
+    std::size_t neu = 0;
+    const auto gleich = [&](std::size_t a, std::size_t n) {
+        return a < adressen_.size() && n < eintraege.size() && adressen_[a] == eintraege[n].get();
+    };
+    const auto gehe = [&](std::size_t weg, std::size_t dazu) {
+        for (; weg > 0; --weg) {
+            wandel.gegangene.push_back(static_cast<Stelle>(alt++));
         }
+        for (; dazu > 0; --dazu) {
+            wandel.gekommene.push_back(static_cast<Stelle>(neu++));
+        }
+    };
+    const auto ueberspringe = [&] {
+        const std::size_t rest = std::max(adressen_.size() - alt, eintraege.size() - neu);
+        for (std::size_t k = 1; k < rest && !gleich(alt + 1, neu + 1) && (k <= kNah || weit > 0); ++k) {
+            weit -= k > kNah ? 1 : 0;
+            if (gleich(alt + k, neu)) {
+                return gehe(k, 0);
+            }
+            if (gleich(alt, neu + k)) {
+                return gehe(0, k);
+            }
+        }
+        gehe(1, 1);
+    };
+    while (alt < adressen_.size() && neu < eintraege.size()) {
+        if (gleich(alt, neu)) {
+            wandel.umzug[alt++] = static_cast<Stelle>(neu++);
+        } else {
+            ueberspringe();
+        }
+    }
+    gehe(adressen_.size() - alt, eintraege.size() - neu);
+    wandel.findeVersetzte(adressen_, eintraege);
+    return wandel;
+}
+
+void Zeilenspeicher::vollziehe(Wandel& wandel, const std::vector<Eintrag>& eintraege) {
+    std::vector<Merkmale> alte = std::exchange(merkmale_, std::vector<Merkmale>(eintraege.size()));
+    for (std::size_t stelle = 0; stelle < alte.size(); ++stelle) {
+        if (wandel.umzug[stelle] != Reihenfolge::kWeg) {
+            merkmale_[wandel.umzug[stelle]] = std::move(alte[stelle]);
+        }
+    }
+    for (const auto& [woher, wohin] : wandel.versetzte) {
+        merkmale_[wohin] = std::move(alte[woher]);
+    }
+    // A file that had another record before keeps its number.
+    Kennungen kennungen;
+    for (const Stelle stelle : wandel.gegangene) {
+        const Zeile& zeile = *alte[stelle].zeile;
+        kennungen.emplace(zeile.eintrag()->pfad, zeile.kennung());
+    }
+    baue(wandel.gekommene, eintraege, kennungen, nullptr, 0);
+    for (const Stelle stelle : wandel.gegangene) {
         for (const Filterangaben& filter : kFilter) {
             if (filter.faelle->empty()) {
-                worte_[filter.feld].lasse(einer.merkmale.filterwerte[filter.feld]);
+                worte_[filter.feld].lasse(alte[stelle].filterwerte[filter.feld]);
             }
         }
     }
     adressen_.resize(eintraege.size());
     std::transform(eintraege.begin(), eintraege.end(), adressen_.begin(), [](const auto& e) { return e.get(); });
-    reihenfolge_.folge(umzug, bestand());
+    reihenfolge_.folge(wandel.umzug, bestand());
 }
 
-bool Zeilenspeicher::bleibt(std::size_t stelle, const std::vector<Eintrag>& eintraege) const {
-    return stelle < adressen_.size() && stelle < eintraege.size() && adressen_[stelle] == eintraege[stelle].get();
+Zeilenspeicher::Erbe Zeilenspeicher::erbe() const {
+    Erbe erbe{{}, naechsteKennung_};
+    erbe.zeilen.reserve(merkmale_.size());
+    for (const Merkmale& einer : merkmale_) {
+        erbe.zeilen.push_back(einer.zeile);
+    }
+    return erbe;
 }
 
-/// Takes out what does not stay where it is.
-std::vector<Zeilenspeicher::Beiseite> Zeilenspeicher::raeumeBeiseite(std::size_t ab,
-                                                                     const std::vector<Eintrag>& eintraege) {
-    std::vector<Beiseite> beiseite;
-    for (std::size_t stelle = ab; stelle < adressen_.size(); ++stelle) {
-        if (!bleibt(stelle, eintraege)) {
-            beiseite.push_back({std::move(merkmale_[stelle]), adressen_[stelle], static_cast<Stelle>(stelle)});
-        }
+Zeilenspeicher Zeilenspeicher::neuGebaut(const Erbe& erbe, const std::vector<Eintrag>& eintraege,
+                                         const Ansichtstexte& texte, const Sortierung& sortierung,
+                                         Ausfuehrer* ausfuehrer, unsigned helfer) {
+    Zeilenspeicher neuer;
+    neuer.texte_ = texte;
+    neuer.namensordnung_.emplace(texte.sprache);
+    neuer.naechsteKennung_ = erbe.naechsteKennung;
+    neuer.merkmale_.resize(eintraege.size());
+    Kennungen kennungen;
+    kennungen.reserve(erbe.zeilen.size());
+    for (const auto& zeile : erbe.zeilen) {
+        kennungen.emplace(zeile->eintrag()->pfad, zeile->kennung());
     }
-    return beiseite;
+    std::vector<Stelle> alle(eintraege.size());
+    std::iota(alle.begin(), alle.end(), Stelle{0});
+    neuer.baue(alle, eintraege, kennungen, ausfuehrer, helfer);
+    neuer.adressen_.resize(eintraege.size());
+    std::transform(eintraege.begin(), eintraege.end(), neuer.adressen_.begin(), [](const auto& e) { return e.get(); });
+    (void)neuer.reihenfolge(sortierung);
+    return neuer;
 }
 
-/// Gives records that are still there their rows back; returns the positions of the others.
-std::vector<std::size_t> Zeilenspeicher::holeZurueck(std::size_t ab, const std::vector<Eintrag>& eintraege,
-                                                     std::vector<Beiseite>& beiseite) {
-    std::unordered_map<const GpxMetadaten*, Beiseite*> nachAdresse;
-    for (Beiseite& einer : beiseite) {
-        nachAdresse.emplace(einer.adresse, &einer);
+/// Makes the rows at these positions. Numbers of files and words are given out one after the other, all else is made by
+/// whoever is free.
+void Zeilenspeicher::baue(const std::vector<Stelle>& stellen, const std::vector<Eintrag>& eintraege,
+                          Kennungen& kennungen, Ausfuehrer* ausfuehrer, unsigned helfer) {
+    std::vector<std::uint32_t> nummern;
+    nummern.reserve(stellen.size());
+    for (const Stelle stelle : stellen) {
+        const auto bekannt = kennungen.empty() ? Kennungen::node_type() : kennungen.extract(eintraege[stelle]->pfad);
+        nummern.push_back(bekannt ? bekannt.mapped() : naechsteKennung_++);
     }
-    std::vector<std::size_t> offen;
-    for (std::size_t stelle = ab; stelle < eintraege.size(); ++stelle) {
-        if (bleibt(stelle, eintraege)) {
-            continue;
+    constexpr std::size_t kStueck = 256;
+    std::atomic<std::size_t> naechstes = 0;
+    arbeiteGemeinsam(ausfuehrer, helfer, [&] {
+        for (std::size_t von = 0; (von = naechstes.fetch_add(kStueck)) < stellen.size();) {
+            for (std::size_t i = von; i < std::min(von + kStueck, stellen.size()); ++i) {
+                merkmale_[stellen[i]] = baueRoh(eintraege[stellen[i]], nummern[i]);
+            }
         }
-        if (const auto fund = nachAdresse.extract(eintraege[stelle].get())) {
-            Beiseite& einer = *fund.mapped();
-            einer.wohin = static_cast<Stelle>(stelle);
-            merkmale_[stelle] = std::move(einer.merkmale);
-        } else {
-            offen.push_back(stelle);
-        }
-    }
-    return offen;
-}
-
-/// Makes rows for new records; a file that had another record before keeps its number.
-void Zeilenspeicher::baueNeue(const std::vector<std::size_t>& offen, const std::vector<Eintrag>& eintraege,
-                              const std::vector<Beiseite>& beiseite) {
-    std::unordered_map<std::string_view, std::uint32_t> kennungen;
-    for (const Beiseite& einer : beiseite) {
-        if (einer.wohin == Reihenfolge::kWeg) {
-            const Zeile& zeile = *einer.merkmale.zeile;
-            kennungen.emplace(zeile.eintrag()->pfad, zeile.kennung());
-        }
-    }
-    for (const std::size_t stelle : offen) {
-        const auto bekannt = kennungen.extract(eintraege[stelle]->pfad);
-        merkmale_[stelle] = baue(eintraege[stelle], bekannt ? bekannt.mapped() : naechsteKennung_++);
+    });
+    for (const Stelle stelle : stellen) {
+        zaehleWorte(merkmale_[stelle]);
     }
 }
 
@@ -148,19 +226,23 @@ const std::vector<Reihenfolge::Stelle>& Zeilenspeicher::reihenfolge(const Sortie
     return reihenfolge_.fuer(sortierung, bestand());
 }
 
-Merkmale Zeilenspeicher::baue(const Eintrag& eintrag, std::uint32_t kennung) {
+Merkmale Zeilenspeicher::baueRoh(const Eintrag& eintrag, std::uint32_t kennung) const {
     const auto geschrieben = GpxSportart::aus(eintrag->sportRoh);
     const auto sportText = texte_.sportAnzeige(*eintrag, geschrieben);
-    Filterwerte filterwerte;
-    for (const Filterangaben& filter : kFilter) {
-        filterwerte[filter.feld] = nimm(worte_[filter.feld], filter, filter.wert(*eintrag, sportText));
-    }
     return {.zeile = std::make_shared<const Zeile>(eintrag, kennung, geschrieben, sportText),
             .suchtext = suchtextVon(*eintrag, texte_.sprache),
             .namensschluessel = namensordnung_->schluessel(eintrag->dateiName),
             .pfadHash = std::hash<std::string>{}(eintrag->pfad),
             .streckeMeter = eintrag->streckeMeter,
-            .filterwerte = filterwerte};
+            .filterwerte = {}};
+}
+
+void Zeilenspeicher::zaehleWorte(Merkmale& merkmale) {
+    const GpxMetadaten& eintrag = *merkmale.zeile->eintrag();
+    const auto sportText = texte_.sportAnzeige(eintrag, GpxSportart::aus(eintrag.sportRoh));
+    for (const Filterangaben& filter : kFilter) {
+        merkmale.filterwerte[filter.feld] = nimm(worte_[filter.feld], filter, filter.wert(eintrag, sportText));
+    }
 }
 
 }  // namespace spurkiste

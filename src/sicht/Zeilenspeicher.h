@@ -2,9 +2,13 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
 
+#include "base/Ausfuehrer.h"
 #include "base/Namensordnung.h"
 #include "sicht/Ansichtstexte.h"
 #include "sicht/Filter.h"
@@ -25,6 +29,22 @@ class Zeilenspeicher {
     /// the making of its row. No record is null.
     void gleicheAb(const std::vector<Eintrag>& eintraege, const Ansichtstexte& texte);
 
+    /// Whether gleicheAb() would take long: many rows are to be made.
+    [[nodiscard]] bool wirdLangsam(const std::vector<Eintrag>& eintraege, const Ansichtstexte& texte) const;
+
+    /// What a memory that is to take the place of another must know of it, so that files keep their numbers.
+    struct Erbe {
+        std::vector<std::shared_ptr<const Zeile>> zeilen;
+        std::uint32_t naechsteKennung = 0;
+    };
+    [[nodiscard]] Erbe erbe() const;
+
+    /// A memory made anew, with the order at hand; any thread. Up to `helfer` tasks of `ausfuehrer`, which may be null,
+    /// help with it.
+    [[nodiscard]] static Zeilenspeicher neuGebaut(const Erbe& erbe, const std::vector<Eintrag>& eintraege,
+                                                  const Ansichtstexte& texte, const Sortierung& sortierung,
+                                                  Ausfuehrer* ausfuehrer, unsigned helfer);
+
     /// The records in their order, with all that follows from each.
     [[nodiscard]] const std::vector<Merkmale>& merkmale() const { return merkmale_; }
     /// The positions of all records in sorted order.
@@ -36,16 +56,16 @@ class Zeilenspeicher {
   private:
     using Stelle = Reihenfolge::Stelle;
 
-    struct Beiseite;
+    struct Wandel;
+    using Kennungen = std::unordered_map<std::string_view, std::uint32_t>;  // by path
 
-    void ersetzeAb(std::size_t ab, const std::vector<Eintrag>& eintraege);
-    [[nodiscard]] bool bleibt(std::size_t stelle, const std::vector<Eintrag>& eintraege) const;
-    [[nodiscard]] std::vector<Beiseite> raeumeBeiseite(std::size_t ab, const std::vector<Eintrag>& eintraege);
-    [[nodiscard]] std::vector<std::size_t> holeZurueck(std::size_t ab, const std::vector<Eintrag>& eintraege,
-                                                       std::vector<Beiseite>& beiseite);
-    void baueNeue(const std::vector<std::size_t>& offen, const std::vector<Eintrag>& eintraege,
-                  const std::vector<Beiseite>& beiseite);
-    [[nodiscard]] Merkmale baue(const Eintrag& eintrag, std::uint32_t kennung);
+    [[nodiscard]] bool istVon(const Ansichtstexte& texte) const;
+    [[nodiscard]] Wandel vergleiche(const std::vector<Eintrag>& eintraege) const;
+    void vollziehe(Wandel& wandel, const std::vector<Eintrag>& eintraege);
+    void baue(const std::vector<Stelle>& stellen, const std::vector<Eintrag>& eintraege, Kennungen& kennungen,
+              Ausfuehrer* ausfuehrer, unsigned helfer);
+    [[nodiscard]] Merkmale baueRoh(const Eintrag& eintrag, std::uint32_t kennung) const;
+    void zaehleWorte(Merkmale& merkmale);
     [[nodiscard]] Reihenfolge::Bestand bestand() const {
         return {merkmale_, worte_[FilterFeld::sport], *namensordnung_};
     }

@@ -258,5 +258,21 @@ TEST(MitOrtsEtiketten, namesSpotsTogetherAndReplacesOnlyRecordsWhoseLabelsChange
     EXPECT_EQ(nochmal, einmal);  // the very same objects
 }
 
+TEST_F(BibliothekTest, VieleDateienWerdenNachUndNachUebergeben) {
+    constexpr std::size_t kViele = 2500;
+    for (std::size_t i = 0; i < kViele; ++i) {
+        ordner.schreibe(std::to_string(i) + ".gpx", "");
+    }
+    const auto bibliothek = mach();
+    bibliothek->lade();
+    lasseNachsehen();
+    EXPECT_EQ(bibliothek->ausstehend().wert(), kViele);
+    EXPECT_LT(arbeiter.wartende(), kViele);
+    arbeiteAb();
+    EXPECT_EQ(bibliothek->ausstehend().wert(), 0U);
+    EXPECT_EQ(bibliothek->eintraege().wert().size(), kViele);
+    EXPECT_FALSE(bibliothek->laedt().wert());
+}
+
 }  // namespace
 }  // namespace spurkiste

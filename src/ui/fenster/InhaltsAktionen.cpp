@@ -87,13 +87,13 @@ void InhaltsAnsicht::oeffneKontextmenue(const QPoint& wo) {
         menue->addSeparator();
     }
     connect(menue->fuegeLoeschenHinzu(QStringLiteral("In den Papierkorb")), &QAction::triggered, this,
-            [this, auswahl = std::move(auswahl)] { bibliothek_.inPapierkorb(auswahl); });
+            [this, auswahl = std::move(auswahl)] { bibliothek_.inPapierkorb(auswahl.menge()); });
     menue->popup(wo);
 }
 
 void InhaltsAnsicht::wirfWeg() {
     if (const auto auswahl = tabelle_->gezeigteAuswahl(); !auswahl.empty()) {
-        bibliothek_.inPapierkorb(auswahl);
+        bibliothek_.inPapierkorb(auswahl.menge());
     }
 }
 
@@ -120,6 +120,9 @@ void InhaltsAnsicht::oeffneUmbenennen(const std::string& pfad) {
                 zustand_.auswahl = {*neu};
                 auffrischung_.sofort();
                 tabelle_->rolleZu(*neu);
+                if (zeilenbau_.baut()) {
+                    zuZeigen_ = {*neu};
+                }
             }
         },
         this);

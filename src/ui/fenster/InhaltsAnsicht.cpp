@@ -57,7 +57,7 @@ QByteArray ausBase64(const std::optional<std::string>& text) {
 }  // namespace
 
 InhaltsAnsicht::InhaltsAnsicht(Bibliothek& bibliothek, Einstellungen& einstellungen, Dateimanager& dateimanager,
-                               const Meldestelle& sprachwechsel)
+                               const Meldestelle& sprachwechsel, const Zeilenbau::Werkstatt& werkstatt)
     : bibliothek_(bibliothek),
       einstellungen_(einstellungen),
       dateimanager_(dateimanager),
@@ -72,7 +72,8 @@ InhaltsAnsicht::InhaltsAnsicht(Bibliothek& bibliothek, Einstellungen& einstellun
       detail_(new DetailAnsicht),
       status_(new Statusleiste(this)),
       ablage_(new Dateiablage(this)),
-      auffrischung_([this] { frischeAuf(); }) {
+      auffrischung_([this] { frischeAuf(); }),
+      zeilenbau_(werkstatt, [this] { auffrischung_.sofort(); }) {
     setWindowTitle(QStringLiteral("Korvo GPX Library"));
     ordneAn();
     verbinde();
@@ -243,7 +244,8 @@ void InhaltsAnsicht::sprichNeu() {
 }
 
 Ansichtszustand::Oeffnung InhaltsAnsicht::oeffnung() {
-    if (bibliothek_.geoeffnet().wert()) {
+    // Known are the records only when they can be shown.
+    if (bibliothek_.geoeffnet().wert() && !(zeilenbau_.baut() && zeilenbau_.speicher().merkmale().empty())) {
         geduld_.stop();
         return Ansichtszustand::Oeffnung::offen;
     }
@@ -254,6 +256,7 @@ Ansichtszustand::Oeffnung InhaltsAnsicht::oeffnung() {
 void InhaltsAnsicht::frischeAuf() {
     const auto& eintraege = bibliothek_.eintraege().wert();
     zustand_.laedt = bibliothek_.laedt().wert();
+    zeilenbau_.gleicheAb(eintraege, texte_, zustand_.sortierung);
     zustand_.oeffnung = oeffnung();
     if (std::exchange(eintraegeNeu_, false)) {
         zustand_.behalteVorhandene(eintraege);
@@ -262,12 +265,13 @@ void InhaltsAnsicht::frischeAuf() {
         const QSignalBlocker still(werkzeuge_->suchfeld());
         werkzeuge_->suchfeld().setText(alsText(zustand_.suche));
     }
-    const Ansichtsbild bild = berechneAnsichtsbild(eintraege, zustand_, texte_, speicher_);
+    Ansichtsbild bild = berechneAnsichtsbild(zustand_, texte_, zeilenbau_.speicher());
     werkzeuge_->zeigeOrdner(bibliothek_.ordner().wert());
     kopf_->zeige(alsText(bild.routenText), alsText(bild.summeText));
     filter_->zeige(bild, zustand_, texte_);
     tabelle_->setzeSortierung(zustand_.sortierung);
-    tabelle_->setzeZeilen(bild.zeilen);
+    tabelle_->setzeZeilen(std::move(bild.zeilen));
+    zeilenbau_.raeumeAuf();
     tabelle_->setzeAuswahl(zustand_.auswahl);
     detail_->zeige(bild.ausgewaehlt);
     kopf_->zeigeSport(bild.ausgewaehlt);
@@ -285,6 +289,9 @@ void InhaltsAnsicht::frischeAuf() {
         kopierblatt_->zeige(bibliothek_.zuKopieren().wert());
     } else if (kopierblatt_) {
         QTimer::singleShot(0, this, &QWidget::close);
+    }
+    if (!zuZeigen_.empty() && !zeilenbau_.baut()) {
+        zeigeInDerListe(std::exchange(zuZeigen_, {}));
     }
 }
 

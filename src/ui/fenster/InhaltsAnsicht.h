@@ -14,6 +14,7 @@
 #include "platform/Dateimanager.h"
 #include "platform/Einstellungen.h"
 #include "sicht/Ansichtsbild.h"
+#include "sicht/Zeilenbau.h"
 #include "ui/detail/DetailAnsicht.h"
 #include "ui/fenster/Auffrischung.h"
 #include "ui/fenster/Dateiablage.h"
@@ -33,9 +34,10 @@ class InhaltsAnsicht final : public QWidget {
     Q_OBJECT
 
   public:
-    /// `sprachwechsel` is told when the language changes, by whichever window. Everything must outlive the window.
+    /// `sprachwechsel` is told when the language changes, by whichever window. In `werkstatt` rows are made when
+    /// there are many. Everything must outlive the window.
     InhaltsAnsicht(Bibliothek& bibliothek, Einstellungen& einstellungen, Dateimanager& dateimanager,
-                   const Meldestelle& sprachwechsel);
+                   const Meldestelle& sprachwechsel, const Zeilenbau::Werkstatt& werkstatt = {});
 
     /// Selects and shows those of the files, absolute paths, that lie in the library's folder, and imports the others
     /// one by one; folders and what does not exist are passed over. Waits for the window's first load.
@@ -87,12 +89,12 @@ class InhaltsAnsicht final : public QWidget {
     const Meldestelle& sprachwechsel_;
     Ansichtstexte texte_;
     Ansichtszustand zustand_;
-    Zeilenspeicher speicher_;
-    bool eintraegeNeu_ = false;         ///< the records changed since the last refresh
-    bool gezeigt_ = false;              ///< the first frame has been painted
-    QTimer geduld_;                     ///< runs while it need not yet be said that the library is being opened
-    bool geladen_ = false;              ///< the window's first load is over
-    std::vector<std::string> wartend_;  ///< files to open after it
+    bool eintraegeNeu_ = false;                 ///< the records changed since the last refresh
+    bool gezeigt_ = false;                      ///< the first frame has been painted
+    QTimer geduld_;                             ///< runs while it need not yet be said that the library is being opened
+    bool geladen_ = false;                      ///< the window's first load is over
+    std::vector<std::string> wartend_;          ///< files to open after it
+    std::unordered_set<std::string> zuZeigen_;  ///< paths to show once their rows are there
 
     Werkzeuge* werkzeuge_;
     QSplitter* teiler_;
@@ -106,6 +108,7 @@ class InhaltsAnsicht final : public QWidget {
     QPointer<QDialog> blatt_;            ///< the sheet over the window, while there is one
     QPointer<Kopierblatt> kopierblatt_;  ///< the same, while the window waits to be closed
     Auffrischung auffrischung_;
+    Zeilenbau zeilenbau_;
     std::vector<Abo> abos_;
 };
 

@@ -53,6 +53,10 @@ void InhaltsAnsicht::oeffneDateien(const std::vector<std::string>& pfade) {
 }
 
 void InhaltsAnsicht::zeigeInDerListe(const std::unordered_set<std::string>& pfade) {
+    if (zeilenbau_.baut()) {
+        zuZeigen_ = pfade;
+        return;
+    }
     Ansichtszustand neu = zustand_;
     neu.auswahl = pfade;
     neu.behalteVorhandene(bibliothek_.eintraege().wert());

@@ -84,7 +84,7 @@ void TabellenAnsicht::setzeSortierung(const Sortierung& sortierung) {
 }
 
 TabellenAnsicht::Auswahl TabellenAnsicht::gezeigteAuswahl() const {
-    Auswahl gezeigte;
+    Auswahl::Menge gezeigte;
     gezeigte.reserve(auswahl_->pfade().size());
     for (int reihe = 0; reihe < modell_->rowCount(); ++reihe) {
         if (auswahl_->istGewaehlt(modell_->zeile(reihe))) {

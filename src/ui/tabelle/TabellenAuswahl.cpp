@@ -98,7 +98,7 @@ void TabellenAuswahl::select(const QItemSelection& auswahl, SelectionFlags befeh
     QItemSelectionModel::select(auswahl, befehl);
     if (ersetzt_) {
         // What was hidden goes as well, and that changes the set even where the visible part stays as it was.
-        Pfade sichtbar;
+        Pfade::Menge sichtbar;
         sichtbar.reserve(anzahlReihen(selection()));
         marken_.assign(marken_.size(), Marke::nein);
         jedeReihe(selection(), [&](int reihe) {

@@ -2,10 +2,9 @@
 
 #include <QItemSelectionModel>
 #include <cstdint>
-#include <string>
-#include <unordered_set>
 #include <vector>
 
+#include "sicht/Pfadmenge.h"
 #include "ui/tabelle/TabellenModell.h"
 
 namespace spurkiste {
@@ -18,7 +17,7 @@ class TabellenAuswahl final : public QItemSelectionModel {
     Q_OBJECT
 
   public:
-    using Pfade = std::unordered_set<std::string>;
+    using Pfade = Pfadmenge;
 
     TabellenAuswahl(TabellenModell& modell, QObject* eltern);
 
