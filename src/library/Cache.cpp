@@ -114,7 +114,7 @@ Eintrag Cache::passend(const std::string& pfad) const {
 }
 
 Cache Cache::liesAus(const std::string& ordner, const CacheEigenform::Helfer& helfer) {
-    auto datei = dateien::Leser::oeffne(dateiIn(ordner));
+    auto datei = dateien::Leser::oeffne(dateiIn(ordner), dateien::Verweise::lehneAb);
     if (!datei) {
         return {};
     }

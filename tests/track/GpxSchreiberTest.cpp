@@ -29,7 +29,7 @@ TEST(GpxSchreiber, replacesTheFileAndKeepsItsPermissionsAndLinks) {
     const std::string pfad = ordner.schreibe("a.gpx", kVorher);
     ::chmod(pfad.c_str(), 0400);
     fs::create_symlink("a.gpx", ordner.in("link.gpx"));
-    EXPECT_EQ(GpxSchreiber::setzeSportart(GpxSportart::rad, ordner.in("link.gpx")), 1U);
+    EXPECT_EQ(GpxSchreiber::setzeSportart(GpxSportart::rad, ordner.in("link.gpx")).elemente, 1U);
     EXPECT_EQ(ordner.lies("a.gpx"), kNachher);
     EXPECT_TRUE(fs::is_symlink(ordner.in("link.gpx")));
     EXPECT_EQ(fs::status(pfad).permissions(), fs::perms::owner_read);
@@ -47,7 +47,7 @@ TEST(GpxSchreiber, beginsAgainOnTheBytesOfAnotherProgram) {
             ordner.schreibe("a.gpx", "<gpx><rte/></gpx>" + std::string(static_cast<std::size_t>(stoerungen), '\n'));
         }
     };
-    EXPECT_EQ(GpxSchreiber::setzeSportart(GpxSportart::rad, pfad, stoere), 1U);
+    EXPECT_EQ(GpxSchreiber::setzeSportart(GpxSportart::rad, pfad, stoere).elemente, 1U);
     EXPECT_EQ(ordner.lies("a.gpx"), "<gpx><rte><type>cycling</type></rte></gpx>");
 
     stoerungen = 100;
