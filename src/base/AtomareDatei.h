@@ -10,9 +10,9 @@
 namespace spurkiste::dateien {
 
 /// A file that appears whole or not at all: written as a VorlaeufigeDatei in the same folder, then put in the place of
-/// the old one. A symbolic link at the path is such an old one: it is replaced itself, never followed. Unless rights are
-/// taken over, the file is its owner's alone. Without uebernimm() or tausche() nothing remains of it and the old file
-/// stays as it was.
+/// the old one. A symbolic link at the path is such an old one: it is replaced itself, never followed. Unless rights
+/// are taken over, the file is its owner's alone. Without uebernimm() or tausche() nothing remains of it and the old
+/// file stays as it was.
 class AtomareDatei {
   public:
     /// Throws std::system_error when the folder cannot be written.

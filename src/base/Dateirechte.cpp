@@ -112,10 +112,11 @@ bool uebernimmEigentuemer(int von, int nach) {
     return true;
 }
 
-void uebernimmRechte(int von, int nach, mode_t hoechstens) {
+bool uebernimmRechte(int von, int nach, mode_t hoechstens) {
     struct stat altes {};
+    struct stat neues {};
     if (::fstat(von, &altes) != 0) {
-        return;
+        return false;
     }
     bool ganz = uebernimmEigentuemer(von, nach);
     const auto liste = zugriffsliste(von);
@@ -124,11 +125,11 @@ void uebernimmRechte(int von, int nach, mode_t hoechstens) {
         const std::string neue = beschraenkt(*liste, hoechstens);
         ganz = ::fsetxattr(nach, kZugriffsliste, neue.data(), neue.size(), 0) == 0;
     }
-    if ((!ganz || liste->empty()) && !entferneListe(nach)) {
-        return;
-    }
     const mode_t rechte = altes.st_mode & hoechstens & 0777U;
-    ::fchmod(nach, ganz ? rechte : ohneGruppe(rechte));
+    if ((ganz && !liste->empty()) || entferneListe(nach)) {
+        ::fchmod(nach, ganz ? rechte : ohneGruppe(rechte));
+    }
+    return ::fstat(nach, &neues) == 0 && (neues.st_mode & 07777U & ~rechte) == 0;
 }
 
 void uebernimmMerkmale(int von, int nach) {

@@ -1,4 +1,5 @@
-// How files come into the library: the copies, made one after the other away from the main thread, and then their reading.
+// How files come into the library: the copies, made one after the other away from the main thread, and then their
+// reading.
 
 #include <algorithm>
 #include <atomic>

@@ -30,8 +30,8 @@ struct Cache {
     /// Asks the system once per call.
     [[nodiscard]] Eintrag passend(const std::string& pfad) const;
 
-    /// Reads the cache of a folder. Empty when the file is missing, no regular file, a link, unreadable, malformed, of another version, or
-    /// holds a single record that does not decode.
+    /// Reads the cache of a folder. Empty when the file is missing, no regular file, a link, unreadable, malformed, of
+    /// another version, or holds a single record that does not decode.
     [[nodiscard]] static Cache liesAus(const std::string& ordner, const CacheEigenform::Helfer& helfer = {});
 
     /// The cache in a file of which this is known (not null), without reading it.

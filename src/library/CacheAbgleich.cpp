@@ -52,7 +52,9 @@ void verschliesse(const std::string& pfad, const dateien::Leser& altes) {
 }  // namespace
 
 CacheAbgleich::CacheAbgleich(std::string pfad)
-    : pfad_(std::move(pfad)), altes_(dateien::Leser::oeffne(pfad_, dateien::Verweise::lehneAb)), stand_(altes_ ? altes_->stand() : std::nullopt) {
+    : pfad_(std::move(pfad)),
+      altes_(dateien::Leser::oeffne(pfad_, dateien::Verweise::lehneAb)),
+      stand_(altes_ ? altes_->stand() : std::nullopt) {
     if (!stand_) {
         trenne();
     }
@@ -81,7 +83,8 @@ void CacheAbgleich::uebernimm(std::uint64_t ab, std::uint64_t laenge) {
 }
 
 bool CacheAbgleich::schliesse() {
-    if (!neues_ && static_cast<std::uint64_t>(stand_->groesse) == laenge_ && dateien::stand(pfad_, dateien::Verweise::lehneAb) == stand_) {
+    if (!neues_ && static_cast<std::uint64_t>(stand_->groesse) == laenge_ &&
+        dateien::stand(pfad_, dateien::Verweise::lehneAb) == stand_) {
         verschliesse(pfad_, *altes_);
         return false;
     }

@@ -1,5 +1,6 @@
 #include "track/GpxSchreiber.h"
 
+#include <cerrno>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -41,7 +42,9 @@ bool ersetze(const std::string& pfad, const Fassung& fassung, const GpxSpleisse&
     dateien::AtomareDatei neu(pfad);
     spleisse.wendeAn(fassung.inhalt, [&neu](std::string_view stueck) { neu.schreibe(stueck); });
     dateien::uebernimmMerkmale(fassung.datei.nummer(), neu.nummer());
-    dateien::uebernimmRechte(fassung.datei.nummer(), neu.nummer(), kHoechstens);
+    if (!dateien::uebernimmRechte(fassung.datei.nummer(), neu.nummer(), kHoechstens)) {
+        throw dateien::systemfehler(EPERM);  // rather not at all than for more eyes
+    }
     neu.datiereNach(fassung.stand);
     neu.sichere();
     if (!neu.tausche(fassung.datei, fassung.stand)) {

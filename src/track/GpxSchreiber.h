@@ -50,8 +50,7 @@ class GpxSchreiber {
     /// Throws GpxSchreibausnahme (keineSpur, nichtLesbar), std::system_error when the file cannot be written, and
     /// another std::runtime_error, whose what() is for the user, when that other program does not rest; the file is
     /// then untouched. Any thread, one call per file at a time. `vorher` is called between reading and writing.
-    static Ergebnis setzeSportart(GpxSportart art, const std::string& pfad,
-                                  const std::function<void()>& vorher = {});
+    static Ergebnis setzeSportart(GpxSportart art, const std::string& pfad, const std::function<void()>& vorher = {});
 };
 
 }  // namespace spurkiste
