@@ -9,11 +9,13 @@
 #include <string>
 #include <string_view>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
 #include "base/Dateien.h"
+#include "base/Dateinummer.h"
 
 namespace spurkiste::dateien {
 
@@ -80,6 +82,17 @@ mode_t ohneGruppe(mode_t rechte) {
     constexpr mode_t drei = 07;
     const mode_t alle = rechte & (rechte >> 3U) & drei;
     return (rechte & 0700U) | (alle << 3U) | alle;
+}
+
+Dateinummer oeffneOrdner(const std::string& ordner) {
+    return {ordner, O_RDONLY | O_DIRECTORY};
+}
+
+/// Whether others than its owner may write to the folder: they keep what is in it together then.
+bool istGeteilt(const Dateinummer& ordner) {
+    constexpr mode_t andereSchreiben = 0022;
+    struct stat zustand {};
+    return ::fstat(ordner.wert(), &zustand) == 0 && (zustand.st_mode & andereSchreiben) != 0;
 }
 
 mode_t maske() {
@@ -152,6 +165,23 @@ mode_t rechteEinerKopie(int von) {
     const auto liste = zugriffsliste(von);
     const mode_t rechte = liste && liste->empty() ? altes.st_mode : ohneGruppe(altes.st_mode);
     return (rechte & kLesenUndSchreiben & ~maske()) | kEigentuemer;
+}
+
+void gibRechteDesOrdners(const std::string& ordner, int nach) {
+    const auto nummer = oeffneOrdner(ordner);
+    if (istGeteilt(nummer)) {
+        (void)uebernimmRechte(nummer.wert(), nach, kLesenUndSchreiben);
+    } else {
+        uebernimmEigentuemer(nummer.wert(), nach);
+    }
+}
+
+void verschliesseWieOrdner(const std::string& ordner, int nummer) {
+    constexpr mode_t andere = 0077;
+    struct stat zustand {};
+    if (::fstat(nummer, &zustand) == 0 && (zustand.st_mode & andere) != 0 && !istGeteilt(oeffneOrdner(ordner))) {
+        ::fchmod(nummer, kEigentuemer);
+    }
 }
 
 }  // namespace spurkiste::dateien

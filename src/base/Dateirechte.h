@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include <sys/types.h>
 
 /// Who may do what with files: carried from one open file to another, both by the system's numbers. What a system or
@@ -26,5 +28,13 @@ void uebernimmMerkmale(int von, int nach);
 /// The permissions of a copy of the file that is nobody's secret: those of the file to read and write, less the umask,
 /// and its owner's. Where an access list says more than permissions can, nobody gets more than everybody.
 [[nodiscard]] mode_t rechteEinerKopie(int von);
+
+/// Gives a new file of the program's own (0600) the rights that the folder means: it stays its owner's alone where only
+/// the folder's owner may write, and belongs to that one if possible; else it gets the folder's rights to read and
+/// write.
+void gibRechteDesOrdners(const std::string& ordner, int nach);
+
+/// Makes a file that is older than that rule, or than the folder's rights, its owner's alone where the rule says so.
+void verschliesseWieOrdner(const std::string& ordner, int nummer);
 
 }  // namespace spurkiste::dateien
