@@ -1,12 +1,17 @@
 // What loading costs beyond the reading of the files: listing, handing out, landing, labelling.
 
+#include <chrono>
 #include <map>
 #include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include <benchmark/benchmark.h>
+#include <unistd.h>
 
+#include "base/ArbeiterPool.h"
+#include "base/Hauptschlange.h"
 #include "hilfe/HandAusfuehrer.h"
 #include "hilfe/SpeicherEinstellungen.h"
 #include "hilfe/TempOrdner.h"
@@ -70,6 +75,36 @@ void etikettiere(benchmark::State& zustand) {
     }
 }
 BENCHMARK(etikettiere)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+/// An import of files of 100 kB each, from the call until the last of them is on the disk and in the list. On the disk
+/// of the temporary folder, whose speed at flushing is most of it.
+void importiere(benchmark::State& zustand) {
+    const TempOrdner quellordner;
+    std::vector<std::string> quellen;
+    for (std::int64_t i = 0; i < zustand.range(0); ++i) {
+        quellen.push_back(quellordner.schreibe(std::to_string(i) + ".gpx",
+                                               "<gpx><trk><name>" + std::string(100'000, 'x') + "</name></trk></gpx>"));
+    }
+    SpeicherEinstellungen einstellungen;
+    const FesteUmgebung umgebung;
+    (void)Ortsbuch::geteilt();
+    for ([[maybe_unused]] const auto schritt : zustand) {
+        const TempOrdner ordner;
+        ::sync();
+        Hauptschlange hauptfaden;
+        ArbeiterPool arbeiter;
+        ArbeiterPool kopierer(1);
+        Bibliothek::Anschluesse anschluesse{einstellungen, nullptr, umgebung, hauptfaden, arbeiter};
+        anschluesse.kopierer = &kopierer;
+        const auto beginn = std::chrono::steady_clock::now();
+        Bibliothek bibliothek(anschluesse, ordner.pfad());
+        bibliothek.importiere(quellen, [&] { hauptfaden.beende(); });
+        hauptfaden.laufe();
+        zustand.SetIterationTime(std::chrono::duration<double>(std::chrono::steady_clock::now() - beginn).count());
+    }
+    zustand.SetItemsProcessed(zustand.iterations() * zustand.range(0));
+}
+BENCHMARK(importiere)->Arg(1)->Arg(200)->Unit(benchmark::kMillisecond)->UseManualTime();
 
 }  // namespace
 }  // namespace spurkiste

@@ -100,8 +100,7 @@ void lies(benchmark::State& zustand) {
 /// The measure for the above: a well-known reader of any JSON, and of bytes that lie in memory already.
 void liesMitQt(benchmark::State& zustand) {
     const TempOrdner& ordner = ordnerMitCache(zustand.range(0) != 0);
-    const auto text =
-        QByteArray::fromStdString(*spurkiste::dateien::liesGanz(ordner.pfad() + "/" + std::string(Cache::kDateiname)));
+    const auto text = QByteArray::fromStdString(ordner.lies(Cache::kDateiname));
     for ([[maybe_unused]] auto durchlauf : zustand) {
         QJsonDocument dokument = QJsonDocument::fromJson(text);
         zustand.PauseTiming();

@@ -1,40 +1,19 @@
 #include "base/AtomareDatei.h"
 
-#include <filesystem>
-#include <system_error>
+#include <array>
+#include <cstdint>
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace spurkiste::dateien {
 
-namespace {
-
-constexpr mode_t kNeueDatei = 0666;
-
-/// The path that symbolic links lead to, or the path itself where nothing is yet.
-std::string hinterVerweisen(const std::string& pfad) {
-    std::error_code fehlt;
-    const auto echt = std::filesystem::canonical(pfad, fehlt);
-    return fehlt ? pfad : echt.native();
-}
-
-}  // namespace
-
-AtomareDatei::AtomareDatei(const std::string& ziel)
-    : ziel_(hinterVerweisen(ziel)), datei_(ordnerVon(ziel_), kNeueDatei) {
-    constexpr mode_t rechte = 07777;
-    struct stat altes {};
-    if (::stat(ziel_.c_str(), &altes) == 0) {
-        ::fchmod(datei_.nummer(), altes.st_mode & rechte);  // some file systems know no permissions, and that is fine
-    }
-}
-
-void AtomareDatei::sichereOrdner() const {
-    const Dateinummer ordner(ordnerVon(ziel_), O_RDONLY | O_DIRECTORY);
-    if (ordner.offen()) {
-        ::fsync(ordner.wert());
+void AtomareDatei::datiereNach(const Stand& altes) const {
+    constexpr std::int64_t abstand = 2;  // whole seconds, also for file systems that know only every other one
+    const auto neues = stand();
+    if (neues && neues->sekunden < altes.sekunden + abstand) {
+        const std::array<timespec, 2> zeiten{timespec{0, UTIME_OMIT}, timespec{altes.sekunden + abstand, 0}};
+        ::futimens(datei_.nummer(), zeiten.data());
     }
 }
 

@@ -54,9 +54,10 @@ std::optional<Angaben> angaben(const std::string& pfad) {
     return Angaben{zustand.st_size, Zeitpunkt::ausUnix(zustand.st_mtim.tv_sec, zustand.st_mtim.tv_nsec)};
 }
 
-std::optional<Stand> stand(const std::string& pfad) {
+std::optional<Stand> stand(const std::string& pfad, Verweise verweise) {
     struct stat zustand {};
-    const int ergebnis = ::stat(pfad.c_str(), &zustand);
+    const bool folge = verweise == Verweise::folge;
+    const int ergebnis = folge ? ::stat(pfad.c_str(), &zustand) : ::lstat(pfad.c_str(), &zustand);
     return alsStand(ergebnis, zustand);
 }
 
@@ -119,6 +120,12 @@ std::string absolut(const std::string& pfad) {
     return ergebnis.empty() ? "/" : ergebnis;
 }
 
+std::string hinterVerweisen(const std::string& pfad) {
+    std::error_code fehlt;
+    const auto echt = std::filesystem::canonical(pfad, fehlt);
+    return fehlt ? pfad : echt.native();
+}
+
 std::string_view letzterTeil(std::string_view pfad) {
     const auto strich = pfad.rfind('/');
     return strich == std::string_view::npos ? pfad : pfad.substr(strich + 1);
@@ -142,9 +149,9 @@ std::string_view ohneEndung(std::string_view name) {
     return name.substr(0, punktVorEndung(name));
 }
 
-std::optional<Leser> Leser::oeffne(const std::string& pfad) {
+std::optional<Leser> Leser::oeffne(const std::string& pfad, Verweise verweise) {
     try {
-        return Leser(Dateinummer::regulaere(pfad));
+        return Leser(Dateinummer::regulaere(pfad, verweise));
     } catch (const std::system_error&) {
         return std::nullopt;
     }
@@ -168,11 +175,15 @@ std::size_t Leser::groesse() const {
     return ::fstat(nummer_.wert(), &zustand) == 0 ? static_cast<std::size_t>(zustand.st_size) : 0;
 }
 
-std::optional<std::string> liesGanz(const std::string& pfad) {
+std::uint64_t Leser::namen() const {
+    struct stat zustand {};
+    return ::fstat(nummer_.wert(), &zustand) == 0 && zustand.st_nlink > 0 ? zustand.st_nlink : 1;
+}
+
+std::optional<std::string> liesGanz(const std::string& pfad, std::size_t hoechstens) {
     auto leser = Leser::oeffne(pfad);
-    constexpr std::size_t grenze = std::size_t{1} << 32U;
-    const std::size_t groesse = leser ? leser->groesse() : grenze;
-    if (groesse >= grenze) {
+    const std::size_t groesse = leser ? leser->groesse() : 0;
+    if (!leser || groesse > hoechstens) {
         return std::nullopt;
     }
     std::string inhalt(groesse, '\0');

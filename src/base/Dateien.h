@@ -37,8 +37,9 @@ struct Stand {
     friend bool operator==(const Stand&, const Stand&) = default;
 };
 
-/// The state of what the path leads to now, through symbolic links. Nothing when there is nothing.
-[[nodiscard]] std::optional<Stand> stand(const std::string& pfad);
+/// The state of what is at the path now, or of the link itself where links are not followed. Nothing when there is
+/// nothing.
+[[nodiscard]] std::optional<Stand> stand(const std::string& pfad, Verweise verweise = Verweise::folge);
 
 /// The same of an open file, by the system's number; nothing when the system does not say.
 [[nodiscard]] std::optional<Stand> stand(int nummer);
@@ -58,6 +59,9 @@ void erstelleOrdner(const std::string& ordner);
 /// stay, and so does "..", since it may lead through one. Throws std::system_error for an empty path and when the
 /// working directory is gone.
 [[nodiscard]] std::string absolut(const std::string& pfad);
+
+/// The path that symbolic links lead to; the path itself where there is nothing yet.
+[[nodiscard]] std::string hinterVerweisen(const std::string& pfad);
 
 /// The last component of a path ("/a/b.gpx" gives "b.gpx").
 [[nodiscard]] std::string_view letzterTeil(std::string_view pfad);
@@ -79,7 +83,7 @@ void erstelleOrdner(const std::string& ordner);
 class Leser {
   public:
     /// Nothing when the file cannot be opened or is no regular file.
-    [[nodiscard]] static std::optional<Leser> oeffne(const std::string& pfad);
+    [[nodiscard]] static std::optional<Leser> oeffne(const std::string& pfad, Verweise verweise = Verweise::folge);
 
     /// Fills the buffer from the current position and returns how many bytes came: fewer than asked only at the end
     /// of the file or when reading failed, which callers treat alike.
@@ -92,16 +96,25 @@ class Leser {
     /// The size now, in bytes; it may change while somebody writes.
     [[nodiscard]] std::size_t groesse() const;
 
+    /// How many names (hard links) the file has, its own included; 1 when the system does not say.
+    [[nodiscard]] std::uint64_t namen() const;
+
     /// Which state of which file this is; nothing when the system does not say.
     [[nodiscard]] std::optional<Stand> stand() const { return dateien::stand(nummer_.wert()); }
+
+    /// The system's number of the file.
+    [[nodiscard]] int nummer() const { return nummer_.wert(); }
 
   private:
     explicit Leser(Dateinummer nummer) : nummer_(std::move(nummer)) {}
     Dateinummer nummer_;
 };
 
-/// The whole content of a regular file. Nothing when it cannot be read or has 4 GiB and more, which none of the files
-/// that are read whole ever has: such a one would only fill the memory.
-[[nodiscard]] std::optional<std::string> liesGanz(const std::string& pfad);
+/// More than any file has that is read whole, a text of the program's own apart.
+constexpr std::size_t kGrosserText = std::size_t{1} << 26U;
+
+/// The whole content of a regular file. Nothing when it cannot be read or has more than so many bytes: a file that has
+/// grown beyond all reason would only fill the memory.
+[[nodiscard]] std::optional<std::string> liesGanz(const std::string& pfad, std::size_t hoechstens = kGrosserText);
 
 }  // namespace spurkiste::dateien

@@ -36,16 +36,17 @@ Dateinummer::Dateinummer(const std::string& pfad, int wie, mode_t rechte)
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): the system has no other way to open
     : nummer_(::open(pfad.c_str(), wie | O_CLOEXEC, rechte)) {}
 
-Dateinummer Dateinummer::regulaere(const std::string& pfad) {
+Dateinummer Dateinummer::regulaere(const std::string& pfad, Verweise verweise) {
     pruefePfad(pfad);
+    const bool folge = verweise == Verweise::folge;
     struct stat davor {};
     // Asked before opening, since opening a device may do something, and again afterwards, since the path may by
     // then lead elsewhere. O_NONBLOCK keeps a FIFO that slipped in between from waiting for its writer.
-    if (::stat(pfad.c_str(), &davor) != 0) {
+    if ((folge ? ::stat(pfad.c_str(), &davor) : ::lstat(pfad.c_str(), &davor)) != 0) {
         throw systemfehler(errno);
     }
     pruefeRegulaer(davor);
-    Dateinummer nummer(pfad, O_RDONLY | O_NONBLOCK | O_NOCTTY);
+    Dateinummer nummer(pfad, O_RDONLY | O_NONBLOCK | O_NOCTTY | (folge ? 0 : O_NOFOLLOW));
     if (!nummer.offen()) {
         throw systemfehler(errno);
     }

@@ -22,6 +22,12 @@ void pruefePfad(const std::string& pfad);
 /// the deed itself failed.
 [[nodiscard]] bool kenntDasNicht(int fehler);
 
+/// What is to become of a symbolic link at the end of a path.
+enum class Verweise {
+    folge,    ///< what it leads to is meant
+    lehneAb,  ///< it is no file: for paths at which somebody else could have put it
+};
+
 /// An open file of the system, closed at the end.
 class Dateinummer {
   public:
@@ -32,10 +38,9 @@ class Dateinummer {
     /// creates. When the system refuses, the object is not open and errno says why.
     Dateinummer(const std::string& pfad, int wie, mode_t rechte = 0);
 
-    /// Opens a regular file for reading, through symbolic links, and nothing else; never blocks. Throws
-    /// std::system_error: EISDIR for a folder, EINVAL for everything else that is no regular file, or what the system
-    /// says.
-    [[nodiscard]] static Dateinummer regulaere(const std::string& pfad);
+    /// Opens a regular file for reading and nothing else; never blocks. Throws std::system_error: EISDIR for a folder,
+    /// EINVAL for everything else that is no regular file, or what the system says.
+    [[nodiscard]] static Dateinummer regulaere(const std::string& pfad, Verweise verweise = Verweise::folge);
 
     Dateinummer(Dateinummer&& andere) noexcept : nummer_(std::exchange(andere.nummer_, -1)) {}
     Dateinummer& operator=(Dateinummer&& andere) noexcept {

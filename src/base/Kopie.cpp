@@ -14,15 +14,11 @@
 #include <sys/ioctl.h>
 #endif
 
+#include "base/Dateirechte.h"
+
 namespace spurkiste::dateien {
 
 namespace {
-
-mode_t rechteWie(const Dateinummer& quelle) {
-    constexpr mode_t niemandFuehrtAus = 0666;
-    constexpr mode_t eigentuemer = 0600;
-    return (quelle.zustand().st_mode & niemandFuehrtAus) | eigentuemer;
-}
 
 /// Copies at most `rest` bytes by way of this program's memory, up to the end of the source.
 void schaufle(int quelle, VorlaeufigeDatei& ziel, std::size_t rest) {
@@ -72,15 +68,26 @@ void uebertrage(int quelle, VorlaeufigeDatei& ziel, std::size_t groesse) {
 
 }  // namespace
 
-Kopie::Kopie(const Dateinummer& quelle, const std::string& ordner) : datei_(ordner, rechteWie(quelle)) {
+Kopie::Kopie(const Dateinummer& quelle, const std::string& ordner) : datei_(ordner) {
     const struct stat zustand = quelle.zustand();
+    groesse_ = zustand.st_size;
     uebertrage(quelle.wert(), datei_, static_cast<std::size_t>(zustand.st_size));
     const std::array<timespec, 2> zeiten{timespec{0, UTIME_OMIT}, zustand.st_mtim};
     ::futimens(datei_.nummer(), zeiten.data());  // a copy with today's date is a copy all the same
-    if (datei_.hatNamen()) {
-        datei_
-            .sichere();  // file systems without nameless files are often far away, and tell only now that they are full
+    ::fchmod(datei_.nummer(), rechteEinerKopie(quelle.wert()));
+#ifdef __linux__
+    // The disk may begin at once, while the next file is copied: waiting for many together then takes little longer
+    // than for one.
+    ::sync_file_range(datei_.nummer(), 0, 0, SYNC_FILE_RANGE_WRITE);
+#endif
+}
+
+bool Kopie::stelleHin(const std::string& ziel) {
+    if (!gesichert_) {
+        datei_.sichere();
+        gesichert_ = true;
     }
+    return datei_.stelleHin(ziel);
 }
 
 }  // namespace spurkiste::dateien

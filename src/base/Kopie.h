@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "base/VorlaeufigeDatei.h"
@@ -16,14 +17,20 @@ class Kopie {
     /// and whatever keeps the source from being read or the folder from being written.
     Kopie(const std::string& quelle, const std::string& ordner) : Kopie(Dateinummer::regulaere(quelle), ordner) {}
 
-    /// Puts the copy at the path, which lies directly in the folder; false when something is there already. To be
-    /// called until it returns true. Throws std::system_error.
-    [[nodiscard]] bool stelleHin(const std::string& ziel) { return datei_.stelleHin(ziel); }
+    /// The size of the source at the beginning, in bytes.
+    [[nodiscard]] std::int64_t groesse() const { return groesse_; }
+
+    /// Waits until the copy is on the disk, then puts it at the path, which lies directly in the folder; false when
+    /// something is there already. To be called until it returns true. Whoever must not lose the name either calls
+    /// sichereOrdner() when all copies have theirs. Throws std::system_error.
+    [[nodiscard]] bool stelleHin(const std::string& ziel);
 
   private:
     Kopie(const Dateinummer& quelle, const std::string& ordner);
 
     VorlaeufigeDatei datei_;
+    std::int64_t groesse_ = 0;
+    bool gesichert_ = false;
 };
 
 }  // namespace spurkiste::dateien

@@ -196,8 +196,8 @@ std::string Aufruf::hilfe() {
 
   spurkiste-cli sport WERT DATEI...
       Schreibt die Sportart in jeden Track und jede Route der Dateien und liest sie zur Probe wieder ein; alles Übrige
-      bleibt Byte für Byte. Eine Zeile je Datei: wie viele Elemente die Sportart bekamen, oder auf der Fehlerausgabe,
-      warum es nicht ging. WERT ist einer von:
+      bleibt Byte für Byte. Weitere Namen einer Datei (harte Links) behalten den alten Inhalt. Eine Zeile je Datei:
+      wie viele Elemente die Sportart bekamen, oder auf der Fehlerausgabe, warum es nicht ging. WERT ist einer von:
       )" + sportwerte() +
            R"(
 

@@ -1,6 +1,5 @@
 #include "cli/Sport.h"
 
-#include <cstddef>
 #include <cstdio>
 #include <exception>
 #include <system_error>
@@ -14,12 +13,12 @@ namespace spurkiste {
 namespace {
 
 /// Writes, and reads once more what is there now.
-std::size_t schreibeMitProbe(GpxSportart art, const std::string& pfad) {
-    const std::size_t elemente = GpxSchreiber::setzeSportart(art, pfad);
+GpxSchreiber::Ergebnis schreibeMitProbe(GpxSportart art, const std::string& pfad) {
+    const auto ergebnis = GpxSchreiber::setzeSportart(art, pfad);
     if (!GpxLeser::lese(pfad)) {
         throw GpxSchreibausnahme(GpxSchreibfehler::nachSchreibenNichtLesbar);
     }
-    return elemente;
+    return ergebnis;
 }
 
 }  // namespace
@@ -32,8 +31,12 @@ int sport(GpxSportart art, const std::vector<std::string>& dateien) {
     };
     for (const std::string& datei : dateien) {
         try {
-            const std::size_t elemente = schreibeMitProbe(art, datei);
+            const auto [elemente, andereNamen] = schreibeMitProbe(art, datei);
             schreibe(stdout, datei + ": " + std::to_string(elemente) + " elements\n");
+            if (andereNamen > 0) {
+                schreibe(stderr, datei + ": keeps the old content under " + std::to_string(andereNamen) +
+                                     (andereNamen == 1 ? " other name (hard link)\n" : " other names (hard links)\n"));
+            }
         } catch (const std::system_error& fehler) {
             scheitere(datei, fehler.code().message());
         } catch (const std::exception& fehler) {

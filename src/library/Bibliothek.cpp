@@ -48,6 +48,7 @@ Bibliothek::~Bibliothek() {
     if (ladung_) {
         *ladung_->abbruch = true;
     }
+    beendeKopien();
     if (anschluesse_.mitCache && geoeffnet_.wert() && istEtwasFaellig()) {
         cache_.schreibe(ordner_.wert(), eintraege_.wert(), {});
     }

@@ -29,6 +29,8 @@
 
 namespace spurkiste {
 
+struct Kopierstapel;
+
 /// The library of the run: a folder, the records of its GPX files, and what there is to say about them. One object
 /// per run, bound to the main thread, which only keeps the list: reading, sorting and writing happen elsewhere. Ending
 /// it drops whatever is still being read, and hands over what is still to be cached.
@@ -156,8 +158,8 @@ class Bibliothek {
     void speichereCache(std::vector<Fertig> fertige = {});
 
     void kopiereNaechste();
-    void landeKopie(const std::shared_ptr<Import>& import, const std::string& quelle, const std::string& ziel,
-                    const std::string& fehler);
+    void beendeKopien();
+    void landeKopien(const std::shared_ptr<Import>& import, const Kopierstapel& stapel);
     void liesImport(Import& import);
     void meldeFehlkopie(const std::string& quelle, const std::string& fehler);
     [[nodiscard]] bool verschiebe(const std::string& alt, const std::string& neu, const std::string& name);
@@ -191,7 +193,7 @@ class Bibliothek {
     std::vector<Abschluss> abschluesse_;           // wait for the next
     bool cacheFaellig_ = false;                    // as soon as the load has published
     Aenderungsprotokoll protokoll_;                // since the load or the settling under way began
-    std::deque<std::shared_ptr<Import>> importe_;  // those with files to copy; one copy at a time
+    std::deque<std::shared_ptr<Import>> importe_;  // those with files to copy; one batch at a time
     std::size_t importlaeufe_ = 0;                 // runs that read copies
     std::size_t fehlkopien_ = 0;                   // since no import waited
     bool weckerLaeuft_ = false;                    // of the imports that settle together

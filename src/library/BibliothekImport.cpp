@@ -1,14 +1,16 @@
-// How files come into the library: the copies, made one at a time away from the main thread, and then their reading.
+// How files come into the library: the copies, made one after the other away from the main thread, and then their
+// reading.
 
-#include <cerrno>
-#include <new>
-#include <system_error>
+#include <algorithm>
+#include <atomic>
+#include <cstddef>
+#include <iterator>
 #include <utility>
 
 #include "base/Dateien.h"
-#include "base/Kopie.h"
 #include "base/Text.h"
 #include "library/Bibliothek.h"
+#include "library/Kopierstapel.h"
 
 namespace spurkiste {
 
@@ -19,41 +21,15 @@ struct Bibliothek::Import {
     std::int64_t generation;
     std::vector<std::string> neue;  ///< the copies that succeeded
     Fertig fertig;
+    std::size_t stapel = 1;  ///< how many files the next task gets: the first row comes soon, the others come fast
+    /// True once only the copy in hand is still wanted.
+    std::shared_ptr<std::atomic<bool>> abbruch = std::make_shared<std::atomic<bool>>(false);
 };
 
 namespace {
 
 bool liegtIn(const std::string& ordner, const std::string& pfad) {
     return dateien::kindPfad(ordner, dateien::letzterTeil(pfad)) == pfad;
-}
-
-/// Puts a copy of the file into the folder, under the first free one of its names, and returns its path.
-/// Throws std::system_error.
-std::string kopiereIn(const std::string& ordner, const std::string& quelle) {
-    dateien::Kopie kopie(quelle, ordner);
-    const std::string name(dateien::letzterTeil(quelle));
-    const std::string stamm(dateien::ohneEndung(name));
-    std::string ziel = dateien::kindPfad(ordner, name);
-    for (std::int64_t zaehler = 2; !kopie.stelleHin(ziel); ++zaehler) {
-        ziel = dateien::kindPfad(ordner, stamm + " " + std::to_string(zaehler) + ".gpx");
-    }
-    return ziel;
-}
-
-/// What became of one copy: its path, or why there is none.
-struct Ausgang {
-    std::string ziel;
-    std::string fehler;
-};
-
-Ausgang versucheKopie(const std::string& ordner, const std::string& quelle) {
-    try {
-        return {kopiereIn(ordner, quelle), {}};
-    } catch (const std::system_error& fehler) {
-        return {{}, fehler.code().message()};
-    } catch (const std::bad_alloc&) {
-        return {{}, std::generic_category().message(ENOMEM)};
-    }
 }
 
 }  // namespace
@@ -82,23 +58,37 @@ void Bibliothek::importiere(const std::vector<std::string>& pfade, Fertig fertig
 }
 
 void Bibliothek::kopiereNaechste() {
+    constexpr std::size_t hoechstens = 32;
     const auto import = importe_.front();
-    std::string quelle = std::move(import->quellen.front());
-    import->quellen.pop_front();
+    const std::size_t anzahl = std::min(import->stapel, import->quellen.size());
+    import->stapel = std::min(import->stapel * 2, hoechstens);
+    const auto bis = import->quellen.begin() + static_cast<std::ptrdiff_t>(anzahl);
+    std::vector<std::string> quellen(std::make_move_iterator(import->quellen.begin()), std::make_move_iterator(bis));
+    import->quellen.erase(import->quellen.begin(), bis);
     Ausfuehrer& kopierer = anschluesse_.kopierer != nullptr ? *anschluesse_.kopierer : anschluesse_.arbeiter;
     rueckweg_.hinUndZurueck(
-        kopierer, [ordner = import->ordner, quelle] { return versucheKopie(ordner, quelle); },
-        [this, import, quelle](const Ausgang& ausgang) { landeKopie(import, quelle, ausgang.ziel, ausgang.fehler); });
+        kopierer,
+        [ordner = import->ordner, quellen = std::move(quellen), abbruch = import->abbruch] {
+            return Kopierstapel::kopiere(ordner, quellen, *abbruch);
+        },
+        [this, import](const Kopierstapel& stapel) { landeKopien(import, stapel); });
 }
 
-void Bibliothek::landeKopie(const std::shared_ptr<Import>& import, const std::string& quelle, const std::string& ziel,
-                            const std::string& fehler) {
-    zuKopieren_.setze(zuKopieren_.wert() - 1);
-    if (ziel.empty()) {
-        meldeFehlkopie(quelle, fehler);
-    } else {
-        import->neue.push_back(ziel);
+void Bibliothek::landeKopien(const std::shared_ptr<Import>& import, const Kopierstapel& stapel) {
+    std::size_t erledigt = stapel.kopien.size();
+    for (const Kopierstapel::Kopie& kopie : stapel.kopien) {
+        if (kopie.ziel.empty()) {
+            meldeFehlkopie(kopie.quelle, kopie.fehler);
+        } else {
+            import->neue.push_back(kopie.ziel);
+        }
     }
+    if (*import->abbruch) {
+        erledigt += stapel.rest.size();
+    } else {
+        import->quellen.insert(import->quellen.begin(), stapel.rest.begin(), stapel.rest.end());
+    }
+    zuKopieren_.setze(zuKopieren_.wert() - erledigt);
     const bool fertig = import->quellen.empty();
     if (fertig) {
         importe_.pop_front();
@@ -126,11 +116,19 @@ void Bibliothek::meldeFehlkopie(const std::string& quelle, const std::string& fe
     hinweis_.setze("Import fehlgeschlagen: " + anzahl + text::einzeilig(dateien::letzterTeil(quelle)) + ": " + fehler);
 }
 
+/// Lets the batch in hand end with the copy in hand.
+void Bibliothek::beendeKopien() {
+    if (!importe_.empty()) {
+        *importe_.front()->abbruch = true;
+    }
+}
+
 void Bibliothek::brichImporteAb() {
     if (importe_.empty()) {
         return;
     }
-    const auto wartende = std::exchange(importe_, {importe_.front()});  // whose copy is in hand
+    const auto wartende = std::exchange(importe_, {importe_.front()});  // whose copies are in hand
+    beendeKopien();
     std::size_t kopien = importe_.front()->quellen.size();
     importe_.front()->quellen.clear();
     for (std::size_t i = 1; i < wartende.size(); ++i) {

@@ -115,7 +115,7 @@ Eintrag Cache::passend(const std::string& pfad) const {
 }
 
 Cache Cache::liesAus(const std::string& ordner, const CacheEigenform::Helfer& helfer) try {
-    auto datei = dateien::Leser::oeffne(dateiIn(ordner));
+    auto datei = dateien::Leser::oeffne(dateiIn(ordner), dateien::Verweise::lehneAb);
     if (!datei) {
         return {};
     }

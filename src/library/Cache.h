@@ -30,8 +30,9 @@ struct Cache {
     /// Asks the system once per call.
     [[nodiscard]] Eintrag passend(const std::string& pfad) const;
 
-    /// Reads the cache of a folder. Empty when the file is missing, unreadable, malformed, of another version, holds a
-    /// single record that does not decode or a value longer than JsonStuecke::kHoechstens, or when memory runs out.
+    /// Reads the cache of a folder. Empty when the file is missing, no regular file, a link, unreadable, malformed, of
+    /// another version, holds a single record that does not decode or a value longer than JsonStuecke::kHoechstens, or
+    /// when memory runs out.
     [[nodiscard]] static Cache liesAus(const std::string& ordner, const CacheEigenform::Helfer& helfer = {});
 
     /// The cache in a file of which this is known (not null), without reading it.

@@ -5,6 +5,8 @@
 #include <system_error>
 #include <utility>
 
+#include "base/Dateirechte.h"
+
 namespace spurkiste {
 
 namespace {
@@ -15,7 +17,9 @@ constexpr std::uint64_t kPortion = std::uint64_t{256} * 1024;
 }  // namespace
 
 CacheAbgleich::CacheAbgleich(std::string pfad)
-    : pfad_(std::move(pfad)), altes_(dateien::Leser::oeffne(pfad_)), stand_(altes_ ? altes_->stand() : std::nullopt) {
+    : pfad_(std::move(pfad)),
+      altes_(dateien::Leser::oeffne(pfad_, dateien::Verweise::lehneAb)),
+      stand_(altes_ ? altes_->stand() : std::nullopt) {
     if (!stand_) {
         trenne();
     }
@@ -44,7 +48,9 @@ void CacheAbgleich::uebernimm(std::uint64_t ab, std::uint64_t laenge) {
 }
 
 bool CacheAbgleich::schliesse() {
-    if (!neues_ && static_cast<std::uint64_t>(stand_->groesse) == laenge_ && dateien::stand(pfad_) == stand_) {
+    if (!neues_ && static_cast<std::uint64_t>(stand_->groesse) == laenge_ &&
+        dateien::stand(pfad_, dateien::Verweise::lehneAb) == stand_) {
+        dateien::verschliesseWieOrdner(dateien::ordnerVon(pfad_), altes_->nummer());
         return false;
     }
     if (!neues_) {
@@ -62,6 +68,7 @@ bool CacheAbgleich::istGleich(std::string_view bytes) {
 
 void CacheAbgleich::trenne() {
     neues_ = std::make_unique<dateien::AtomareDatei>(pfad_);
+    dateien::gibRechteDesOrdners(dateien::ordnerVon(pfad_), neues_->nummer());
     kopiere(0, laenge_);
 }
 

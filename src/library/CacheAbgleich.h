@@ -12,7 +12,9 @@
 namespace spurkiste {
 
 /// Replaces a file by new content, and only when that differs: as long as what comes is what the file already holds,
-/// nothing is written. One object per content, one thread; failures throw std::system_error and leave the old file.
+/// nothing is written. Neither reads nor writes through a symbolic link at the path. The file is its owner's alone
+/// (0600) in a folder that only its owner may write to, else it has the folder's read and write bits. One object per
+/// content, one thread; failures throw std::system_error and leave the old file.
 class CacheAbgleich {
   public:
     explicit CacheAbgleich(std::string pfad);

@@ -17,7 +17,8 @@ namespace {
 
 Cache holeCache(const Ordnerlesung::Auftrag& auftrag) {
     const auto& bekannter = auftrag.abdruck;
-    if (bekannter && dateien::stand(dateien::kindPfad(auftrag.ordner, Cache::kDateiname)) == bekannter->stand) {
+    const std::string datei = dateien::kindPfad(auftrag.ordner, Cache::kDateiname);
+    if (bekannter && dateien::stand(datei, dateien::Verweise::lehneAb) == bekannter->stand) {
         return Cache::aus(bekannter);
     }
     return Cache::liesAus(auftrag.ordner, auftrag.helfer);

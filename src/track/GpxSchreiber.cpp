@@ -1,20 +1,24 @@
 #include "track/GpxSchreiber.h"
 
+#include <cerrno>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 #include "base/AtomareDatei.h"
 #include "base/Dateien.h"
+#include "base/Dateirechte.h"
 #include "track/GpxSpleisse.h"
 
 namespace spurkiste {
 
 namespace {
 
-/// A file's bytes, and which state of the file they are.
+/// A file's bytes, which state of the file they are, and the file itself, open.
 struct Fassung {
     std::string inhalt;
     dateien::Stand stand;
+    dateien::Leser datei;
 };
 
 Fassung lies(const std::string& pfad) {
@@ -23,23 +27,29 @@ Fassung lies(const std::string& pfad) {
     if (!stand) {
         throw GpxSchreibausnahme(GpxSchreibfehler::nichtLesbar);
     }
-    Fassung fassung{std::string(static_cast<std::size_t>(stand->groesse), '\0'), *stand};
-    if (leser->lies(fassung.inhalt) < fassung.inhalt.size()) {
+    Fassung fassung{std::string(static_cast<std::size_t>(stand->groesse), '\0'), *stand, std::move(*leser)};
+    if (fassung.datei.lies(fassung.inhalt) < fassung.inhalt.size()) {
         throw GpxSchreibausnahme(GpxSchreibfehler::nichtLesbar);
     }
     return fassung;
 }
+
+constexpr mode_t kHoechstens = 0777;
 
 /// Puts the new content in place of the bytes that were read. False when the file is no longer the one that they came
 /// from: nothing is changed then.
 bool ersetze(const std::string& pfad, const Fassung& fassung, const GpxSpleisse& spleisse) {
     dateien::AtomareDatei neu(pfad);
     spleisse.wendeAn(fassung.inhalt, [&neu](std::string_view stueck) { neu.schreibe(stueck); });
+    dateien::uebernimmMerkmale(fassung.datei.nummer(), neu.nummer());
+    if (!dateien::uebernimmRechte(fassung.datei.nummer(), neu.nummer(), kHoechstens)) {
+        throw dateien::systemfehler(EPERM);  // rather not at all than for more eyes
+    }
+    neu.datiereNach(fassung.stand);
     neu.sichere();
-    if (dateien::stand(pfad) != fassung.stand) {
+    if (!neu.tausche(fassung.datei, fassung.stand)) {
         return false;
     }
-    neu.uebernimm();
     neu.sichereOrdner();
     return true;
 }
@@ -58,10 +68,12 @@ std::string beschreibung(GpxSchreibfehler fehler) {
     return {};
 }
 
-std::size_t GpxSchreiber::setzeSportart(GpxSportart art, const std::string& pfad, const std::function<void()>& vorher) {
+GpxSchreiber::Ergebnis GpxSchreiber::setzeSportart(GpxSportart art, const std::string& pfad,
+                                                   const std::function<void()>& vorher) {
     constexpr int versuche = 3;
+    const std::string datei = dateien::hinterVerweisen(pfad);
     for (int i = 0; i < versuche; ++i) {
-        const Fassung fassung = lies(pfad);
+        const Fassung fassung = lies(datei);
         const auto spleisse = GpxSpleisse::berechne(fassung.inhalt, art);
         if (!spleisse) {
             throw GpxSchreibausnahme(GpxSchreibfehler::nichtLesbar);
@@ -72,8 +84,9 @@ std::size_t GpxSchreiber::setzeSportart(GpxSportart art, const std::string& pfad
         if (vorher) {
             vorher();
         }
-        if (ersetze(pfad, fassung, *spleisse)) {
-            return spleisse->ziele;
+        const std::uint64_t namen = fassung.datei.namen();
+        if (ersetze(datei, fassung, *spleisse)) {
+            return {spleisse->ziele, namen - 1};
         }
     }
     throw std::runtime_error("Ein anderes Programm ändert die GPX-Datei gerade.");

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <stdexcept>
 #include <string>
@@ -35,15 +36,21 @@ class GpxSchreiber {
   public:
     GpxSchreiber() = delete;
 
-    /// Puts the sport's raw value into the <type> of every track and route that is a child of the root element, and
-    /// returns how many those were. All other bytes of the file stay as they are. The file is replaced as a whole or
-    /// not at all, keeps its permissions, and gets a new date. When another program changes it meanwhile, the work
-    /// begins again on the new bytes, three times at most.
+    /// What was done.
+    struct Ergebnis {
+        std::size_t elemente = 0;       ///< tracks and routes that have the sport now
+        std::uint64_t andereNamen = 0;  ///< further names (hard links) of the file, which still lead to the old content
+    };
+
+    /// Puts the sport's raw value into the <type> of every track and route that is a child of the root element. All
+    /// other bytes of the file stay as they are. The file is replaced as a whole or not at all, behind symbolic links;
+    /// it keeps owner, permissions, access list and attributes as far as the system can, loses set-user-ID and
+    /// set-group-ID, and gets a new date, at least a second after the old one. When another program changes it
+    /// meanwhile or has it open for writing, the work begins again on the new bytes, three times at most.
     /// Throws GpxSchreibausnahme (keineSpur, nichtLesbar), std::system_error when the file cannot be written, and
     /// another std::runtime_error, whose what() is for the user, when that other program does not rest; the file is
     /// then untouched. Any thread, one call per file at a time. `vorher` is called between reading and writing.
-    static std::size_t setzeSportart(GpxSportart art, const std::string& pfad,
-                                     const std::function<void()>& vorher = {});
+    static Ergebnis setzeSportart(GpxSportart art, const std::string& pfad, const std::function<void()>& vorher = {});
 };
 
 }  // namespace spurkiste

@@ -1,4 +1,6 @@
+#include <algorithm>
 #include <array>
+#include <cerrno>
 #include <filesystem>
 #include <string>
 #include <system_error>
@@ -10,10 +12,13 @@
 #include <gtest/gtest.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include "base/AtomareDatei.h"
 #include "base/Dateien.h"
+#include "base/Dateirechte.h"
 #include "hilfe/Engpass.h"
 #include "hilfe/TempOrdner.h"
 
@@ -149,19 +154,20 @@ TEST(AtomareDateiTest, ErscheintGanzOderGarNicht) {
     EXPECT_THAT(dateien::liste(ordner.pfad()), ElementsAre("ziel"));
 }
 
-TEST(AtomareDateiTest, BehaeltRechteUndVerweisUndErlaubtLangeNamen) {
+TEST(AtomareDateiTest, ErsetztEinenVerweisSelbstUndErlaubtLangeNamen) {
     const TempOrdner ordner;
-    const std::string ziel = ordner.schreibe(std::string(255, 'n'), "alt");
-    fs::permissions(ziel, fs::perms::owner_read | fs::perms::group_read);
-    fs::create_symlink(ziel, ordner.in("link"));
+    const std::string fremd = ordner.schreibe("fremd", "alt");
+    const std::string ziel = ordner.in(std::string(255, 'n'));
+    fs::create_symlink(fremd, ziel);
     {
-        dateien::AtomareDatei datei(ordner.in("link"));
+        dateien::AtomareDatei datei(ziel);
         datei.schreibe("neu");
         datei.uebernimm();
     }
-    EXPECT_TRUE(fs::is_symlink(ordner.in("link")));
+    EXPECT_EQ(ordner.lies("fremd"), "alt");
+    EXPECT_EQ(fs::symlink_status(ziel).type(), fs::file_type::regular);
+    EXPECT_EQ(fs::status(ziel).permissions(), fs::perms::owner_read | fs::perms::owner_write);
     EXPECT_EQ(ordner.lies(std::string(255, 'n')), "neu");
-    EXPECT_EQ(fs::status(ziel).permissions(), fs::perms::owner_read | fs::perms::group_read);
 }
 
 TEST(AtomareDateiTest, ErscheintAuchWoEsKeinProcGibt) {
@@ -221,6 +227,104 @@ TEST(AtomareDateiTest, FehlerLassenDasAlteStehenUndNichtsZurueck) {
     }
     EXPECT_EQ(ordner.lies("ziel"), "alt");
     EXPECT_THAT(dateien::liste(ordner.pfad()), UnorderedElementsAre("ziel", "ordner"));
+}
+
+TEST(AtomareDateiTest, WasNichtGesichertIstWirdGemeldetUndLaesstNichtsZurueck) {
+    struct Fall {
+        const char* name;
+        long ruf;
+        Faehigkeiten faehigkeiten;
+        bool scheitert;
+    };
+    for (const Fall& fall : {Fall{"flush", SYS_fsync, Faehigkeiten::alle, true},
+                             Fall{"state of a temporary file", SYS_newfstatat, Faehigkeiten::ohneTausch, true},
+                             Fall{"close after the deed", SYS_close, Faehigkeiten::alle, false},
+                             Fall{"rights", SYS_fchmod, Faehigkeiten::alle, false}}) {
+        const TempOrdner ordner;
+        const std::string ziel = ordner.schreibe("ziel", "alt");
+        fs::permissions(ziel, static_cast<fs::perms>(0664));
+        EXPECT_TRUE(imKind([&] {
+            const dateien::Dateinummer altes(ziel, O_RDONLY);
+            if (!beschraenke(fall.faehigkeiten) || !verweigere(fall.ruf, EIO)) {
+                return false;
+            }
+            try {
+                dateien::AtomareDatei datei(ziel);
+                datei.schreibe("neu");
+                (void)dateien::uebernimmRechte(altes.wert(), datei.nummer(), dateien::kLesenUndSchreiben);
+                datei.sichere();
+                datei.uebernimm();
+                return !fall.scheitert;
+            } catch (const std::system_error& fehler) {
+                return fall.scheitert && fehler.code().value() == EIO;
+            }
+        })) << fall.name;
+        EXPECT_EQ(ordner.lies("ziel"), fall.scheitert ? "alt" : "neu") << fall.name;
+        EXPECT_THAT(dateien::liste(ordner.pfad()), ElementsAre("ziel")) << fall.name;
+        const auto rechte = static_cast<unsigned>(fs::status(ziel).permissions());
+        EXPECT_EQ(rechte & ~0664U, 0U) << fall.name;
+    }
+}
+
+/// The bytes of an access list: the owner's rights, user 1's, the group's, the mask and everybody's.
+std::string zugriffsliste(char eigentuemer, char einer, char gruppe, char alle) {
+    std::string liste{2, 0, 0, 0};
+    const auto haengeAn = [&](char wer, char rechte, bool nummer) {
+        liste += std::string{wer, 0, rechte, 0} + (nummer ? std::string{1, 0, 0, 0} : std::string(4, '\xff'));
+    };
+    haengeAn(1, eigentuemer, false);
+    haengeAn(2, einer, true);
+    haengeAn(4, gruppe, false);
+    haengeAn(16, einer, false);
+    haengeAn(32, alle, false);
+    return liste;
+}
+
+TEST(DateirechteTest, GehenMitUndWerdenNieWeiter) {
+    constexpr const char* merkmal = "system.posix_acl_access";
+    const TempOrdner ordner;
+    const std::string von = ordner.schreibe("von", "");
+    const dateien::Dateinummer quelle(von, O_RDONLY);
+    const auto rechteNach = [&](mode_t rechte, mode_t hoechstens) {
+        const std::string pfad = ordner.in("nach");
+        fs::remove(pfad);
+        const dateien::Dateinummer ziel(pfad, O_WRONLY | O_CREAT, 0600);
+        EXPECT_EQ(::chmod(von.c_str(), rechte), 0);
+        EXPECT_TRUE(dateien::uebernimmRechte(quelle.wert(), ziel.wert(), hoechstens));
+        return ziel.zustand().st_mode & 07777U;
+    };
+    EXPECT_EQ(rechteNach(06755, 0777), 0755U);
+    EXPECT_EQ(rechteNach(02775, dateien::kLesenUndSchreiben), 0664U);
+    EXPECT_EQ(rechteNach(0400, 0777), 0400U);
+    EXPECT_EQ(dateien::rechteEinerKopie(quelle.wert()), 0600U);
+
+    const std::string liste = zugriffsliste(6, 6, 0, 0);
+    if (::setxattr(von.c_str(), merkmal, liste.data(), liste.size(), 0) != 0) {
+        GTEST_SKIP() << "no access lists here";
+    }
+    EXPECT_EQ(dateien::rechteEinerKopie(quelle.wert()), 0600U) << "the group may nothing, whatever the mask says";
+    EXPECT_EQ(rechteNach(0660, 0777), 0660U);
+    std::string neue(100, '\0');
+    neue.resize(static_cast<std::size_t>(
+        std::max<ssize_t>(0, ::getxattr(ordner.in("nach").c_str(), merkmal, neue.data(), neue.size()))));
+    EXPECT_EQ(neue, liste);
+    EXPECT_TRUE(imKind([&] { return verweigere(SYS_fsetxattr, ENOSPC) && rechteNach(0660, 0777) == 0600U; }));
+    ASSERT_EQ(::removexattr(von.c_str(), merkmal), 0);
+
+    // What the folder gives to its new files, a private one must not have.
+    ASSERT_EQ(::setxattr(ordner.pfad().c_str(), "system.posix_acl_default", liste.data(), liste.size(), 0), 0);
+    EXPECT_EQ(rechteNach(0640, 0777), 0640U);
+    EXPECT_LT(::getxattr(ordner.in("nach").c_str(), merkmal, nullptr, 0), 0);
+
+    if (::geteuid() == 0) {
+        ASSERT_EQ(::chown(von.c_str(), 1, 2), 0);
+        EXPECT_EQ(rechteNach(0640, 0777), 0640U);
+        struct stat zustand {};
+        ASSERT_EQ(::stat(ordner.in("nach").c_str(), &zustand), 0);
+        EXPECT_EQ(zustand.st_uid, 1U);
+        EXPECT_EQ(zustand.st_gid, 2U);
+        EXPECT_TRUE(imKind([&] { return verweigere(SYS_fchown, EPERM) && rechteNach(0640, 0777) == 0600U; }));
+    }
 }
 
 }  // namespace spurkiste

@@ -12,6 +12,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 
 #include "base/Dateien.h"
 #include "base/Dateiumzug.h"
@@ -266,6 +267,19 @@ TEST_P(DateiumzugTest, aFullDiskLeavesNoPartOfACopy) {
         });
         EXPECT_TRUE(fs::is_empty(ordner.in("ziel")));
     }
+}
+
+TEST_P(DateiumzugTest, aCopyThatIsNotOnTheDiskGetsNoName) {
+    const std::string quelle = ordner.schreibe("q", "neu");
+    fs::create_directory(ordner.in("ziel"));
+    EXPECT_TRUE(imKind([&] {
+        return beschraenke(GetParam()) && verweigere(SYS_fsync, EIO) &&
+               fehlerVon([&] {
+                   dateien::Kopie kopie(quelle, ordner.in("ziel"));
+                   (void)kopie.stelleHin(ordner.in("ziel/q"));
+               }) == EIO;
+    }));
+    EXPECT_TRUE(fs::is_empty(ordner.in("ziel")));
 }
 
 std::string nameVon(const testing::TestParamInfo<Faehigkeiten>& fall) {

@@ -188,6 +188,38 @@ TEST(Cache, KeepsTheOldFileWhenTheNewOneCannotBeWritten) {
     EXPECT_EQ(dateien::liste(ordner.in("x")).size(), 1u);
 }
 
+TEST(Cache, IsNoWayOutOfTheFolderAndForThoseAloneWhoMayChangeIt) {
+    const TempOrdner ordner;
+    const std::string datei = ordner.in(Cache::kDateiname);
+    const std::vector<Eintrag> liste{teile(vollerEintrag(ordner.in("a.gpx")))};
+    ASSERT_TRUE(Cache::schreibeNach(ordner.pfad(), liste));
+    const std::string inhalt = ordner.lies(Cache::kDateiname);
+    const auto rechte = [&] { return static_cast<unsigned>(fs::symlink_status(datei).permissions()); };
+    EXPECT_EQ(rechte(), 0600U);
+
+    const TempOrdner anderswo;
+    fs::rename(datei, anderswo.in("notizen"));
+    fs::create_symlink(anderswo.in("notizen"), datei);
+    EXPECT_TRUE(Cache::liesAus(ordner.pfad()).eintraege.empty());
+    for (const std::string_view notizen : {std::string_view(inhalt), std::string_view("meine")}) {
+        anderswo.schreibe("notizen", notizen);
+        fs::remove(datei);
+        fs::create_symlink(anderswo.in("notizen"), datei);
+        ASSERT_TRUE(Cache::schreibeNach(ordner.pfad(), liste));
+        EXPECT_EQ(anderswo.lies("notizen"), notizen);
+        EXPECT_FALSE(fs::is_symlink(datei));
+        EXPECT_EQ(Cache::liesAus(ordner.pfad()).eintraege.size(), 1U);
+    }
+
+    fs::permissions(datei, static_cast<fs::perms>(0644));  // of an older program, and otherwise as it would be written
+    ASSERT_TRUE(Cache::schreibeNach(ordner.pfad(), liste));
+    EXPECT_EQ(rechte(), 0600U);
+    fs::remove(datei);
+    fs::permissions(ordner.pfad(), static_cast<fs::perms>(0775));
+    ASSERT_TRUE(Cache::schreibeNach(ordner.pfad(), liste));
+    EXPECT_EQ(rechte(), 0664U);
+}
+
 TEST(JsonStuecke, CutAlikeHoweverTheTextArrives) {
     const std::string text = R"( {"a\"}\\":[1,{"b":"]"}],"c" :-1.5e3 , "\\":true} 12)";
     for (std::size_t portion = 1; portion <= text.size(); ++portion) {

@@ -1,8 +1,13 @@
+#include <cerrno>
+#include <cstddef>
 #include <filesystem>
+#include <fstream>
 #include <string>
 
 #include <gtest/gtest.h>
+#include <sys/syscall.h>
 
+#include "hilfe/Engpass.h"
 #include "hilfe/TempOrdner.h"
 #include "hilfe/Umgebung.h"
 #include "platform/posix/DateiEinstellungen.h"
@@ -23,6 +28,38 @@ TEST(DateiEinstellungenTest, JederWertUebersteht) {
         EXPECT_EQ(DateiEinstellungen(pfad).lies("wert"), wert);
         EXPECT_EQ(DateiEinstellungen(pfad).lies("daneben"), "bleibt");
     }
+}
+
+TEST(DateiEinstellungenTest, SindPrivatUndErsetzenNurSichSelbst) {
+    namespace fs = std::filesystem;
+    const TempOrdner ordner;
+    const std::string pfad = ordner.in("e.conf");
+    DateiEinstellungen(pfad).schreibe("a", "1");
+    EXPECT_EQ(fs::status(pfad).permissions(), static_cast<fs::perms>(0600));
+    fs::permissions(pfad, static_cast<fs::perms>(0640));
+    DateiEinstellungen(pfad).schreibe("a", "2");
+    EXPECT_EQ(fs::status(pfad).permissions(), static_cast<fs::perms>(0640));
+
+    const std::string fremd = ordner.schreibe("fremd", "b=3\n");
+    fs::remove(pfad);
+    fs::create_symlink(fremd, pfad);
+    DateiEinstellungen(pfad).schreibe("a", "4");
+    EXPECT_EQ(ordner.lies("fremd"), "b=3\n");
+    EXPECT_EQ(ordner.lies("e.conf"), "a=4\nb=3\n");
+
+    // What cannot be read just now may hold what others need.
+    EXPECT_TRUE(imKind([&] {
+        DateiEinstellungen einstellungen(ordner.in("e.conf"));
+        if (!verweigere(SYS_read, EIO)) {
+            return false;
+        }
+        einstellungen.schreibe("a", "5");
+        return einstellungen.lies("a") == "5";
+    }));
+    EXPECT_EQ(ordner.lies("e.conf"), "a=4\nb=3\n");
+
+    std::ofstream(pfad, std::ios::app) << "c=" << std::string(std::size_t{2} << 20U, 'x');
+    EXPECT_EQ(DateiEinstellungen(pfad).lies("a"), std::nullopt) << "far too large";
 }
 
 TEST(DateiEinstellungenTest, FremdesInDerDateiSchadetNicht) {

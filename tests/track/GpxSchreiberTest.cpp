@@ -1,16 +1,44 @@
+#include <cerrno>
 #include <cstddef>
+#include <cstdint>
+#include <cstdio>
 #include <filesystem>
+#include <fstream>
+#include <functional>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 #include <utility>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 #include "base/Dateien.h"
+#include "base/VorlaeufigeDatei.h"
+#include "hilfe/Engpass.h"
 #include "hilfe/TempOrdner.h"
 #include "track/GpxLeser.h"
 #include "track/GpxSchreiber.h"
+
+namespace {
+
+std::function<void()> vorDemTausch;  // what another program does in the last moment; called once
+bool scheitertZurueck = false;       // the second exchange fails
+
+}  // namespace
+
+/// The exchange of two files, with somebody between our last look and the deed.
+extern "C" int renameat2(int alterOrdner, const char* alt, int neuerOrdner, const char* neu, unsigned wie) noexcept {
+    if (wie == RENAME_EXCHANGE && vorDemTausch) {
+        std::exchange(vorDemTausch, {})();
+    } else if (wie == RENAME_EXCHANGE && scheitertZurueck) {
+        errno = EIO;
+        return -1;
+    }
+    return static_cast<int>(::syscall(SYS_renameat2, alterOrdner, alt, neuerOrdner, neu, wie));
+}
 
 namespace spurkiste {
 namespace {
@@ -29,7 +57,7 @@ TEST(GpxSchreiber, replacesTheFileAndKeepsItsPermissionsAndLinks) {
     const std::string pfad = ordner.schreibe("a.gpx", kVorher);
     ::chmod(pfad.c_str(), 0400);
     fs::create_symlink("a.gpx", ordner.in("link.gpx"));
-    EXPECT_EQ(GpxSchreiber::setzeSportart(GpxSportart::rad, ordner.in("link.gpx")), 1U);
+    EXPECT_EQ(GpxSchreiber::setzeSportart(GpxSportart::rad, ordner.in("link.gpx")).elemente, 1U);
     EXPECT_EQ(ordner.lies("a.gpx"), kNachher);
     EXPECT_TRUE(fs::is_symlink(ordner.in("link.gpx")));
     EXPECT_EQ(fs::status(pfad).permissions(), fs::perms::owner_read);
@@ -47,7 +75,7 @@ TEST(GpxSchreiber, beginsAgainOnTheBytesOfAnotherProgram) {
             ordner.schreibe("a.gpx", "<gpx><rte/></gpx>" + std::string(static_cast<std::size_t>(stoerungen), '\n'));
         }
     };
-    EXPECT_EQ(GpxSchreiber::setzeSportart(GpxSportart::rad, pfad, stoere), 1U);
+    EXPECT_EQ(GpxSchreiber::setzeSportart(GpxSportart::rad, pfad, stoere).elemente, 1U);
     EXPECT_EQ(ordner.lies("a.gpx"), "<gpx><rte><type>cycling</type></rte></gpx>");
 
     stoerungen = 100;
@@ -66,6 +94,76 @@ TEST(GpxSchreiber, beginsAgainOnTheBytesOfAnotherProgram) {
     });
     EXPECT_EQ(ordner.lies("a.gpx"), kNachher);
     EXPECT_EQ(dateienIn(ordner), 1U);
+}
+
+TEST(GpxSchreiber, losesNothingThatIsWrittenInTheLastMoment) {
+    const TempOrdner ordner;
+    const std::string pfad = ordner.schreibe("a.gpx", kVorher);
+    const auto haengeAn = [&] { std::ofstream(pfad, std::ios::app) << "<!-- other -->"; };
+    vorDemTausch = haengeAn;
+    EXPECT_EQ(GpxSchreiber::setzeSportart(GpxSportart::rad, pfad).elemente, 1U);
+    EXPECT_EQ(ordner.lies("a.gpx"), std::string(kNachher) + "<!-- other -->");
+    EXPECT_EQ(dateienIn(ordner), 1U);
+
+    // Whoever has it open may still write into what has lost its place.
+    {
+        std::ofstream anderer(pfad, std::ios::app);
+        EXPECT_THROW(GpxSchreiber::setzeSportart(GpxSportart::ski, pfad), std::runtime_error);
+        anderer << "<!-- late -->";
+    }
+    EXPECT_EQ(ordner.lies("a.gpx"), std::string(kNachher) + "<!-- other --><!-- late -->");
+    EXPECT_EQ(dateienIn(ordner), 1U);
+
+    vorDemTausch = [&] { fs::remove(pfad); };
+    EXPECT_THROW(GpxSchreiber::setzeSportart(GpxSportart::ski, pfad), GpxSchreibausnahme);
+    EXPECT_EQ(dateienIn(ordner), 0U);
+
+    // As if killed before it is put back: the bytes are there, and nobody cleans them away.
+    ordner.schreibe("a.gpx", kVorher);
+    vorDemTausch = haengeAn;
+    scheitertZurueck = true;
+    EXPECT_THROW(GpxSchreiber::setzeSportart(GpxSportart::rad, pfad), std::system_error);
+    scheitertZurueck = false;
+    std::string dort;
+    for (const std::string& name : dateien::liste(ordner.pfad())) {
+        dort = ordner.lies(name) == std::string(kVorher) + "<!-- other -->" ? name : dort;
+    }
+    EXPECT_FALSE(dateien::istVorlaeufig(dort));
+    EXPECT_NE(dateien::endung(dort), "gpx");
+    EXPECT_EQ(ordner.lies("a.gpx"), kNachher);
+    EXPECT_EQ(dateienIn(ordner), 2U);
+}
+
+TEST(GpxSchreiber, datesEachVersionApartAndTellsOfOtherNames) {
+    const TempOrdner ordner;
+    const std::string pfad = ordner.schreibe("a.gpx", kNachher);
+    fs::create_hard_link(pfad, ordner.in("b.gpx"));
+    auto vorher = dateien::angaben(pfad)->geaendert;
+    std::uint64_t andere = 1;
+    for (const auto art : {GpxSportart::laufen, GpxSportart::rad, GpxSportart::laufen}) {
+        EXPECT_EQ(GpxSchreiber::setzeSportart(art, pfad).andereNamen, std::exchange(andere, 0));
+        const auto jetzt = dateien::angaben(pfad)->geaendert;
+        EXPECT_GE(jetzt.sekunden - vorher.sekunden, 1.0);
+        vorher = jetzt;
+    }
+    EXPECT_EQ(ordner.lies("b.gpx"), kNachher);
+}
+
+TEST(GpxSchreiber, failsWholeWhereTheDiskOrTheRightsFail) {
+    for (const auto& [ruf, fehler] : {std::pair{SYS_fsync, EIO}, std::pair{SYS_fchmod, EPERM}}) {
+        const TempOrdner ordner;
+        const std::string pfad = ordner.schreibe("a.gpx", kVorher);
+        ::chmod(pfad.c_str(), 0440);
+        EXPECT_TRUE(imKind([&, ruf = ruf, fehler = fehler] {
+            try {
+                return verweigere(ruf, fehler) && GpxSchreiber::setzeSportart(GpxSportart::rad, pfad).elemente == 0;
+            } catch (const std::system_error& ausnahme) {
+                return ausnahme.code().value() == fehler;
+            }
+        }));
+        EXPECT_EQ(ordner.lies("a.gpx"), kVorher);
+        EXPECT_EQ(dateienIn(ordner), 1U);
+    }
 }
 
 }  // namespace

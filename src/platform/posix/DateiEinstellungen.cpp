@@ -6,8 +6,11 @@
 #include <system_error>
 #include <utility>
 
+#include <fcntl.h>
+
 #include "base/AtomareDatei.h"
 #include "base/Dateien.h"
+#include "base/Dateirechte.h"
 
 namespace spurkiste {
 
@@ -43,11 +46,20 @@ std::string demaskiere(std::string_view zeile) {
 }  // namespace
 
 DateiEinstellungen::DateiEinstellungen(std::string pfad) : pfad_(std::move(pfad)) {
-    liesDatei();
+    (void)liesDatei();
 }
 
-void DateiEinstellungen::liesDatei() {
-    const auto inhalt = dateien::liesGanz(pfad_).value_or("");
+bool DateiEinstellungen::liesDatei() {
+    constexpr std::size_t hoechstens = std::size_t{1} << 20U;  // thousands of times what the program writes
+    auto leser = dateien::Leser::oeffne(pfad_);
+    const std::size_t groesse = leser ? leser->groesse() : 0;
+    if (groesse > hoechstens) {
+        return true;
+    }
+    std::string inhalt(groesse, '\0');
+    if (leser ? leser->lies(inhalt) < groesse : dateien::angaben(pfad_).has_value()) {
+        return false;
+    }
     std::string_view rest = inhalt;
     while (!rest.empty()) {
         const auto zeile = rest.substr(0, rest.find('\n'));
@@ -56,6 +68,7 @@ void DateiEinstellungen::liesDatei() {
         }
         rest.remove_prefix(std::min(rest.size(), zeile.size() + 1));
     }
+    return true;
 }
 
 std::optional<std::string> DateiEinstellungen::lies(std::string_view schluessel) const {
@@ -66,9 +79,12 @@ std::optional<std::string> DateiEinstellungen::lies(std::string_view schluessel)
 void DateiEinstellungen::schreibe(std::string_view schluessel, std::string_view wert) {
     assert(schluessel.find_first_of("=\n") == std::string_view::npos);
     offen_.insert_or_assign(std::string(schluessel), std::string(wert));
-    liesDatei();  // another program may have written since
+    const bool gelesen = liesDatei();  // another program may have written since
     for (const auto& [s, w] : offen_) {
         werte_.insert_or_assign(s, w);
+    }
+    if (!gelesen) {
+        return;  // the others' values would be lost; the next change may have more luck
     }
     try {
         schreibeDatei();
@@ -82,9 +98,14 @@ void DateiEinstellungen::schreibe(std::string_view schluessel, std::string_view 
 void DateiEinstellungen::schreibeDatei() const {
     const auto name = dateien::letzterTeil(pfad_);
     dateien::erstelleOrdner(pfad_.substr(0, pfad_.size() - name.size()));
+    const dateien::Dateinummer altes(pfad_, O_RDONLY | O_NONBLOCK | O_NOFOLLOW);
     dateien::AtomareDatei datei(pfad_);
     for (const auto& [schluessel, wert] : werte_) {
         datei.schreibe(schluessel + "=" + maskiere(wert) + "\n");
+    }
+    if (altes.offen()) {
+        dateien::uebernimmMerkmale(altes.wert(), datei.nummer());
+        dateien::uebernimmRechte(altes.wert(), datei.nummer(), dateien::kLesenUndSchreiben);
     }
     datei.sichere();
     datei.uebernimm();

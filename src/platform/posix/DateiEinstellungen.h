@@ -10,6 +10,8 @@ namespace spurkiste {
 /// Settings in one text file, a line "key=value" each: "\\" and "\n" inside a value are written as backslash
 /// sequences; a key holds neither "=" nor a line break. Read once; every change is written at once and atomically, on
 /// top of what other programs have written meanwhile, so that programs that run side by side never see half a file.
+/// A new file is its owner's alone. A symbolic link is read through, but replaced by the first change. A file that
+/// cannot be read for the moment is left alone; one above 1 MiB holds no settings.
 class DateiEinstellungen final : public Einstellungen {
   public:
     /// `pfad` is the file; it need not exist and its folders are made at the first change.
@@ -28,7 +30,8 @@ class DateiEinstellungen final : public Einstellungen {
 
   private:
     using Werte = std::map<std::string, std::string, std::less<>>;
-    void liesDatei();
+    /// Takes over what the file holds. False when it holds something that cannot be read just now.
+    bool liesDatei();
     void schreibeDatei() const;
 
     std::string pfad_;
