@@ -1,6 +1,5 @@
 #include "ui/detail/Kachel.h"
 
-#include <QFontMetricsF>
 #include <QPainter>
 #include <QVBoxLayout>
 
@@ -8,6 +7,7 @@
 #include "ui/teile/KistePapier.h"
 #include "ui/teile/Papier.h"
 #include "ui/teile/Schrift.h"
+#include "ui/teile/Schriftsatz.h"
 #include "ui/teile/Symbole.h"
 #include "ui/teile/Textzeile.h"
 
@@ -18,8 +18,11 @@ namespace {
 constexpr int kMindesthoehe = 76;
 constexpr int kRand = 12;
 constexpr int kAbstand = 6;
+constexpr int kTitelhoehe = 14;
 constexpr int kWertschrift = 19;
 constexpr int kWerthoehe = 23;
+constexpr double kWertgrundlinie = 18;
+constexpr int kLuft = 5;  // above and below the line of the value, for what stands out of it in some scripts
 constexpr double kRadius = 13;
 constexpr double kSymbol = 14.5;
 
@@ -28,19 +31,18 @@ constexpr double kSymbol = 14.5;
 Kachel::Kachel(QWidget* eltern)
     : QWidget(eltern),
       titel_(new Schild(this)),
-      wert_(neueTextzeile(KistePapier::tinte, this)),
+      wert_(new Absatz(KistePapier::tinte, true, this, {kWerthoehe + 2 * kLuft, kWertgrundlinie + kLuft})),
       zusatz_(new Schild(this)) {
     setMinimumHeight(kMindesthoehe);
     titel_->setzeFarbe(KistePapier::goldDunkel);
     titel_->setzeKuerzung(Qt::ElideRight);
     zusatz_->setzeFarbe(KistePapier::tinteLeise);
     zusatz_->setzeKuerzung(Qt::ElideRight);
-    wert_->setFixedHeight(kWerthoehe);
-    wert_->setContentsMargins(0, kWerthoehe - kWertschrift, 0, 0);  // a text that can be marked stands at the top
-    wert_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    titel_->setFixedHeight(kTitelhoehe);
+    wert_->setFixedHeight(kWerthoehe + 2 * kLuft);
     auto* stapel = new QVBoxLayout(this);
     stapel->setContentsMargins(kRand, kRand, kRand, kRand);
-    stapel->setSpacing(kAbstand);
+    stapel->setSpacing(kAbstand - kLuft);
     stapel->addStretch();
     stapel->addWidget(titel_);
     stapel->addWidget(wert_);
@@ -76,12 +78,10 @@ void Kachel::resizeEvent(QResizeEvent* ereignis) {
 
 void Kachel::kuerze() {
     const double platz = width() - 2 * kRand;
-    const QString gekuerzt = QFontMetricsF(wert_->font()).elidedText(ganzerWert_, Qt::ElideRight, platz);
-    if (gekuerzt != wert_->text()) {
-        wert_->setText(gekuerzt);
-    }
+    const QString gekuerzt = Schriftsatz(wert_->font()).gekuerzt(ganzerWert_, platz);
+    wert_->zeige(gekuerzt);
     setzeKurzhilfe(*wert_, gekuerzt == ganzerWert_ ? QString() : ganzerWert_);
-    const bool passt = QFontMetricsF(zusatz_->font()).horizontalAdvance(zusatz_->text()) <= platz;
+    const bool passt = zusatz_->textbreite() <= platz;
     setzeKurzhilfe(*zusatz_, passt ? QString() : zusatz_->text());
 }
 

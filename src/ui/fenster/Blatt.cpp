@@ -32,17 +32,18 @@ Schild* zeile(const QString& text, const QFont& schrift, const QColor& farbe) {
     return schild;
 }
 
-Knopf* knopf(const QString& beschriftung, double hoehe, const QColor& text, const QColor& grund,
+Knopf* knopf(const QString& beschriftung, double hoehe, const QColor& text, const QColor& grund, const QColor& rahmen,
              QFont::Weight staerke) {
     Knopf::Aussehen aussehen;
     aussehen.hoehe = hoehe;
     aussehen.radius = hoehe / 2.0;
     aussehen.rand = 16;
-    aussehen.schriftgroesse = 12;
+    aussehen.schriftgroesse = 12.5;
     aussehen.staerke = staerke;
     aussehen.textFarbe = text;
     aussehen.grund = grund;
-    aussehen.rahmen = KistePapier::mitDeckkraft(KistePapier::linie, 0.72);
+    aussehen.ringAussen = grund == KistePapier::goldDunkel;
+    aussehen.rahmen = rahmen;
     aussehen.ueberfahren = KistePapier::mitDeckkraft(KistePapier::tinte, 0.04);
     aussehen.gedrueckt = KistePapier::mitDeckkraft(KistePapier::tinte, 0.08);
     auto* neuer = new Knopf;
@@ -62,11 +63,11 @@ Blatt::Blatt(const QString& titel, QWidget* eltern) : QDialog(eltern), blatt_(ne
 
 Knopf* Blatt::leiserKnopf(const QString& text) {
     return knopf(text, kFeldHoehe, KistePapier::tinte, KistePapier::mitDeckkraft(KistePapier::kapsel, 0.72),
-                 QFont::DemiBold);
+                 KistePapier::mitDeckkraft(KistePapier::linie, 0.72), QFont::DemiBold);
 }
 
 Knopf* Blatt::wichtigerKnopf(const QString& text) {
-    return knopf(text, kFeldHoehe, Qt::white, KistePapier::goldDunkel, QFont::Bold);
+    return knopf(text, kFeldHoehe, Qt::white, KistePapier::goldDunkel, Qt::transparent, QFont::Bold);
 }
 
 void Blatt::legeAus(const std::vector<QWidget*>& stuecke, const std::vector<Knopf*>& knoepfe) {

@@ -168,7 +168,7 @@ void TabellenAnsicht::keyPressEvent(QKeyEvent* ereignis) {
         return bleibt;
     };
     static constexpr Tat schritt = [](TabellenAnsicht& tabelle, const QModelIndex& hier) {
-        return waehle(tabelle, hier, tabelle.auswahl().empty());  // on a row already, though nobody sees where
+        return waehle(tabelle, hier, tabelle.gezeigteAuswahl().empty());  // on a row already, though it is not marked
     };
     static constexpr Tat anfang = [](TabellenAnsicht& tabelle, const QModelIndex& hier) {
         return waehle(tabelle, hier, hier.row() == 0);

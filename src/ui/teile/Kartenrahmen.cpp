@@ -27,7 +27,7 @@ void Kartenrahmen::zeichneSchatten(QPainter& maler, const QRectF& karte) {
 }
 
 QColor Kartenrahmen::farbe() const {
-    return fokus_ ? KistePapier::mitDeckkraft(KistePapier::gold, 0.55)
+    return fokus_ ? KistePapier::goldDunkel
                   : KistePapier::mitDeckkraft(KistePapier::linie, 0.78);
 }
 
