@@ -25,8 +25,8 @@ constexpr int kDatumshoehe = 15;
 constexpr std::size_t kKacheln = 5;
 constexpr int kRing = papier::kRingRand;
 
-/// A number of bytes in words, in decimal units: whole up to kilobytes, then with a digit behind the point. What would be
-/// rounded to a thousand of a unit is one of the next.
+/// A number of bytes in words, in decimal units: whole up to kilobytes, then with a digit behind the point. What would
+/// be rounded to a thousand of a unit is one of the next.
 QString groesse(qint64 bytes, const std::string& sprache) {
     constexpr qint64 tausend = 1'000;
     constexpr qint64 million = 1'000'000;
@@ -107,6 +107,7 @@ void DetailAnsicht::ordneAn() {
     auto* kopf = new QVBoxLayout;
     kopf->setSpacing(kKopfabstand);
     kopf->addWidget(ueberzeile_);
+    kopf->addSpacing(1);
     kopf->addWidget(titel_);
     kopf->addWidget(datum_);
     auto* gitter = new QGridLayout;
@@ -126,7 +127,7 @@ void DetailAnsicht::ordneAn() {
     spalte->addWidget(route_);
     spalte->addWidget(datei_);
     auto* ganzeSpalte = new QVBoxLayout(inhalt_);
-    ganzeSpalte->setContentsMargins(kRand - kRing, kRand, kRand - kRing, kRand - kRing);
+    ganzeSpalte->setContentsMargins(kRand - kRing, kRand - 1, kRand - kRing, kRand - kRing);
     ganzeSpalte->setSpacing(kAbstand - kRing);
     ganzeSpalte->addLayout(spalte);
     ganzeSpalte->addWidget(zeigen_);

@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <QVBoxLayout>
+#include <cmath>
 
 #include "base/Text.h"
 #include "ui/teile/KistePapier.h"
@@ -41,13 +42,14 @@ Kachel::Kachel(QWidget* eltern)
     titel_->setFixedHeight(kTitelhoehe);
     wert_->setFixedHeight(kWerthoehe + 2 * kLuft);
     auto* stapel = new QVBoxLayout(this);
-    stapel->setContentsMargins(kRand, kRand, kRand, kRand);
+    stapel->setContentsMargins(kRand, kRand, kRand, kRand - kLuft);
     stapel->setSpacing(kAbstand - kLuft);
     stapel->addStretch();
     stapel->addWidget(titel_);
     stapel->addWidget(wert_);
     stapel->addWidget(zusatz_);
     stapel->addStretch();
+    zusatz_->setContentsMargins(0, 0, 0, kLuft);
     titel_->setContentsMargins(0, 0, static_cast<int>(kSymbol) + kAbstand, 0);
     kleide();
 }
@@ -89,8 +91,8 @@ void Kachel::paintEvent(QPaintEvent* /*ereignis*/) {
     QPainter maler(this);
     papier::form(maler, rect(), kRadius, KistePapier::karte, KistePapier::mitDeckkraft(KistePapier::linie, 0.72));
     const double mitte = titel_->geometry().center().y() + 0.5;
-    Symbole::zeichne(maler, QRectF(width() - kRand - kSymbol, mitte - kSymbol / 2, kSymbol, kSymbol), symbol_,
-                     KistePapier::goldDunkel);
+    Symbole::zeichne(maler, QRectF(width() - kRand - std::ceil(kSymbol), mitte - kSymbol / 2, kSymbol, kSymbol),
+                     symbol_, KistePapier::goldDunkel);
 }
 
 }  // namespace spurkiste

@@ -72,7 +72,7 @@ Knopf* Blatt::wichtigerKnopf(const QString& text) {
 
 void Blatt::legeAus(const std::vector<QWidget*>& stuecke, const std::vector<Knopf*>& knoepfe) {
     auto* ueberschrift = new QVBoxLayout;
-    ueberschrift->setSpacing(5);
+    ueberschrift->setSpacing(6);
     ueberschrift->addWidget(
         zeile(QStringLiteral("KORVO GPX"), Schrift::mach(10.5, QFont::Bold, 2.8), KistePapier::goldDunkel));
     ueberschrift->addWidget(zeile(windowTitle(), Schrift::mach(22, QFont::Bold), KistePapier::tinte));
@@ -81,7 +81,7 @@ void Blatt::legeAus(const std::vector<QWidget*>& stuecke, const std::vector<Knop
     fuss->setSpacing(10 - 2 * kRing);
     fuss->addStretch(1);
     auto* stapel = new QVBoxLayout(blatt_);
-    stapel->setContentsMargins(kRand - kRing, kRand, kRand - kRing, kRand - kRing);
+    stapel->setContentsMargins(kRand - kRing, kRand - 1, kRand - kRing, kRand - kRing);
     stapel->setSpacing(kAbstand - 2 * kRing);
     stapel->addLayout(ueberschrift);
     for (QWidget* stueck : stuecke) {

@@ -6,8 +6,9 @@
 
 namespace spurkiste {
 
-/// The window's main area: the table on the left, the panel on the right, and between them a line that is seen only under
-/// the pointer. It paints the ground of both, so that the shadow of a card in the one may fall on the other. GUI thread.
+/// The window's main area: the table on the left, the panel on the right, and between them a line that is seen only
+/// under the pointer. It paints the ground of both, so that the shadow of a card in the one may fall on the other. GUI
+/// thread.
 class Hauptteiler final : public QSplitter {
     Q_OBJECT
 

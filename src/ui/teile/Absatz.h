@@ -6,15 +6,15 @@
 namespace spurkiste {
 
 /// A piece of text in the exact size of its font, over as many lines as it needs, broken inside a word where the word
-/// alone is too long. Its lines have one height and its baselines stand at the same places, whatever the script, so that
-/// neighbours line up. GUI thread.
+/// alone is too long. Its lines have one height and its baselines stand at the same places, whatever the script, so
+/// that neighbours line up. GUI thread.
 class Absatz final : public QTextEdit {
     Q_OBJECT
 
   public:
     /// Where the lines stand, in logical pixels.
     struct Zeilenmass {
-        int hoehe = 16;         ///< of a line
+        int hoehe = 16;          ///< of a line
         double grundlinie = 12;  ///< of the first line, from the top
     };
 

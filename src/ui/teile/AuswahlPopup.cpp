@@ -113,7 +113,8 @@ void AuswahlPopup::oeffneUnter(const QWidget& element, const QString& name) {
     Schriftsatz satz(liste_.font());
     int breite = kSchmalste;
     for (const QString& wahl : modell_.stringList()) {
-        breite = std::max(breite, static_cast<int>(std::ceil(satz.breite(QStringView(wahl).left(80)))) + 2 * kRand + kHaekchen + 8);
+        breite = std::max(
+            breite, static_cast<int>(std::ceil(satz.breite(QStringView(wahl).left(80)))) + 2 * kRand + kHaekchen + 8);
         if (breite >= kBreiteste) {
             break;
         }

@@ -4,8 +4,9 @@
 
 namespace spurkiste {
 
-/// What all controls have in common that can be clicked: Space and Return press them, and one that opens a menu opens it
-/// with the arrow keys and F4 as well, looks pressed as long as that is open, and tells a screen reader so. GUI thread.
+/// What all controls have in common that can be clicked: Space and Return press them, and one that opens a menu opens
+/// it with the arrow keys and F4 as well, looks pressed as long as that is open, and tells a screen reader so. GUI
+/// thread.
 class Drueckbar : public QAbstractButton {
     Q_OBJECT
 

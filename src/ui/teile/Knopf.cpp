@@ -36,7 +36,7 @@ double Knopf::inhaltsbreite() const {
         breite += aussehen_.symbolKasten + (text().isEmpty() ? 0 : aussehen_.abstand);
     }
     if (!schluss_.empty()) {
-        breite += aussehen_.schlussKasten + aussehen_.schlussAbstand;
+        breite += aussehen_.schlussKasten + aussehen_.schlussAbstand - aussehen_.schlussUeberstand;
     }
     return breite;
 }

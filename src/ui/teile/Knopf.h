@@ -23,8 +23,9 @@ class Knopf : public Drueckbar {
         double rand = 10;    ///< left and right of the content
         double abstand = 6;  ///< between icon and text
         double symbolKasten = 17;
-        double schlussKasten = 0;   ///< of the closing icon
-        double schlussAbstand = 4;  ///< between text and closing icon
+        double schlussKasten = 0;      ///< of the closing icon
+        double schlussAbstand = 4;     ///< between text and closing icon
+        double schlussUeberstand = 0;  ///< how far that icon's own margin reaches into the padding
         double schriftgroesse = 12;
         QFont::Weight staerke = QFont::DemiBold;
         double sperrung = 0;

@@ -81,7 +81,7 @@ Leerbild::Leerbild(Form form, std::string symbol, QWidget* eltern)
     stapel->addStretch();
     stapel->addSpacing(static_cast<int>(seiteVon(form)) + kAbstand);
     stapel->addWidget(titel_);
-    stapel->addSpacing(8);
+    stapel->addSpacing(form == Form::kreis ? 8 : 7);  // in whole pixels, of lines that are not
     stapel->addWidget(satz_);
     stapel->addStretch();
     kleide();

@@ -31,7 +31,8 @@ QRectF ohneRing(const QWidget& element) {
 void fokusring(QPainter& maler, const QRectF& kasten, double radius, bool aussen) {
     constexpr double staerke = 1.5;
     const QRectF band = kasten.adjusted(-kRingRand, -kRingRand, kRingRand, kRingRand);
-    form(maler, band, radius + kRingRand, Qt::transparent, KistePapier::mitDeckkraft(KistePapier::gold, 0.16), kRingRand);
+    form(maler, band, radius + kRingRand, Qt::transparent, KistePapier::mitDeckkraft(KistePapier::gold, 0.16),
+         kRingRand);
     // Opaque: anything paler has less than three times the contrast of what is around it.
     form(maler, aussen ? band : kasten, aussen ? radius + kRingRand : radius, Qt::transparent, KistePapier::goldDunkel,
          staerke);

@@ -24,6 +24,7 @@ void PapierKapsel::kleide() {
     aussehen.symbolKasten = 15.5;
     aussehen.schlussKasten = 13;
     aussehen.schlussAbstand = 4;
+    aussehen.schlussUeberstand = 2;
     const QColor farbe = aktiv_ ? KistePapier::tinte : KistePapier::tinteLeise;
     aussehen.textFarbe = farbe;
     aussehen.symbolFarbe = farbe;

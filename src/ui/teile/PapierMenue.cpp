@@ -20,7 +20,7 @@ constexpr double kSchrift = 12.5;
 constexpr int kRand = 10;  // of a row, left and right
 constexpr int kZeilenradius = 7;
 constexpr int kHaekchen = 16;
-constexpr int kAbstand = 4;  // between check mark and text
+constexpr int kAbstand = 8;  // between check mark and text
 constexpr int kUnterElement = 4;
 
 }  // namespace

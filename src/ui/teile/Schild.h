@@ -8,9 +8,9 @@
 
 namespace spurkiste {
 
-/// A line of text in the exact size of its font, whose letter spacing ends with its last letter, so that spaced capitals
-/// stand flush on the right, and that is shortened with an ellipsis where it does not fit. A screen reader gets the
-/// whole text.
+/// A line of text in the exact size of its font, whose letter spacing ends with its last letter, so that spaced
+/// capitals stand flush on the right, and that is shortened with an ellipsis where it does not fit. A screen reader
+/// gets the whole text.
 class Schild final : public QLabel {
     Q_OBJECT
 

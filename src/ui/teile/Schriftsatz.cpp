@@ -124,8 +124,7 @@ const Schriftsatz::Satz& Schriftsatz::passend(const QString& text, double platz)
         return gemerkt.ganz;
     }
     if (gemerkt.platz != platz) {
-        gemerkt.gekuerzt =
-            setze(gekuerzt(text, platz));
+        gemerkt.gekuerzt = setze(gekuerzt(text, platz));
         gemerkt.platz = platz;
     }
     return gemerkt.gekuerzt;

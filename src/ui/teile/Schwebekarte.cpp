@@ -102,7 +102,9 @@ void Schwebekarte::richteAus() const {
         if (ort.y() + groesse.height() > frei.bottom() + 1 && darueber >= frei.top()) {
             ort.setY(darueber);
         }
-        const auto hinein = [](int wert, int anfang, int ende) { return std::clamp(wert, anfang, std::max(anfang, ende)); };
+        const auto hinein = [](int wert, int anfang, int ende) {
+            return std::clamp(wert, anfang, std::max(anfang, ende));
+        };
         ort = QPoint(hinein(ort.x(), frei.left(), frei.right() + 1 - groesse.width()),
                      hinein(ort.y(), frei.top(), frei.bottom() + 1 - groesse.height()));
     }

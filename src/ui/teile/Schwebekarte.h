@@ -7,10 +7,10 @@
 
 namespace spurkiste {
 
-/// Makes a pop-up window a card that floats above everything: paper, a border, round corners, a shadow. Where the desktop
-/// blends windows, the window is larger than the card by the room of the shadow, and transparent there. Where it does
-/// not, that would be black: the corners are cut in whole pixels then, and there is no shadow. Owned by the window that
-/// it is for; GUI thread.
+/// Makes a pop-up window a card that floats above everything: paper, a border, round corners, a shadow. Where the
+/// desktop blends windows, the window is larger than the card by the room of the shadow, and transparent there. Where
+/// it does not, that would be black: the corners are cut in whole pixels then, and there is no shadow. Owned by the
+/// window that it is for; GUI thread.
 class Schwebekarte {
   public:
     static constexpr int kRadius = 11;    ///< logical pixels

@@ -44,7 +44,8 @@ QString q(const std::u16string& text) {
 
 }  // namespace
 
-SportMenue::SportMenue(bool ausfuehrlich, QWidget* eltern) : Drueckbar(eltern), ausfuehrlich_(ausfuehrlich), oben_(obereSchrift()), unten_(untereSchrift()) {
+SportMenue::SportMenue(bool ausfuehrlich, QWidget* eltern)
+    : Drueckbar(eltern), ausfuehrlich_(ausfuehrlich), oben_(obereSchrift()), unten_(untereSchrift()) {
     setzeAufklappend();
     setSizePolicy(ausfuehrlich ? QSizePolicy::Fixed : QSizePolicy::Maximum, QSizePolicy::Fixed);
     connect(this, &QAbstractButton::clicked, this, &SportMenue::oeffneHier);
@@ -91,7 +92,7 @@ QSize SportMenue::sizeHint() const {
     const double zeilen = std::max(oben_.breite(ueberzeile_), unten_.breite(q(anzeige_)));
     const double breite =
         2 * kRand + kStift + kAbstand + std::min(zeilen, static_cast<double>(kKapselHoechstens)) + kAbstand + kWinkel;
-    return {static_cast<int>(std::lround(breite)) + ring, static_cast<int>(kHoehe) + ring};
+    return {static_cast<int>(std::ceil(breite)) + ring, static_cast<int>(kHoehe) + ring};
 }
 
 QSize SportMenue::minimumSizeHint() const {
