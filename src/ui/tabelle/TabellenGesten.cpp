@@ -164,6 +164,7 @@ void TabellenAnsicht::keyPressEvent(QKeyEvent* ereignis) {
     static constexpr auto waehle = [](TabellenAnsicht& tabelle, const QModelIndex& hier, bool bleibt) {
         if (bleibt) {
             tabelle.setCurrentIndex(hier);
+            tabelle.aktuelle_ = tabelle.modell_->zeile(hier.row()).kennung();  // chosen, now, and not only near by
         }
         return bleibt;
     };
