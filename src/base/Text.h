@@ -48,8 +48,8 @@ namespace spurkiste::text {
 /// Turkish "i" gives "İ". Bytes that are not UTF-8 stay as they are.
 [[nodiscard]] std::string gross(std::string_view text, std::string_view sprache);
 
-/// The text with its first character in title case by the rules of a language (BCP 47; unknown ones as none): "ßa" gives
-/// "Ssa". Bytes that are not UTF-8 stay as they are.
+/// The text with its first character in title case by the rules of a language (BCP 47; unknown ones as none): "ßa"
+/// gives "Ssa". Bytes that are not UTF-8 stay as they are.
 [[nodiscard]] std::string grossAmAnfang(std::string_view text, std::string_view sprache);
 
 /// A number of bytes in words of a language (BCP 47; unknown ones as none): "1 Byte", "2 bytes".
