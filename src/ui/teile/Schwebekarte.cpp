@@ -31,7 +31,8 @@ using Geliehen = std::unique_ptr<Antwort, Frei>;
 /// owns a selection whose name ends with the screen's number.
 bool wirdGemischt() {
     const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    if (x11 == nullptr) {
+    // Other platforms may have this interface, too, and no connection behind it.
+    if (x11 == nullptr || QGuiApplication::platformName() != QStringLiteral("xcb")) {
         return true;
     }
     xcb_connection_t* leitung = x11->connection();
