@@ -41,6 +41,7 @@ BIBLIOTHEKEN = [
     ("SSE2", r"emmintrin\.h$", ["track/XmlZeichen.h"]),
     ("simdjson", r"simdjson", ["i18n/Sprachtabelle.cpp", "track/GpxMetadatenJson.cpp", "library/Cache.cpp"]),
     ("Qt", r"Q[A-Z]|Qt", ["platform/qt/", "ui/", "app/"]),
+    ("XCB", r"xcb/", ["ui/teile/Schwebekarte.cpp"]),
     ("GIO", r"(gio|glib|gobject)(/|\.h|-)", ["platform/gio/"]),
     # The rest of the system interface; everybody else asks base/ or platform/.
     (

@@ -7,7 +7,9 @@
 #include <unicode/brkiter.h>
 #include <unicode/bytestream.h>
 #include <unicode/casemap.h>
+#include <unicode/measunit.h>
 #include <unicode/normalizer2.h>
+#include <unicode/numberformatter.h>
 #include <unicode/stringpiece.h>
 #include <unicode/uchar.h>
 #include <unicode/ucnv.h>
@@ -241,6 +243,28 @@ std::string gross(std::string_view text, std::string_view sprache) {
     UErrorCode fehler = U_ZERO_ERROR;
     icu::CaseMap::utf8ToUpper(std::string(sprache).c_str(), 0, icu::StringPiece(text.data(), laenge(text)), senke,
                               nullptr, fehler);
+    return ergebnis;
+}
+
+std::string grossAmAnfang(std::string_view text, std::string_view sprache) {
+    constexpr auto wie = U_TITLECASE_WHOLE_STRING | U_TITLECASE_NO_LOWERCASE | U_TITLECASE_NO_BREAK_ADJUSTMENT;
+    std::string ergebnis;
+    icu::StringByteSink<std::string> senke(&ergebnis, laenge(text));
+    UErrorCode fehler = U_ZERO_ERROR;
+    icu::CaseMap::utf8ToTitle(std::string(sprache).c_str(), wie, nullptr, icu::StringPiece(text.data(), laenge(text)),
+                              senke, nullptr, fehler);
+    return ergebnis;
+}
+
+std::string bytes(std::int64_t anzahl, std::string_view sprache) {
+    UErrorCode fehler = U_ZERO_ERROR;
+    std::string ergebnis;
+    icu::number::NumberFormatter::withLocale(icu::Locale(std::string(sprache).c_str()))
+        .unit(icu::MeasureUnit::getByte())
+        .unitWidth(UNUM_UNIT_WIDTH_FULL_NAME)
+        .formatInt(anzahl, fehler)
+        .toString(fehler)
+        .toUTF8String(ergebnis);
     return ergebnis;
 }
 

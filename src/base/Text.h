@@ -48,6 +48,13 @@ namespace spurkiste::text {
 /// Turkish "i" gives "İ". Bytes that are not UTF-8 stay as they are.
 [[nodiscard]] std::string gross(std::string_view text, std::string_view sprache);
 
+/// The text with its first character in title case by the rules of a language (BCP 47; unknown ones as none): "ßa"
+/// gives "Ssa". Bytes that are not UTF-8 stay as they are.
+[[nodiscard]] std::string grossAmAnfang(std::string_view text, std::string_view sprache);
+
+/// A number of bytes in words of a language (BCP 47; unknown ones as none): "1 Byte", "2 bytes".
+[[nodiscard]] std::string bytes(std::int64_t anzahl, std::string_view sprache);
+
 /// The text as a search compares it: full case folding by the rules of a language (BCP 47; Turkish and Azerbaijani
 /// keep dotted and dotless i apart), in canonical composition, so that it does not matter how an umlaut was typed.
 /// Diacritics stay. Bytes that are not UTF-8 become U+FFFD.

@@ -44,21 +44,12 @@ std::string gerundet(double wert) {
 
 /// Each word with a capital at its beginning.
 std::string mitGrossenAnfaengen(const std::string& klein) {
-    std::u16string wort;
     std::string ergebnis;
-    bool anfang = true;
-    for (const char16_t zeichen : text::utf16(klein) + u' ') {
-        const bool haelfte = zeichen >= 0xD800 && zeichen <= 0xDBFF;  // of a pair: the other one belongs to it
-        wort += zeichen;
-        if (haelfte) {
-            continue;
-        }
-        const std::string stueck = text::utf8(wort);
-        ergebnis += anfang ? text::gross(stueck, "de") : stueck;
-        anfang = zeichen == u' ';
-        wort.clear();
+    for (std::size_t anfang = 0; anfang <= klein.size();) {
+        const std::size_t ende = std::min(klein.find(' ', anfang), klein.size());
+        ergebnis += (anfang > 0 ? " " : "") + text::grossAmAnfang(klein.substr(anfang, ende - anfang), "de");
+        anfang = ende + 1;
     }
-    ergebnis.pop_back();
     return ergebnis;
 }
 

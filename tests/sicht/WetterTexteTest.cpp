@@ -29,6 +29,7 @@ TEST(WetterTexte, everyConditionHasItsIconAndWords) {
              {"", "cloud", "Wetter"},
              {std::nullopt, "cloud", "Wetter"},
              {"light_snow", "cloud", "Light Snow"},
+             {"ßtarker_ölregen", "cloud", "Sstarker Ölregen"},
              {"ÖDE_WINDE", "cloud", "Öde Winde"},
          }) {
         EXPECT_EQ(wettertexte::wetterSymbol(fall.lage), fall.symbol) << fall.text;

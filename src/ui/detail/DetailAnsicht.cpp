@@ -6,6 +6,7 @@
 #include <QScrollBar>
 #include <QVBoxLayout>
 
+#include "base/Text.h"
 #include "i18n/AppSprache.h"
 #include "ui/teile/KistePapier.h"
 #include "ui/teile/Papier.h"
@@ -24,10 +25,20 @@ constexpr int kDatumshoehe = 15;
 constexpr std::size_t kKacheln = 5;
 constexpr int kRing = papier::kRingRand;
 
-/// A number of bytes in words, in decimal units: whole up to kilobytes, then with a digit behind the point.
-QString groesse(qint64 bytes, const QLocale& sprache) {
+/// A number of bytes in words, in decimal units: whole up to kilobytes, then with a digit behind the point. What would
+/// be rounded to a thousand of a unit is one of the next.
+QString groesse(qint64 bytes, const std::string& sprache) {
+    constexpr qint64 tausend = 1'000;
     constexpr qint64 million = 1'000'000;
-    return sprache.formattedDataSize(bytes, bytes < million ? 0 : 1, QLocale::DataSizeSIFormat);
+    if (bytes < tausend) {
+        return alsText(text::bytes(bytes, sprache));
+    }
+    qint64 gerundet = bytes;
+    for (qint64 einheit = million; einheit <= million * million; einheit *= tausend) {
+        const qint64 halbe = einheit / (einheit == million ? 2 * tausend : 20 * tausend);  // of the last digit shown
+        gerundet = gerundet >= einheit - halbe && gerundet < einheit ? einheit : gerundet;
+    }
+    return QLocale(alsText(sprache)).formattedDataSize(gerundet, gerundet < million ? 0 : 1, QLocale::DataSizeSIFormat);
 }
 
 Knopf::Aussehen knopfform() {
@@ -49,7 +60,7 @@ Knopf::Aussehen knopfform() {
 
 }  // namespace
 
-/// What scrolls. It paints the shadow that the sketch's card casts on it.
+/// What scrolls. It paints the shadow that the sketch's card casts, on the ground of whatever the panel lies on.
 class DetailAnsicht::Inhalt final : public QWidget {
   public:
     const QWidget* skizze = nullptr;
@@ -57,7 +68,6 @@ class DetailAnsicht::Inhalt final : public QWidget {
   protected:
     void paintEvent(QPaintEvent* /*ereignis*/) override {
         QPainter maler(this);
-        maler.fillRect(rect(), KistePapier::buehne);
         SkizzenAnsicht::zeichneSchatten(maler, skizze->geometry());
     }
 };
@@ -65,7 +75,7 @@ class DetailAnsicht::Inhalt final : public QWidget {
 DetailAnsicht::DetailAnsicht(QWidget* eltern)
     : QWidget(eltern),
       stapel_(new QStackedWidget(this)),
-      leer_(new Leerbild(Leerbild::Form::kreis, "point.topleft.down.curvedto.point.bottomright.up")),
+      leer_(new Leerbild(Leerbild::Form::kreis, "point.topleft.down.curvedto.point.bottomright.up.medium")),
       rolle_(new QScrollArea),
       balken_(new Rollbalken(*rolle_->verticalScrollBar(), rolle_)),
       inhalt_(new Inhalt),
@@ -73,8 +83,7 @@ DetailAnsicht::DetailAnsicht(QWidget* eltern)
       titel_(new Titelzeile(KistePapier::tinte, inhalt_)),
       datum_(neueTextzeile(KistePapier::tinteLeise, inhalt_)),
       skizze_(new SkizzenAnsicht(inhalt_)),
-      sport_(new SportMenue(false)),
-      zeigen_(new Knopf(inhalt_)) {
+      sport_(new SportMenue(false)) {
     inhalt_->skizze = skizze_;
     ueberzeile_->setzeFarbe(KistePapier::goldDunkel);
     ueberzeile_->setzeKuerzung(Qt::ElideRight);
@@ -84,9 +93,11 @@ DetailAnsicht::DetailAnsicht(QWidget* eltern)
     einordnung_ = new DetailKarte(2, sport_, inhalt_);
     route_ = new DetailKarte(2, nullptr, inhalt_);
     datei_ = new DetailKarte(2, nullptr, inhalt_);
-    zeigen_->setzeSymbole("folder");
+    zeigen_ = new Knopf(inhalt_);  // last, as it is read and reached
+    zeigen_->setzeSymbole("folder.bold");
     zeigen_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     ordneAn();
+    setTabOrder(sport_, zeigen_);
     connect(sport_, &SportMenue::gewaehlt, this, &DetailAnsicht::sportGewaehlt);
     connect(zeigen_, &Knopf::clicked, this, [this] { Q_EMIT zeigenGewuenscht(eintrag_); });
     kleide();
@@ -96,6 +107,7 @@ void DetailAnsicht::ordneAn() {
     auto* kopf = new QVBoxLayout;
     kopf->setSpacing(kKopfabstand);
     kopf->addWidget(ueberzeile_);
+    kopf->addSpacing(1);
     kopf->addWidget(titel_);
     kopf->addWidget(datum_);
     auto* gitter = new QGridLayout;
@@ -115,7 +127,7 @@ void DetailAnsicht::ordneAn() {
     spalte->addWidget(route_);
     spalte->addWidget(datei_);
     auto* ganzeSpalte = new QVBoxLayout(inhalt_);
-    ganzeSpalte->setContentsMargins(kRand - kRing, kRand, kRand - kRing, kRand - kRing);
+    ganzeSpalte->setContentsMargins(kRand - kRing, kRand - 1, kRand - kRing, kRand - kRing);
     ganzeSpalte->setSpacing(kAbstand - kRing);
     ganzeSpalte->addLayout(spalte);
     ganzeSpalte->addWidget(zeigen_);
@@ -123,8 +135,11 @@ void DetailAnsicht::ordneAn() {
     rolle_->setFrameShape(QFrame::NoFrame);
     rolle_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     rolle_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    rolle_->setFocusPolicy(Qt::NoFocus);  // Page Up and Down scroll it from the controls in it
+    rolle_->viewport()->setAutoFillBackground(false);
     rolle_->setWidgetResizable(true);
     rolle_->setWidget(inhalt_);
+    inhalt_->setAutoFillBackground(false);
     stapel_->addWidget(leer_);
     stapel_->addWidget(rolle_);
     auto* ganz = new QVBoxLayout(this);
@@ -170,8 +185,7 @@ void DetailAnsicht::zeige(const Eintrag& eintrag) {
 
 void DetailAnsicht::fuelle() {
     const std::string sprache = AppSprache::code();
-    const QLocale ort(QString::fromStdString(sprache));
-    const auto texte = DetailTexte::aus(*eintrag_, sprache, groesse(eintrag_->dateiGroesse, ort).toStdString());
+    const auto texte = DetailTexte::aus(*eintrag_, sprache, groesse(eintrag_->dateiGroesse, sprache).toStdString());
     ueberzeile_->setText(alsText(texte.ueberzeile));
     titel_->zeige(alsText(texte.titel));
     datum_->setText(alsText(texte.datum));
@@ -187,10 +201,6 @@ void DetailAnsicht::fuelle() {
     route_->zeige(QStringLiteral("ROUTE"), texte.routenzeilen);
     datei_->zeige(QStringLiteral("DATEI"), texte.dateizeilen);
     zeigen_->setText(alsText(texte.zeigen));
-}
-
-void DetailAnsicht::paintEvent(QPaintEvent* /*ereignis*/) {
-    QPainter(this).fillRect(rect(), KistePapier::buehne);
 }
 
 void DetailAnsicht::resizeEvent(QResizeEvent* ereignis) {

@@ -19,7 +19,7 @@ namespace spurkiste {
 
 /// The pane on the right: everything that is known about one record, or an invitation to select one. It scrolls when it
 /// is too low, stays where it is when the same file's record is published anew, and begins at the top for another file.
-/// GUI thread.
+/// It has no ground of its own. GUI thread.
 class DetailAnsicht final : public QWidget {
     Q_OBJECT
 
@@ -38,7 +38,6 @@ class DetailAnsicht final : public QWidget {
     void zeigenGewuenscht(const spurkiste::Eintrag& eintrag);
 
   protected:
-    void paintEvent(QPaintEvent* ereignis) override;
     void resizeEvent(QResizeEvent* ereignis) override;
 
   private:

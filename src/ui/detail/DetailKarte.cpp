@@ -28,6 +28,10 @@ DetailKarte::DetailKarte(std::size_t zeilen, QWidget* element, QWidget* eltern)
     reihen_->setVerticalSpacing(kAbstand);
     reihen_->setColumnMinimumWidth(0, kSchildbreite);
     reihen_->setColumnStretch(1, 1);
+    if (element != nullptr) {  // before the rows, as it is read
+        elementSchild_ = neuesSchild();
+        element->setParent(this);
+    }
     for (std::size_t i = 0; i < zeilen; ++i) {
         const int reihe = static_cast<int>(i);
         schilder_.push_back(neuesSchild());
@@ -43,7 +47,6 @@ DetailKarte::DetailKarte(std::size_t zeilen, QWidget* element, QWidget* eltern)
     stapel->addWidget(strich_);
     if (element != nullptr) {
         const int ring = papier::kRingRand;  // the element keeps it free around itself
-        elementSchild_ = neuesSchild();
         auto* reihe = new QHBoxLayout;
         reihe->setSpacing(0);
         reihe->addWidget(elementSchild_);

@@ -1,13 +1,14 @@
 #include "ui/detail/Kachel.h"
 
-#include <QFontMetricsF>
 #include <QPainter>
 #include <QVBoxLayout>
+#include <cmath>
 
 #include "base/Text.h"
 #include "ui/teile/KistePapier.h"
 #include "ui/teile/Papier.h"
 #include "ui/teile/Schrift.h"
+#include "ui/teile/Schriftsatz.h"
 #include "ui/teile/Symbole.h"
 #include "ui/teile/Textzeile.h"
 
@@ -18,8 +19,11 @@ namespace {
 constexpr int kMindesthoehe = 76;
 constexpr int kRand = 12;
 constexpr int kAbstand = 6;
+constexpr int kTitelhoehe = 14;
 constexpr int kWertschrift = 19;
 constexpr int kWerthoehe = 23;
+constexpr double kWertgrundlinie = 17;
+constexpr int kLuft = 5;  // above and below the line of the value, for what stands out of it in some scripts
 constexpr double kRadius = 13;
 constexpr double kSymbol = 14.5;
 
@@ -28,24 +32,24 @@ constexpr double kSymbol = 14.5;
 Kachel::Kachel(QWidget* eltern)
     : QWidget(eltern),
       titel_(new Schild(this)),
-      wert_(neueTextzeile(KistePapier::tinte, this)),
+      wert_(new Absatz(KistePapier::tinte, true, this, {kWerthoehe + 2 * kLuft, kWertgrundlinie + kLuft})),
       zusatz_(new Schild(this)) {
     setMinimumHeight(kMindesthoehe);
     titel_->setzeFarbe(KistePapier::goldDunkel);
     titel_->setzeKuerzung(Qt::ElideRight);
     zusatz_->setzeFarbe(KistePapier::tinteLeise);
     zusatz_->setzeKuerzung(Qt::ElideRight);
-    wert_->setFixedHeight(kWerthoehe);
-    wert_->setContentsMargins(0, kWerthoehe - kWertschrift, 0, 0);  // a text that can be marked stands at the top
-    wert_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    titel_->setFixedHeight(kTitelhoehe);
+    wert_->setFixedHeight(kWerthoehe + 2 * kLuft);
     auto* stapel = new QVBoxLayout(this);
-    stapel->setContentsMargins(kRand, kRand, kRand, kRand);
-    stapel->setSpacing(kAbstand);
+    stapel->setContentsMargins(kRand, kRand, kRand, kRand - kLuft);
+    stapel->setSpacing(kAbstand - kLuft);
     stapel->addStretch();
     stapel->addWidget(titel_);
     stapel->addWidget(wert_);
     stapel->addWidget(zusatz_);
     stapel->addStretch();
+    zusatz_->setContentsMargins(0, 0, 0, kLuft);
     titel_->setContentsMargins(0, 0, static_cast<int>(kSymbol) + kAbstand, 0);
     kleide();
 }
@@ -76,12 +80,10 @@ void Kachel::resizeEvent(QResizeEvent* ereignis) {
 
 void Kachel::kuerze() {
     const double platz = width() - 2 * kRand;
-    const QString gekuerzt = QFontMetricsF(wert_->font()).elidedText(ganzerWert_, Qt::ElideRight, platz);
-    if (gekuerzt != wert_->text()) {
-        wert_->setText(gekuerzt);
-    }
+    const QString gekuerzt = Schriftsatz(wert_->font()).gekuerzt(ganzerWert_, platz);
+    wert_->zeige(gekuerzt);
     setzeKurzhilfe(*wert_, gekuerzt == ganzerWert_ ? QString() : ganzerWert_);
-    const bool passt = QFontMetricsF(zusatz_->font()).horizontalAdvance(zusatz_->text()) <= platz;
+    const bool passt = zusatz_->textbreite() <= platz;
     setzeKurzhilfe(*zusatz_, passt ? QString() : zusatz_->text());
 }
 
@@ -89,8 +91,8 @@ void Kachel::paintEvent(QPaintEvent* /*ereignis*/) {
     QPainter maler(this);
     papier::form(maler, rect(), kRadius, KistePapier::karte, KistePapier::mitDeckkraft(KistePapier::linie, 0.72));
     const double mitte = titel_->geometry().center().y() + 0.5;
-    Symbole::zeichne(maler, QRectF(width() - kRand - kSymbol, mitte - kSymbol / 2, kSymbol, kSymbol), symbol_,
-                     KistePapier::goldDunkel);
+    Symbole::zeichne(maler, QRectF(width() - kRand - std::ceil(kSymbol), mitte - kSymbol / 2, kSymbol, kSymbol),
+                     symbol_, KistePapier::goldDunkel);
 }
 
 }  // namespace spurkiste

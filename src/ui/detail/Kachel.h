@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QLabel>
 #include <QWidget>
 #include <string_view>
 
 #include "sicht/DetailTexte.h"
+#include "ui/teile/Absatz.h"
 #include "ui/teile/Schild.h"
 
 namespace spurkiste {
@@ -29,7 +29,7 @@ class Kachel final : public QWidget {
     void kuerze();
 
     Schild* titel_;
-    QLabel* wert_;
+    Absatz* wert_;
     Schild* zusatz_;
     QString ganzerWert_;
     std::string_view symbol_;

@@ -1,6 +1,5 @@
 #include "ui/detail/SkizzenAnsicht.h"
 
-#include <QFontMetricsF>
 #include <QImage>
 #include <QPainter>
 #include <QPen>
@@ -15,6 +14,7 @@
 #include "ui/teile/Papier.h"
 #include "ui/teile/Schatten.h"
 #include "ui/teile/Schrift.h"
+#include "ui/teile/Schriftsatz.h"
 #include "ui/teile/Symbole.h"
 
 namespace spurkiste {
@@ -167,16 +167,15 @@ void SkizzenAnsicht::maleMarke(QPainter& maler) const {
     constexpr double rand = 10;
     constexpr double abstand = 6;
     constexpr double symbol = 13;
-    const QFont schrift = Schrift::mach(9.5, QFont::Bold, 1.3);
-    const double textbreite = QFontMetricsF(schrift).horizontalAdvance(accessibleName()) - schrift.letterSpacing();
-    const QRectF kapsel(einzug, einzug, std::ceil(2 * rand + symbol + abstand + textbreite), hoehe);
+    Schriftsatz satz(Schrift::mach(9.5, QFont::Bold, 1.3));
+    const double textbreite = satz.breite(accessibleName());
+    const QRectF kapsel(einzug, einzug, 2 * rand + symbol + abstand + textbreite, hoehe);
     papier::form(maler, kapsel, hoehe / 2, KistePapier::mitDeckkraft(KistePapier::karte, 0.88), Qt::transparent);
     Symbole::zeichne(maler, QRectF(kapsel.left() + rand, kapsel.center().y() - symbol / 2, symbol, symbol), "map",
                      KistePapier::goldDunkel);
-    maler.setFont(schrift);
     maler.setPen(KistePapier::goldDunkel);
-    maler.drawText(QRectF(kapsel.left() + rand + symbol + abstand, kapsel.top(), textbreite + rand, hoehe),
-                   Qt::AlignLeft | Qt::AlignVCenter, accessibleName());
+    satz.zeichne(maler, QRectF(kapsel.left() + rand + symbol + abstand, kapsel.top(), textbreite, hoehe), Qt::AlignLeft,
+                 accessibleName());
 }
 
 }  // namespace spurkiste

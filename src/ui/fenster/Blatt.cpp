@@ -32,17 +32,18 @@ Schild* zeile(const QString& text, const QFont& schrift, const QColor& farbe) {
     return schild;
 }
 
-Knopf* knopf(const QString& beschriftung, double hoehe, const QColor& text, const QColor& grund,
+Knopf* knopf(const QString& beschriftung, double hoehe, const QColor& text, const QColor& grund, const QColor& rahmen,
              QFont::Weight staerke) {
     Knopf::Aussehen aussehen;
     aussehen.hoehe = hoehe;
     aussehen.radius = hoehe / 2.0;
     aussehen.rand = 16;
-    aussehen.schriftgroesse = 12;
+    aussehen.schriftgroesse = 12.5;
     aussehen.staerke = staerke;
     aussehen.textFarbe = text;
     aussehen.grund = grund;
-    aussehen.rahmen = KistePapier::mitDeckkraft(KistePapier::linie, 0.72);
+    aussehen.ringAussen = grund == KistePapier::goldDunkel;
+    aussehen.rahmen = rahmen;
     aussehen.ueberfahren = KistePapier::mitDeckkraft(KistePapier::tinte, 0.04);
     aussehen.gedrueckt = KistePapier::mitDeckkraft(KistePapier::tinte, 0.08);
     auto* neuer = new Knopf;
@@ -62,16 +63,16 @@ Blatt::Blatt(const QString& titel, QWidget* eltern) : QDialog(eltern), blatt_(ne
 
 Knopf* Blatt::leiserKnopf(const QString& text) {
     return knopf(text, kFeldHoehe, KistePapier::tinte, KistePapier::mitDeckkraft(KistePapier::kapsel, 0.72),
-                 QFont::DemiBold);
+                 KistePapier::mitDeckkraft(KistePapier::linie, 0.72), QFont::DemiBold);
 }
 
 Knopf* Blatt::wichtigerKnopf(const QString& text) {
-    return knopf(text, kFeldHoehe, Qt::white, KistePapier::goldDunkel, QFont::Bold);
+    return knopf(text, kFeldHoehe, Qt::white, KistePapier::goldDunkel, Qt::transparent, QFont::Bold);
 }
 
 void Blatt::legeAus(const std::vector<QWidget*>& stuecke, const std::vector<Knopf*>& knoepfe) {
     auto* ueberschrift = new QVBoxLayout;
-    ueberschrift->setSpacing(5);
+    ueberschrift->setSpacing(6);
     ueberschrift->addWidget(
         zeile(QStringLiteral("KORVO GPX"), Schrift::mach(10.5, QFont::Bold, 2.8), KistePapier::goldDunkel));
     ueberschrift->addWidget(zeile(windowTitle(), Schrift::mach(22, QFont::Bold), KistePapier::tinte));
@@ -80,7 +81,7 @@ void Blatt::legeAus(const std::vector<QWidget*>& stuecke, const std::vector<Knop
     fuss->setSpacing(10 - 2 * kRing);
     fuss->addStretch(1);
     auto* stapel = new QVBoxLayout(blatt_);
-    stapel->setContentsMargins(kRand - kRing, kRand, kRand - kRing, kRand - kRing);
+    stapel->setContentsMargins(kRand - kRing, kRand - 1, kRand - kRing, kRand - kRing);
     stapel->setSpacing(kAbstand - 2 * kRing);
     stapel->addLayout(ueberschrift);
     for (QWidget* stueck : stuecke) {

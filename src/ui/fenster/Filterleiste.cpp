@@ -128,6 +128,7 @@ void Filterleiste::oeffne(const Filterangaben& filter) {
     };
     auto* popup = new AuswahlPopup(angebot.texte(), angebot.gewaehlt, waehle, this);
     popup->oeffneUnter(*kapseln_[filter.feld], alsText(filter.name));
+    kapseln_[filter.feld]->zeigeOffen(*popup);
 }
 
 bool Filterleiste::eventFilter(QObject* quelle, QEvent* ereignis) {

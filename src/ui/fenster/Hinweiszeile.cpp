@@ -16,8 +16,8 @@ Hinweiszeile::Hinweiszeile(QWidget* eltern) : QWidget(eltern), text_(new Schild(
     hide();
 }
 
-void Hinweiszeile::zeige(const QString& hinweis) {
-    if (text_->text() == hinweis) {
+void Hinweiszeile::zeige(const QString& hinweis, bool erneut) {
+    if (text_->text() == hinweis && !erneut) {
         return;
     }
     hide();

@@ -75,7 +75,8 @@ void InhaltsAnsicht::oeffneKontextmenue(const QPoint& wo) {
     if (auswahl.empty()) {
         return;
     }
-    auto* menue = new PapierMenue(this);
+    constexpr int breite = 196;
+    auto* menue = new PapierMenue(breite, this);
     menue->setAttribute(Qt::WA_DeleteOnClose);
     menue->setAccessibleName(QStringLiteral("Aktionen"));
     if (auswahl.size() == 1 && eintragMit(*auswahl.begin())) {
@@ -88,7 +89,7 @@ void InhaltsAnsicht::oeffneKontextmenue(const QPoint& wo) {
     }
     connect(menue->fuegeLoeschenHinzu(QStringLiteral("In den Papierkorb")), &QAction::triggered, this,
             [this, auswahl = std::move(auswahl)] { bibliothek_.inPapierkorb(auswahl.menge()); });
-    menue->popup(wo);
+    menue->oeffneUnter(QRect(wo, QSize(0, 0)), 0);
 }
 
 void InhaltsAnsicht::wirfWeg() {

@@ -31,21 +31,6 @@ constexpr std::string_view kFensterlage = "fensterlage";
 constexpr std::string_view kTeilerlage = "teilerlage";
 constexpr std::string_view kSpaltenbreiten = "spaltenbreiten";
 
-/// The left half of the window: it paints the shadow that the table's card casts on it.
-class TabellenGrund final : public QWidget {
-  public:
-    explicit TabellenGrund(const QWidget& karte) : karte_(karte) {}
-
-  protected:
-    void paintEvent(QPaintEvent* /*ereignis*/) override {
-        QPainter maler(this);
-        Kartenrahmen::zeichneSchatten(maler, karte_.geometry());
-    }
-
-  private:
-    const QWidget& karte_;
-};
-
 std::string alsBase64(const QByteArray& bytes) {
     return bytes.toBase64().toStdString();
 }
@@ -64,11 +49,15 @@ InhaltsAnsicht::InhaltsAnsicht(Bibliothek& bibliothek, Einstellungen& einstellun
       sprachwechsel_(sprachwechsel),
       texte_(Ansichtstexte::aktuelle()),
       werkzeuge_(new Werkzeuge(einstellungen, this)),
-      teiler_(new QSplitter(Qt::Horizontal, this)),
+      teiler_(new Hauptteiler(
+          [this](QPainter& maler) {
+              Kartenrahmen::zeichneSchatten(maler, QRect(tabelle_->mapTo(teiler_, QPoint()), tabelle_->size()));
+          },
+          this)),
       kopf_(new Kopf),
       filter_(new Filterleiste([this](const Filterleiste::Aenderung& aenderung) { aendere(aenderung); })),
       tabelle_(new TabellenAnsicht),
-      leereTabelle_(new Leerbild(Leerbild::Form::zeichen, "map")),
+      leereTabelle_(new Leerbild(Leerbild::Form::zeichen, "map.light")),
       detail_(new DetailAnsicht),
       status_(new Statusleiste(this)),
       ablage_(new Dateiablage(this)),
@@ -86,7 +75,7 @@ InhaltsAnsicht::InhaltsAnsicht(Bibliothek& bibliothek, Einstellungen& einstellun
 }
 
 void InhaltsAnsicht::ordneAn() {
-    auto* links = new TabellenGrund(*tabelle_);
+    auto* links = new QWidget;
     links->setMinimumWidth(kLinksMindestens);
     auto* spalte = new QVBoxLayout(links);
     spalte->setContentsMargins(14, 12, 0, 12);
@@ -100,8 +89,6 @@ void InhaltsAnsicht::ordneAn() {
     leereTabelle_->hide();
     detail_->setMinimumWidth(kRechtsMindestens);
     detail_->setMaximumWidth(kRechtsHoechstens);
-    teiler_->setHandleWidth(1);
-    teiler_->setChildrenCollapsible(false);
     teiler_->addWidget(links);
     teiler_->addWidget(detail_);
     teiler_->setStretchFactor(0, 1);
@@ -130,7 +117,10 @@ void InhaltsAnsicht::verbinde() {
     geduld_.setSingleShot(true);
     geduld_.setInterval(kGeduld);
     connect(&geduld_, &QTimer::timeout, this, fordere);
-    abos_.push_back(bibliothek_.hinweis().beobachte(fordere));
+    abos_.push_back(bibliothek_.hinweis().beobachte([this] {
+        hinweisNeu_ = true;
+        auffrischung_.fordere();
+    }));
     abos_.push_back(bibliothek_.ordner().beobachte(fordere));
     abos_.push_back(bibliothek_.ausstehend().beobachte(fordere));
     abos_.push_back(bibliothek_.zuKopieren().beobachte(fordere));
@@ -211,7 +201,7 @@ bool InhaltsAnsicht::eventFilter(QObject* quelle, QEvent* ereignis) {
 }
 
 void InhaltsAnsicht::legeLeereTabelle() {
-    leereTabelle_->setGeometry(tabelle_->koerper().translated(tabelle_->pos()));
+    leereTabelle_->setGeometry(tabelle_->geometry());
 }
 
 void InhaltsAnsicht::aendere(const Filterleiste::Aenderung& aenderung) {
@@ -283,7 +273,7 @@ void InhaltsAnsicht::frischeAuf() {
     }
     status_->zeigeZahlen(alsText(bild.dateienText), alsText(bild.gesamtText));
     status_->zeigeLaden(zustand_.laedt, bibliothek_.ausstehend().wert());
-    status_->zeigeHinweis(alsText(bibliothek_.hinweis().wert().value_or("")));
+    status_->zeigeHinweis(alsText(bibliothek_.hinweis().wert().value_or("")), std::exchange(hinweisNeu_, false));
     status_->zeigeOrdner(alsText(bibliothek_.ordner().wert()));
     if (kopierblatt_ && mussNochKopieren()) {
         kopierblatt_->zeige(bibliothek_.zuKopieren().wert());

@@ -2,7 +2,6 @@
 
 #include <QDialog>
 #include <QPointer>
-#include <QSplitter>
 #include <QTimer>
 #include <QWidget>
 #include <string>
@@ -19,6 +18,7 @@
 #include "ui/fenster/Auffrischung.h"
 #include "ui/fenster/Dateiablage.h"
 #include "ui/fenster/Filterleiste.h"
+#include "ui/fenster/Hauptteiler.h"
 #include "ui/fenster/Kopf.h"
 #include "ui/fenster/Kopierblatt.h"
 #include "ui/fenster/Statusleiste.h"
@@ -90,6 +90,7 @@ class InhaltsAnsicht final : public QWidget {
     Ansichtstexte texte_;
     Ansichtszustand zustand_;
     bool eintraegeNeu_ = false;                 ///< the records changed since the last refresh
+    bool hinweisNeu_ = false;                   ///< a notice was given since the last refresh
     bool gezeigt_ = false;                      ///< the first frame has been painted
     QTimer geduld_;                             ///< runs while it need not yet be said that the library is being opened
     bool geladen_ = false;                      ///< the window's first load is over
@@ -97,7 +98,7 @@ class InhaltsAnsicht final : public QWidget {
     std::unordered_set<std::string> zuZeigen_;  ///< paths to show once their rows are there
 
     Werkzeuge* werkzeuge_;
-    QSplitter* teiler_;
+    Hauptteiler* teiler_;
     Kopf* kopf_;
     Filterleiste* filter_;
     TabellenAnsicht* tabelle_;

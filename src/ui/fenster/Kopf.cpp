@@ -13,9 +13,10 @@ namespace {
 constexpr int kHoehe = 48;
 constexpr int kAbstand = 18;
 
-QVBoxLayout* spalte(int abstand, QWidget* oben, QWidget* unten) {
+/// Two lines, one above the other, that end so far above the bottom.
+QVBoxLayout* spalte(int abstand, int boden, QWidget* oben, QWidget* unten) {
     auto* stapel = new QVBoxLayout;
-    stapel->setContentsMargins(0, 0, 0, papier::kRingRand);
+    stapel->setContentsMargins(0, 0, 0, boden + papier::kRingRand);
     stapel->setSpacing(abstand);
     stapel->addStretch();
     stapel->addWidget(oben);
@@ -44,11 +45,11 @@ Kopf::Kopf(QWidget* eltern)
     auto* zeile = new QHBoxLayout(this);
     zeile->setContentsMargins(4, 0, 4, 0);
     zeile->setSpacing(0);
-    zeile->addLayout(spalte(4, oben_, titel_));
+    zeile->addLayout(spalte(2, 1, oben_, titel_));
     zeile->addStretch();
     zeile->addWidget(sport_, 0, Qt::AlignBottom);
     zeile->addSpacing(kAbstand - papier::kRingRand);
-    zeile->addLayout(spalte(3, zahl_, summe_));
+    zeile->addLayout(spalte(3, 0, zahl_, summe_));
     sport_->hide();
     connect(sport_, &SportMenue::gewaehlt, this, &Kopf::sportGewaehlt);
     kleide();

@@ -68,8 +68,8 @@ void Statusleiste::zeigeLaden(bool laedt, std::size_t ausstehend) {
     }
 }
 
-void Statusleiste::zeigeHinweis(const QString& hinweis) {
-    hinweis_->zeige(hinweis);
+void Statusleiste::zeigeHinweis(const QString& hinweis, bool erneut) {
+    hinweis_->zeige(hinweis, erneut);
 }
 
 void Statusleiste::zeigeOrdner(const QString& ordner) {

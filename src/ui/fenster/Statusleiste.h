@@ -20,8 +20,8 @@ class Statusleiste final : public QWidget {
     void zeigeZahlen(const QString& dateien, const QString& summe);
     /// Whether a load runs, and how many files it has still to read.
     void zeigeLaden(bool laedt, std::size_t ausstehend);
-    /// The notice; empty for none.
-    void zeigeHinweis(const QString& hinweis);
+    /// The notice; empty for none. `erneut`: it was given again.
+    void zeigeHinweis(const QString& hinweis, bool erneut);
     void zeigeOrdner(const QString& ordner);
     /// Takes the fonts anew, after the language changed.
     void kleide();

@@ -51,6 +51,7 @@ UmbenennenDialog::UmbenennenDialog(const Eintrag& eintrag, std::function<void(co
       aktion_(std::move(aktion)),
       name_(new Namensfeld(alsText(eintrag->dateiName), kFeldHoehe)),
       umbenennen_(wichtigerKnopf(QStringLiteral("Umbenennen"))) {
+    umbenennen_->setzeVorgabe();
     Knopf* abbrechen = leiserKnopf(QStringLiteral("Abbrechen"));
     const auto pruefe = [this] { umbenennen_->setEnabled(istBenannt()); };
     connect(name_, &QLineEdit::textChanged, this, pruefe);

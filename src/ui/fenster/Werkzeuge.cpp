@@ -18,6 +18,7 @@ namespace {
 constexpr int kHoehe = 46;
 constexpr int kRand = 18;
 constexpr int kAbstand = 10;
+constexpr int kMenuebreite = 196;
 constexpr int kRing = papier::kRingRand;
 
 QString text(std::string_view schluessel) {
@@ -65,6 +66,7 @@ Werkzeuge::Werkzeuge(const Einstellungen& einstellungen, QWidget* eltern)
     ordnerwechsel_->setzeSymbole("folder");
     neuladen_->setzeSymbole("arrow.clockwise");
     sprache_->setzeSymbole("globe", "chevron.down");
+    sprache_->setzeAufklappend();
     import_->setToolTip(QStringLiteral("GPX-Dateien in die Bibliothek kopieren"));
     neuladen_->setToolTip(QStringLiteral("Ordner neu einlesen"));
     connect(import_, &Knopf::clicked, this, &Werkzeuge::importGewuenscht);
@@ -112,7 +114,7 @@ void Werkzeuge::richteSpalteAus(int breite) {
 }
 
 void Werkzeuge::oeffneSprachmenue() {
-    auto* menue = new PapierMenue(this);
+    auto* menue = new PapierMenue(kMenuebreite, this);
     menue->setAttribute(Qt::WA_DeleteOnClose);
     menue->setAccessibleName(sprache_->text());
     const QString gewaehlt = QString::fromStdString(einstellungen_.lies(einstellung::kAppLanguage).value_or("system"));
@@ -126,6 +128,7 @@ void Werkzeuge::oeffneSprachmenue() {
         wahl(QString::fromStdString(sprache.name), QString::fromStdString(sprache.id));
     }
     menue->oeffneUnter(*sprache_);
+    sprache_->zeigeOffen(*menue);
 }
 
 void Werkzeuge::paintEvent(QPaintEvent* /*ereignis*/) {

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "ui/teile/KistePapier.h"
+#include "ui/teile/Papier.h"
 
 namespace spurkiste {
 
@@ -215,7 +216,13 @@ void TabellenAnsicht::paintEvent(QPaintEvent* ereignis) {
             break;
         }
         const Zeile& zeile = modell_->zeile(reihe);
-        zeichner_->zeichne(maler, rechteck, zeile, spalten, {reihe == ueberfahren_, auswahl_->istGewaehlt(zeile)});
+        const bool gewaehlt = auswahl_->istGewaehlt(zeile);
+        zeichner_->zeichne(maler, rechteck, zeile, spalten, {reihe == ueberfahren_, gewaehlt});
+        if (reihe == currentIndex().row() && !gewaehlt && rahmen_->fokus()) {
+            // The keyboard stands here, and no band says so.
+            papier::form(maler, QRectF(rechteck).adjusted(4, 2, -4, -3), 7, Qt::transparent, KistePapier::goldDunkel,
+                         1.5);
+        }
     }
 }
 
@@ -288,6 +295,9 @@ void TabellenAnsicht::currentChanged(const QModelIndex& index, const QModelIndex
         aktuelle_ = index.isValid() ? std::optional(modell_->zeile(index.row()).kennung()) : std::nullopt;
     }
     QTableView::currentChanged(index, vorher);
+    for (const QModelIndex& betroffen : {index, vorher}) {
+        viewport()->update(reihenRechteck(betroffen.row()));
+    }
 }
 
 }  // namespace spurkiste

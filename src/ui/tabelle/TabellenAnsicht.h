@@ -128,6 +128,7 @@ class TabellenAnsicht final : public QTableView {
     int ueberfahren_ = -1;                       // the row below it
     bool haelt_ = false;                         // the rows are changing: nothing is a gesture, nothing scrolls
     bool kapselGedrueckt_ = false;
+    int gedrueckt_ = -1;     // the row that the last click began on
     bool tastatur_ = false;  // the keyboard is being used, so show where it is
     qint64 letzterBuchstabe_ = 0;
     QString gesucht_;

@@ -93,6 +93,7 @@ void TabellenAnsicht::mousePressEvent(QMouseEvent* ereignis) {
     // A capsule is a button: pressing it neither selects its row nor begins a drag.
     const int reihe = kapselReihe(*ereignis);
     kapselGedrueckt_ = reihe >= 0;
+    gedrueckt_ = kapselGedrueckt_ ? -1 : reiheBei(ereignis->position().toPoint().y());
     if (kapselGedrueckt_) {
         bitteUmSportmenue(reihe);
     } else {
@@ -114,9 +115,8 @@ void TabellenAnsicht::mouseReleaseEvent(QMouseEvent* ereignis) {
 
 void TabellenAnsicht::mouseDoubleClickEvent(QMouseEvent* ereignis) {
     const int reihe = reiheBei(ereignis->position().toPoint().y());
-    kapselGedrueckt_ = kapselReihe(*ereignis) >= 0;
-    if (kapselGedrueckt_) {
-        return;
+    if (kapselReihe(*ereignis) >= 0 || std::exchange(gedrueckt_, -1) != reihe) {
+        return mousePressEvent(ereignis);  // two clicks: a capsule is a button, or the first one was on something else
     }
     QTableView::mouseDoubleClickEvent(ereignis);
     if (reihe >= 0 && ereignis->button() == Qt::LeftButton && ereignis->modifiers() == Qt::NoModifier) {
@@ -164,11 +164,12 @@ void TabellenAnsicht::keyPressEvent(QKeyEvent* ereignis) {
     static constexpr auto waehle = [](TabellenAnsicht& tabelle, const QModelIndex& hier, bool bleibt) {
         if (bleibt) {
             tabelle.setCurrentIndex(hier);
+            tabelle.aktuelle_ = tabelle.modell_->zeile(hier.row()).kennung();  // chosen, now, and not only near by
         }
         return bleibt;
     };
     static constexpr Tat schritt = [](TabellenAnsicht& tabelle, const QModelIndex& hier) {
-        return waehle(tabelle, hier, tabelle.auswahl().empty());  // on a row already, though nobody sees where
+        return waehle(tabelle, hier, tabelle.gezeigteAuswahl().empty());  // on a row already, though it is not marked
     };
     static constexpr Tat anfang = [](TabellenAnsicht& tabelle, const QModelIndex& hier) {
         return waehle(tabelle, hier, hier.row() == 0);
@@ -242,7 +243,10 @@ QModelIndex TabellenAnsicht::moveCursor(CursorAction bewegung, Qt::KeyboardModif
 
 void TabellenAnsicht::zeigeTastatur(bool tastatur) {
     tastatur_ = tastatur;
-    rahmen_->setzeFokus(hasFocus() && tastatur_);
+    if (rahmen_->fokus() != (hasFocus() && tastatur_)) {
+        rahmen_->setzeFokus(!rahmen_->fokus());
+        viewport()->update(reihenRechteck(currentIndex().row()));
+    }
 }
 
 void TabellenAnsicht::focusInEvent(QFocusEvent* ereignis) {

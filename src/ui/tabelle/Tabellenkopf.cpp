@@ -171,8 +171,7 @@ void Tabellenkopf::paintEvent(QPaintEvent* /*ereignis*/) {
         }
         zeichneTitel(maler, zelle, kSpalten[static_cast<std::size_t>(stelle)].spalte);
         if (hasFocus() && stelle == gewaehlt_) {
-            papier::form(maler, QRectF(zelle).adjusted(2, 4, -2, -5), 6, Qt::transparent,
-                         KistePapier::mitDeckkraft(KistePapier::gold, 0.72), 1.5);
+            papier::form(maler, QRectF(zelle).adjusted(2, 4, -2, -5), 6, Qt::transparent, KistePapier::goldDunkel, 1.5);
         }
     }
 }

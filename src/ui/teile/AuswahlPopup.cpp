@@ -1,28 +1,27 @@
 #include "ui/teile/AuswahlPopup.h"
 
-#include <QFontMetrics>
-#include <QGuiApplication>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPainter>
-#include <QPainterPath>
-#include <QScreen>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "ui/teile/KistePapier.h"
 #include "ui/teile/Papier.h"
 #include "ui/teile/Schrift.h"
+#include "ui/teile/Schriftsatz.h"
 #include "ui/teile/Symbole.h"
 
 namespace spurkiste {
 
 namespace {
 
-constexpr int kRadius = 11;
-constexpr int kInnenrand = 5;
+constexpr double kSchrift = 12.5;
+constexpr int kInnenrand = Schwebekarte::kInnenrand;
 constexpr int kZeile = 26;
 constexpr int kRand = 10;
 constexpr int kHaekchen = 16;
@@ -47,12 +46,9 @@ class AuswahlPopup::Zeichner final : public QStyledItemDelegate {
                 *maler, QRectF(kasten.left() + kRand - 3, kasten.center().y() - kHaekchen / 2.0, kHaekchen, kHaekchen),
                 "checkmark", KistePapier::goldDunkel);
         }
-        maler->setFont(option.font);
         maler->setPen(KistePapier::tinte);
-        const QRectF text = kasten.adjusted(kRand + kHaekchen + 2, 0, -kRand, 0);
-        maler->drawText(
-            text, Qt::AlignLeft | Qt::AlignVCenter,
-            option.fontMetrics.elidedText(stelle.data().toString(), Qt::ElideRight, static_cast<int>(text.width())));
+        satz_.zeichne(*maler, kasten.adjusted(kRand + kHaekchen + 2, 0, -kRand, 0), Qt::AlignLeft,
+                      stelle.data().toString());
     }
 
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& /*option*/, const QModelIndex& /*stelle*/) const override {
@@ -61,12 +57,13 @@ class AuswahlPopup::Zeichner final : public QStyledItemDelegate {
 
   private:
     int gewaehlt_;
+    mutable Schriftsatz satz_{Schrift::mach(kSchrift, QFont::Medium)};  // remembers what it set
 };
 
 AuswahlPopup::AuswahlPopup(const QStringList& wahlen, int gewaehlt, std::function<void(int)> beiWahl, QWidget* eltern)
-    : QFrame(eltern, Qt::Popup), modell_(wahlen), beiWahl_(std::move(beiWahl)) {
+    : QFrame(eltern, Qt::Popup), schwebekarte_(*this), modell_(wahlen), beiWahl_(std::move(beiWahl)) {
     setAttribute(Qt::WA_DeleteOnClose);
-    liste_.setFont(Schrift::mach(12.5, QFont::Medium));
+    liste_.setFont(Schrift::mach(kSchrift, QFont::Medium));
     liste_.setModel(&modell_);
     liste_.setItemDelegate(new Zeichner(gewaehlt, this));
     liste_.setUniformItemSizes(true);
@@ -79,7 +76,8 @@ AuswahlPopup::AuswahlPopup(const QStringList& wahlen, int gewaehlt, std::functio
     palette.setColor(QPalette::Base, KistePapier::karte);
     liste_.setPalette(palette);
     auto* stapel = new QVBoxLayout(this);
-    stapel->setContentsMargins(kInnenrand, kInnenrand, kInnenrand, kInnenrand);
+    const int rand = kInnenrand + schwebekarte_.rand();
+    stapel->setContentsMargins(rand, rand, rand, rand);
     stapel->addWidget(&liste_);
     setFocusProxy(&liste_);
     liste_.installEventFilter(this);
@@ -112,28 +110,25 @@ bool AuswahlPopup::eventFilter(QObject* quelle, QEvent* ereignis) {
 
 void AuswahlPopup::oeffneUnter(const QWidget& element, const QString& name) {
     liste_.setAccessibleName(name);
-    const QFontMetrics mass(liste_.font());
+    Schriftsatz satz(liste_.font());
     int breite = kSchmalste;
     for (const QString& wahl : modell_.stringList()) {
-        breite = std::max(breite, mass.horizontalAdvance(wahl.left(80)) + 2 * kRand + kHaekchen + 8);
+        breite = std::max(
+            breite, static_cast<int>(std::ceil(satz.breite(QStringView(wahl).left(80)))) + 2 * kRand + kHaekchen + 8);
         if (breite >= kBreiteste) {
             break;
         }
     }
     const int zeilen = std::min<int>(kHoechstens, static_cast<int>(modell_.rowCount()));
     const bool rollt = modell_.rowCount() > kHoechstens;
-    resize(std::min(breite, kBreiteste) + 2 * kInnenrand + (rollt ? liste_.verticalScrollBar()->sizeHint().width() : 0),
-           zeilen * kZeile + 2 * kInnenrand);
-    const int rand = papier::kRingRand;
-    QPoint ort = element.mapToGlobal(QPoint(rand, element.height() - rand + 4));
-    if (const QScreen* schirm = QGuiApplication::screenAt(ort)) {
-        const QRect frei = schirm->availableGeometry();
-        ort.setX(std::clamp(ort.x(), frei.left(), std::max(frei.left(), frei.right() - width())));
-        if (ort.y() + height() > frei.bottom()) {
-            ort.setY(std::max(frei.top(), element.mapToGlobal(QPoint(0, rand - 4)).y() - height()));
-        }
-    }
-    move(ort);
+    const int rand = 2 * (kInnenrand + schwebekarte_.rand());
+    resize(std::min(breite, kBreiteste) + rand + (rollt ? liste_.verticalScrollBar()->sizeHint().width() : 0),
+           zeilen * kZeile + rand);
+    constexpr int abstand = 4;
+    const int ring = papier::kRingRand;
+    const QRect form = element.rect().adjusted(ring, ring, -ring, -ring);
+    schwebekarte_.setzeAnker({element.mapToGlobal(form.topLeft()), form.size()}, abstand);
+    schwebekarte_.richteAus();
     show();
     liste_.setFocus();
     liste_.scrollTo(liste_.currentIndex(), QAbstractItemView::PositionAtCenter);
@@ -141,13 +136,18 @@ void AuswahlPopup::oeffneUnter(const QWidget& element, const QString& name) {
 
 void AuswahlPopup::paintEvent(QPaintEvent* /*ereignis*/) {
     QPainter maler(this);
-    maler.fillRect(rect(), KistePapier::karte);
-    papier::form(maler, rect(), kRadius, KistePapier::karte, KistePapier::linie);
+    schwebekarte_.zeichne(maler);
+}
+
+void AuswahlPopup::mousePressEvent(QMouseEvent* ereignis) {
+    if (!schwebekarte_.schliessePerDruck(ereignis->position().toPoint())) {
+        QFrame::mousePressEvent(ereignis);
+    }
 }
 
 void AuswahlPopup::resizeEvent(QResizeEvent* ereignis) {
     QFrame::resizeEvent(ereignis);
-    papier::schneideEcken(*this, kRadius);
+    schwebekarte_.schneide();
 }
 
 }  // namespace spurkiste

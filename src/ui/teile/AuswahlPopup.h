@@ -5,6 +5,8 @@
 #include <QStringListModel>
 #include <functional>
 
+#include "ui/teile/Schwebekarte.h"
+
 namespace spurkiste {
 
 /// A list of choices that opens below a control and closes with the choice, with Escape or with a click elsewhere.
@@ -21,6 +23,7 @@ class AuswahlPopup final : public QFrame {
 
   protected:
     bool eventFilter(QObject* quelle, QEvent* ereignis) override;
+    void mousePressEvent(QMouseEvent* ereignis) override;
     void paintEvent(QPaintEvent* ereignis) override;
     void resizeEvent(QResizeEvent* ereignis) override;
 
@@ -28,6 +31,7 @@ class AuswahlPopup final : public QFrame {
     class Zeichner;
     void waehle(const QModelIndex& stelle);
 
+    Schwebekarte schwebekarte_;
     QStringListModel modell_;
     QListView liste_;
     std::function<void(int)> beiWahl_;

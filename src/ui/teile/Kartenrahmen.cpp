@@ -27,8 +27,7 @@ void Kartenrahmen::zeichneSchatten(QPainter& maler, const QRectF& karte) {
 }
 
 QColor Kartenrahmen::farbe() const {
-    return fokus_ ? KistePapier::mitDeckkraft(KistePapier::gold, 0.55)
-                  : KistePapier::mitDeckkraft(KistePapier::linie, 0.78);
+    return fokus_ ? KistePapier::goldDunkel : KistePapier::mitDeckkraft(KistePapier::linie, 0.78);
 }
 
 QPixmap Kartenrahmen::ecke(const QPoint& wo) const {

@@ -1,7 +1,5 @@
 #include "ui/teile/Knopf.h"
 
-#include <QEnterEvent>
-#include <QFontMetricsF>
 #include <QPainter>
 #include <cmath>
 #include <utility>
@@ -12,8 +10,7 @@
 
 namespace spurkiste {
 
-Knopf::Knopf(QWidget* eltern) : QAbstractButton(eltern) {
-    setFocusPolicy(Qt::TabFocus);
+Knopf::Knopf(QWidget* eltern) : Drueckbar(eltern) {
     setCursor(Qt::ArrowCursor);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
@@ -21,6 +18,7 @@ Knopf::Knopf(QWidget* eltern) : QAbstractButton(eltern) {
 void Knopf::setzeAussehen(const Aussehen& aussehen) {
     aussehen_ = aussehen;
     setFont(Schrift::mach(aussehen.schriftgroesse, aussehen.staerke, aussehen.sperrung));
+    satz_.emplace(font());
     updateGeometry();
     update();
 }
@@ -33,19 +31,19 @@ void Knopf::setzeSymbole(std::string symbol, std::string schluss) {
 }
 
 double Knopf::inhaltsbreite() const {
-    double breite = QFontMetricsF(font()).horizontalAdvance(text()) - aussehen_.sperrung;
+    double breite = satz_ ? satz_->breite(text()) : 0.0;
     if (!symbol_.empty()) {
         breite += aussehen_.symbolKasten + (text().isEmpty() ? 0 : aussehen_.abstand);
     }
     if (!schluss_.empty()) {
-        breite += aussehen_.schlussKasten + aussehen_.schlussAbstand;
+        breite += aussehen_.schlussKasten + aussehen_.schlussAbstand - aussehen_.schlussUeberstand;
     }
     return breite;
 }
 
 QSize Knopf::sizeHint() const {
     const double breite = inhaltsbreite() + 2 * aussehen_.rand;
-    return {static_cast<int>(std::ceil(breite)) + 2 * papier::kRingRand,
+    return {static_cast<int>(std::lround(breite)) + 2 * papier::kRingRand,
             static_cast<int>(std::ceil(aussehen_.hoehe)) + 2 * papier::kRingRand};
 }
 
@@ -56,7 +54,7 @@ void Knopf::paintEvent(QPaintEvent* /*ereignis*/) {
         maler.setOpacity(0.45);
     }
     papier::form(maler, kasten, aussehen_.radius, aussehen_.grund, aussehen_.rahmen);
-    if (isDown() || isChecked()) {
+    if (isDown() || istOffen()) {
         papier::form(maler, kasten, aussehen_.radius, aussehen_.gedrueckt, Qt::transparent);
     } else if (underMouse() && isEnabled()) {
         papier::form(maler, kasten, aussehen_.radius, aussehen_.ueberfahren, Qt::transparent);
@@ -70,27 +68,18 @@ void Knopf::paintEvent(QPaintEvent* /*ereignis*/) {
         symbol(symbol_, aussehen_.symbolKasten, aussehen_.symbolFarbe);
         x += aussehen_.abstand;
     }
-    maler.setFont(font());
-    maler.setPen(aussehen_.textFarbe);
-    const double textbreite = QFontMetricsF(font()).horizontalAdvance(text());
-    maler.drawText(QRectF(x, kasten.top(), textbreite + 1, kasten.height()), Qt::AlignLeft | Qt::AlignVCenter, text());
-    x += textbreite - aussehen_.sperrung + aussehen_.schlussAbstand;
+    if (satz_) {
+        const double textbreite = satz_->breite(text());
+        maler.setPen(aussehen_.textFarbe);
+        satz_->zeichne(maler, QRectF(x, kasten.top(), textbreite, kasten.height()), Qt::AlignLeft, text());
+        x += textbreite + aussehen_.schlussAbstand;
+    }
     if (!schluss_.empty()) {
         symbol(schluss_, aussehen_.schlussKasten, aussehen_.schlussFarbe);
     }
     if (hasFocus()) {
-        papier::fokusring(maler, kasten, aussehen_.radius);
+        papier::fokusring(maler, kasten, aussehen_.radius, aussehen_.ringAussen);
     }
-}
-
-void Knopf::enterEvent(QEnterEvent* ereignis) {
-    update();
-    QAbstractButton::enterEvent(ereignis);
-}
-
-void Knopf::leaveEvent(QEvent* ereignis) {
-    update();
-    QAbstractButton::leaveEvent(ereignis);
 }
 
 }  // namespace spurkiste

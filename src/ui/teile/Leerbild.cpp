@@ -76,12 +76,12 @@ Leerbild::Leerbild(Form form, std::string symbol, QWidget* eltern)
       satz_(new Zeilen(kSatzgroesse, 17, KistePapier::tinteLeise, this)) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     auto* stapel = new QVBoxLayout(this);
-    stapel->setContentsMargins(0, 0, 0, 0);
+    stapel->setContentsMargins(0, form == Form::kreis ? 0 : 2, 0, 0);
     stapel->setSpacing(0);
     stapel->addStretch();
     stapel->addSpacing(static_cast<int>(seiteVon(form)) + kAbstand);
     stapel->addWidget(titel_);
-    stapel->addSpacing(8);
+    stapel->addSpacing(form == Form::kreis ? 8 : 7);  // in whole pixels, of lines that are not
     stapel->addWidget(satz_);
     stapel->addStretch();
     kleide();

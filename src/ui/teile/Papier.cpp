@@ -1,8 +1,6 @@
 #include "ui/teile/Papier.h"
 
-#include <QPainterPath>
 #include <QPen>
-#include <QRegion>
 
 #include "ui/teile/KistePapier.h"
 
@@ -30,16 +28,14 @@ QRectF ohneRing(const QWidget& element) {
     return QRectF(element.rect()).adjusted(kRingRand, kRingRand, -kRingRand, -kRingRand);
 }
 
-void fokusring(QPainter& maler, const QRectF& kasten, double radius) {
-    form(maler, kasten.adjusted(-kRingRand, -kRingRand, kRingRand, kRingRand), radius + kRingRand, Qt::transparent,
-         KistePapier::mitDeckkraft(KistePapier::gold, 0.16), kRingRand);
-    form(maler, kasten, radius, Qt::transparent, KistePapier::mitDeckkraft(KistePapier::gold, 0.72), 1.5);
-}
-
-void schneideEcken(QWidget& fenster, int radius) {
-    QPainterPath form;
-    form.addRoundedRect(fenster.rect(), radius, radius);
-    fenster.setMask(QRegion(form.toFillPolygon().toPolygon()));
+void fokusring(QPainter& maler, const QRectF& kasten, double radius, bool aussen) {
+    constexpr double staerke = 1.5;
+    const QRectF band = kasten.adjusted(-kRingRand, -kRingRand, kRingRand, kRingRand);
+    form(maler, band, radius + kRingRand, Qt::transparent, KistePapier::mitDeckkraft(KistePapier::gold, 0.16),
+         kRingRand);
+    // Opaque: anything paler has less than three times the contrast of what is around it.
+    form(maler, aussen ? band : kasten, aussen ? radius + kRingRand : radius, Qt::transparent, KistePapier::goldDunkel,
+         staerke);
 }
 
 }  // namespace spurkiste::papier

@@ -19,11 +19,8 @@ void form(QPainter& maler, const QRectF& kasten, double radius, const QColor& gr
 /// The shape of such a control: its rectangle without that room.
 [[nodiscard]] QRectF ohneRing(const QWidget& element);
 
-/// Draws the focus ring of a shape: a stronger border on it and a soft band of kRingRand around it.
-void fokusring(QPainter& maler, const QRectF& kasten, double radius);
-
-/// Gives a top-level window rounded corners by a mask: without a compositor, the corners of a transparent window would
-/// be black.
-void schneideEcken(QWidget& fenster, int radius);
+/// Draws the focus ring of a shape: a stronger border on it and a soft band of kRingRand around it. A shape in the
+/// ring's own colour has that border around the band.
+void fokusring(QPainter& maler, const QRectF& kasten, double radius, bool aussen = false);
 
 }  // namespace spurkiste::papier

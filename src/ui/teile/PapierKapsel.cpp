@@ -6,6 +6,7 @@ namespace spurkiste {
 
 PapierKapsel::PapierKapsel(const std::string& symbol, QWidget* eltern) : Knopf(eltern) {
     setzeSymbole(symbol, "chevron.up.chevron.down");
+    setzeAufklappend();
     kleide();
 }
 
@@ -20,9 +21,10 @@ void PapierKapsel::kleide() {
     const auto mit = &KistePapier::mitDeckkraft;
     Aussehen aussehen;
     aussehen.radius = 15;
-    aussehen.symbolKasten = 15;
+    aussehen.symbolKasten = 15.5;
     aussehen.schlussKasten = 13;
-    aussehen.schlussAbstand = 3;
+    aussehen.schlussAbstand = 4;
+    aussehen.schlussUeberstand = 2;
     const QColor farbe = aktiv_ ? KistePapier::tinte : KistePapier::tinteLeise;
     aussehen.textFarbe = farbe;
     aussehen.symbolFarbe = farbe;

@@ -1,7 +1,10 @@
 #include "ui/teile/PapierMenue.h"
 
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPainter>
+#include <algorithm>
+#include <cmath>
 
 #include "ui/teile/KistePapier.h"
 #include "ui/teile/Papier.h"
@@ -12,59 +15,53 @@ namespace spurkiste {
 
 namespace {
 
-constexpr int kRadius = 11;
+// Logical pixels.
+constexpr double kSchrift = 12.5;
+constexpr int kRand = 10;  // of a row, left and right
+constexpr int kZeilenradius = 7;
 constexpr int kHaekchen = 16;
-
-QString rgba(const QColor& farbe, double deckkraft = 1.0) {
-    return QStringLiteral("rgba(%1,%2,%3,%4)").arg(farbe.red()).arg(farbe.green()).arg(farbe.blue()).arg(deckkraft);
-}
-
-QIcon haekchen(const QWidget& fuer, bool sichtbar) {
-    if (sichtbar) {
-        return Symbole::bild("checkmark", kHaekchen, KistePapier::goldDunkel, fuer.devicePixelRatioF());
-    }
-    QPixmap leer(kHaekchen, kHaekchen);  // keeps the place, so that all texts begin at the same column
-    leer.fill(Qt::transparent);
-    return leer;
-}
+constexpr int kAbstand = 8;  // between check mark and text
+constexpr int kUnterElement = 4;
 
 }  // namespace
 
-PapierMenue::PapierMenue(QWidget* eltern) : QMenu(eltern) {
-    setFont(Schrift::mach(12.5, QFont::Medium));
+PapierMenue::PapierMenue(int breite, QWidget* eltern)
+    : QMenu(eltern), schwebekarte_(*this), satz_(Schrift::mach(kSchrift, QFont::Medium)) {
+    // The measures only: what is seen is painted here, in exact sizes.
     setStyleSheet(
-        QStringLiteral("QMenu{background:%1;border:1px solid %2;border-radius:%3px;padding:5px}"
-                       "QMenu::item{height:26px;min-width:150px;padding:0 18px 0 10px;border-radius:7px;color:%4}"
-                       "QMenu::item:selected{background:%5}"
-                       "QMenu::item:default{color:%7;font-weight:500}"
-                       "QMenu::icon{left:10px}"
-                       "QMenu::indicator{width:0;height:0}"
-                       "QMenu::separator{height:1px;background:%6;margin:5px 10px}")
-            .arg(rgba(KistePapier::karte), rgba(KistePapier::linie))
-            .arg(kRadius)
-            .arg(rgba(KistePapier::tinte), rgba(KistePapier::gold, 0.17), rgba(KistePapier::linie, 0.9),
-                 rgba(KistePapier::rot)));
+        QStringLiteral("QMenu{background:transparent;border:0;padding:5px}"
+                       "QMenu::item{height:26px;min-width:0;padding:0}"
+                       "QMenu::separator{height:1px;margin:5px 0}"));
+    const int rand = schwebekarte_.rand();
+    setContentsMargins(rand, rand, rand, rand);
+    setMinimumWidth(breite + 2 * rand);
+}
+
+QAction* PapierMenue::fuegeHinzu(const QString& text) {
+    QString sicher = text;
+    const double platz = satz_.breite(text) + 2 * (kRand + Schwebekarte::kInnenrand) + kHaekchen + kAbstand;
+    setMinimumWidth(std::max(minimumWidth(), static_cast<int>(std::ceil(platz)) + 2 * schwebekarte_.rand()));
+    return addAction(sicher.replace(QLatin1Char('&'), QStringLiteral("&&")));
 }
 
 QAction* PapierMenue::fuegeWahlHinzu(const QString& text, bool gewaehlt) {
-    QString sicher = text;
-    QAction* wahl = addAction(haekchen(*this, gewaehlt), sicher.replace(QLatin1Char('&'), QStringLiteral("&&")));
+    QAction* wahl = fuegeHinzu(text);
+    hatHaekchen_ = true;
     wahl->setCheckable(true);
     wahl->setChecked(gewaehlt);
     return wahl;
 }
 
 QAction* PapierMenue::fuegeLoeschenHinzu(const QString& text) {
-    QAction* wahl = addAction(text);
-    setDefaultAction(wahl);  // the only one of its kind that the style sheet can tell from the others
-    return wahl;
+    loeschen_ = fuegeHinzu(text);
+    return loeschen_;
 }
 
-QAction* PapierMenue::fuegeMitZeichenHinzu(const QString& text, std::string_view symbol) {
-    QAction* wahl = addAction(text);
+QAction* PapierMenue::fuegeMitZeichenHinzu(const QString& text, std::string_view symbol, bool gewaehlt) {
+    QAction* wahl = fuegeHinzu(text);
     wahl->setCheckable(true);  // for a screen reader; the icon is what eyes see
+    wahl->setChecked(gewaehlt);
     if (!symbol.empty()) {
-        wahl->setChecked(true);
         gezeichnet_ = wahl;
         symbol_ = symbol;
     }
@@ -72,36 +69,78 @@ QAction* PapierMenue::fuegeMitZeichenHinzu(const QString& text, std::string_view
 }
 
 void PapierMenue::keyPressEvent(QKeyEvent* ereignis) {
-    // The toolkit's menus know Home and End only when they scroll.
+    // The toolkit's menus know Home and End only when they scroll, and Space in some styles.
     const bool anfang = ereignis->key() == Qt::Key_Home;
     if ((anfang || ereignis->key() == Qt::Key_End) && !actions().isEmpty()) {
         setActiveAction(anfang ? actions().constFirst() : actions().constLast());
         return;
     }
+    if (ereignis->key() == Qt::Key_Space) {
+        QKeyEvent eingabe(QEvent::KeyPress, Qt::Key_Return, ereignis->modifiers());
+        QMenu::keyPressEvent(&eingabe);
+        return;
+    }
     QMenu::keyPressEvent(ereignis);
 }
 
-void PapierMenue::paintEvent(QPaintEvent* ereignis) {
-    QMenu::paintEvent(ereignis);
-    if (gezeichnet_ != nullptr) {
-        constexpr int rand = 10;
-        const QRectF zeile = actionGeometry(gezeichnet_);
-        QPainter maler(this);
-        Symbole::zeichne(
-            maler, QRectF(zeile.right() - rand - kHaekchen, zeile.center().y() - kHaekchen / 2.0, kHaekchen, kHaekchen),
-            symbol_, KistePapier::goldDunkel);
+void PapierMenue::mousePressEvent(QMouseEvent* ereignis) {
+    if (!schwebekarte_.schliessePerDruck(ereignis->position().toPoint())) {
+        QMenu::mousePressEvent(ereignis);
     }
 }
 
+void PapierMenue::paintEvent(QPaintEvent* /*ereignis*/) {
+    QPainter maler(this);
+    schwebekarte_.zeichne(maler);
+    for (QAction* zeile : actions()) {
+        maleZeile(maler, *zeile, actionGeometry(zeile));
+    }
+}
+
+void PapierMenue::maleZeile(QPainter& maler, const QAction& zeile, const QRectF& kasten) {
+    if (zeile.isSeparator()) {
+        maler.fillRect(QRectF(kasten.left() + kRand, std::floor(kasten.center().y()), kasten.width() - 2 * kRand, 1),
+                       KistePapier::mitDeckkraft(KistePapier::linie, 0.9));
+        return;
+    }
+    if (&zeile == activeAction()) {
+        papier::form(maler, kasten, kZeilenradius, KistePapier::mitDeckkraft(KistePapier::gold, 0.17), Qt::transparent);
+    }
+    const auto zeichen = [&](double links, std::string_view symbol) {
+        Symbole::zeichne(maler, QRectF(links, kasten.center().y() - kHaekchen / 2.0, kHaekchen, kHaekchen), symbol,
+                         KistePapier::goldDunkel);
+    };
+    if (hatHaekchen_ && zeile.isChecked()) {
+        zeichen(kasten.left() + kRand, "checkmark");
+    }
+    if (&zeile == gezeichnet_) {
+        zeichen(kasten.right() - kRand - kHaekchen, symbol_);
+    }
+    maler.setPen(&zeile == loeschen_ ? KistePapier::rot : KistePapier::tinte);
+    const int vorn = kRand + (hatHaekchen_ ? kHaekchen + kAbstand : 0);
+    satz_.zeichne(maler, kasten.adjusted(vorn, 0, -kRand, 0), Qt::AlignLeft,
+                  zeile.text().replace(QStringLiteral("&&"), QStringLiteral("&")));
+}
+
 void PapierMenue::oeffneUnter(const QWidget& element) {
-    constexpr int abstand = 4;
-    const int rand = papier::kRingRand;
-    popup(element.mapToGlobal(QPoint(rand, element.height() - rand + abstand)));
+    const int ring = papier::kRingRand;
+    const QRect form = element.rect().adjusted(ring, ring, -ring, -ring);
+    oeffneUnter({element.mapToGlobal(form.topLeft()), form.size()}, kUnterElement);
+}
+
+void PapierMenue::oeffneUnter(const QRect& anker, int abstand) {
+    schwebekarte_.setzeAnker(anker, abstand);
+    popup(anker.bottomLeft());
+}
+
+void PapierMenue::showEvent(QShowEvent* ereignis) {
+    schwebekarte_.richteAus();  // the toolkit has placed the window, and knows nothing of its shadow
+    QMenu::showEvent(ereignis);
 }
 
 void PapierMenue::resizeEvent(QResizeEvent* ereignis) {
     QMenu::resizeEvent(ereignis);
-    papier::schneideEcken(*this, kRadius);
+    schwebekarte_.schneide();
 }
 
 }  // namespace spurkiste

@@ -1,6 +1,6 @@
 #include "ui/teile/Schild.h"
 
-#include <QFontMetricsF>
+#include <QEvent>
 #include <QPainter>
 #include <cmath>
 
@@ -12,14 +12,33 @@ Schild::Schild(QWidget* eltern) : QLabel(eltern) {
     setTextFormat(Qt::PlainText);
 }
 
+Schriftsatz& Schild::satz() const {
+    if (!satz_) {
+        satz_.emplace(font());
+        if (kuerzung_ != Qt::ElideNone) {
+            satz_->setzeKuerzung(kuerzung_);
+        }
+    }
+    return *satz_;
+}
+
 void Schild::setzeKuerzung(Qt::TextElideMode kuerzung) {
     kuerzung_ = kuerzung;
+    satz_.reset();
     updateGeometry();
 }
 
+void Schild::changeEvent(QEvent* ereignis) {
+    if (ereignis->type() == QEvent::FontChange) {
+        satz_.reset();
+    }
+    QLabel::changeEvent(ereignis);
+}
+
 QSize Schild::sizeHint() const {
-    return {static_cast<int>(std::ceil(QFontMetricsF(font()).horizontalAdvance(text()) - font().letterSpacing())),
-            Schrift::zeilenhoehe(*this)};
+    const QMargins rand = contentsMargins();
+    return {static_cast<int>(std::ceil(textbreite())) + rand.left() + rand.right(),
+            Schrift::zeilenhoehe(*this) + rand.top() + rand.bottom()};
 }
 
 QSize Schild::minimumSizeHint() const {
@@ -28,15 +47,13 @@ QSize Schild::minimumSizeHint() const {
 
 void Schild::paintEvent(QPaintEvent* /*ereignis*/) {
     QPainter maler(this);
-    maler.setFont(font());
     maler.setPen(palette().color(QPalette::WindowText));
-    const QFontMetricsF mass(font());
-    const double sperrung = font().letterSpacing();
-    const QString gezeigt =
-        kuerzung_ == Qt::ElideNone ? text() : mass.elidedText(text(), kuerzung_, width() + sperrung);
-    const double breite = mass.horizontalAdvance(gezeigt);
-    const double x = (alignment() & Qt::AlignRight) != 0 ? width() - breite + sperrung : 0.0;
-    maler.drawText(QRectF(x, 0, breite + 1, height()), Qt::AlignLeft | Qt::AlignVCenter, gezeigt);
+    QRectF kasten = contentsRect();
+    const bool rechts = (alignment() & Qt::AlignRight) != 0;
+    if (kuerzung_ == Qt::ElideNone && textbreite() > kasten.width()) {
+        kasten.adjust(rechts ? kasten.width() - textbreite() : 0.0, 0, rechts ? 0.0 : textbreite() - kasten.width(), 0);
+    }
+    satz().zeichne(maler, kasten, rechts ? Qt::AlignRight : Qt::AlignLeft, text());
 }
 
 }  // namespace spurkiste

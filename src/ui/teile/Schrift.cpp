@@ -12,6 +12,12 @@ namespace {
 
 constexpr double kPunkteProZoll = 72.0;
 
+/// How many logical pixels the toolkit gives an inch.
+double aufloesung() {
+    const QScreen* schirm = QGuiApplication::primaryScreen();
+    return schirm == nullptr ? 96.0 : schirm->logicalDotsPerInchY();
+}
+
 /// The same characters are written differently in these languages; without a hint Japanese forms are shown.
 QString cjkFamilie() {
     const std::string code = AppSprache::code();
@@ -33,9 +39,7 @@ QFont Schrift::mach(double groesse, QFont::Weight staerke, double sperrung) {
     QFont schrift;
     schrift.setFamilies({QStringLiteral("Lato"), QStringLiteral("DejaVu Sans"), cjkFamilie()});
     // Only point sizes take fractions; the screen's logical resolution turns them back into the pixels meant here.
-    const QScreen* schirm = QGuiApplication::primaryScreen();
-    const double aufloesung = schirm == nullptr ? 96.0 : schirm->logicalDotsPerInchY();
-    schrift.setPointSizeF(groesse * kPunkteProZoll / aufloesung);
+    schrift.setPointSizeF(groesse * kPunkteProZoll / aufloesung());
     schrift.setWeight(staerke);
     if (sperrung > 0.0) {
         schrift.setLetterSpacing(QFont::AbsoluteSpacing, sperrung);
@@ -48,10 +52,14 @@ QFont Schrift::mach(double groesse, QFont::Weight staerke, double sperrung) {
     return schrift;
 }
 
+double Schrift::groesse(const QFont& schrift) {
+    return schrift.pointSizeF() * aufloesung() / kPunkteProZoll;
+}
+
 int Schrift::zeilenhoehe(const QWidget& element) {
     constexpr double verhaeltnis = 1.2;
-    return static_cast<int>(
-        std::ceil(verhaeltnis * (element.font().pointSizeF() * element.logicalDpiY() / kPunkteProZoll)));
+    constexpr double spielraum = 0.01;  // what a size loses on its way through points
+    return static_cast<int>(std::ceil(verhaeltnis * groesse(element.font()) - spielraum));
 }
 
 }  // namespace spurkiste

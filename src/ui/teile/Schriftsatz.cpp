@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "ui/teile/Schrift.h"
+
 namespace spurkiste {
 
 namespace {
@@ -22,17 +24,23 @@ QString ungeteilt(QStringView text) {
     return QString::fromRawData(text.data(), text.size());
 }
 
-QFont vergroessert(QFont schrift, double groesse) {
+}  // namespace
+
+QFont Schriftsatz::doppelt(QFont schrift, double groesse) {
     schrift.setPixelSize(static_cast<int>(std::lround(groesse * kVergroesserung)));
     schrift.setHintingPreference(QFont::PreferVerticalHinting);
+    if (schrift.letterSpacing() != 0.0) {
+        schrift.setLetterSpacing(QFont::AbsoluteSpacing, schrift.letterSpacing() * kVergroesserung);
+    }
     return schrift;
 }
 
-}  // namespace
+Schriftsatz::Schriftsatz(const QFont& schrift) : Schriftsatz(schrift, Schrift::groesse(schrift)) {}
 
 Schriftsatz::Schriftsatz(const QFont& schrift, double groesse)
-    : gross_(vergroessert(schrift, groesse)),
+    : gross_(doppelt(schrift, groesse)),
       groesse_(groesse),
+      sperrung_(schrift.letterSpacing()),
       gemerkt_(std::make_unique<QCache<QString, Gemerkt>>(kGemerkte)) {
     const QFontMetricsF mass(gross_);
     oberlaenge_ = mass.ascent() / kVergroesserung;
@@ -71,7 +79,7 @@ Schriftsatz::Satz Schriftsatz::setze(const QString& text) {
         return {};
     }
     Satz satz;
-    satz.breite = zeile.horizontalAdvance() / kVergroesserung;
+    satz.breite = std::max(0.0, zeile.horizontalAdvance() / kVergroesserung - sperrung_);
     satz.laeufe = umbruch.glyphRuns();
     for (QGlyphRun& lauf : satz.laeufe) {
         QList<QPointF> punkte = lauf.positions();
@@ -106,13 +114,17 @@ Schriftsatz::Gemerkt& Schriftsatz::hole(const QString& text) {
     return *gemerkt;
 }
 
+QString Schriftsatz::gekuerzt(const QString& text, double platz) const {
+    return QFontMetricsF(gross_).elidedText(text, kuerzung_, (platz + sperrung_) * kVergroesserung);
+}
+
 const Schriftsatz::Satz& Schriftsatz::passend(const QString& text, double platz) {
     Gemerkt& gemerkt = hole(text);
     if (gemerkt.ganz.breite <= platz + kSpielraum) {
         return gemerkt.ganz;
     }
     if (gemerkt.platz != platz) {
-        gemerkt.gekuerzt = setze(QFontMetricsF(gross_).elidedText(text, Qt::ElideRight, platz * kVergroesserung));
+        gemerkt.gekuerzt = setze(gekuerzt(text, platz));
         gemerkt.platz = platz;
     }
     return gemerkt.gekuerzt;

@@ -19,13 +19,25 @@ namespace spurkiste {
 /// Sizes are exact: the toolkit itself rounds those of its fonts to whole pixels. Bound to the GUI thread.
 class Schriftsatz {
   public:
-    /// Families and weight are those of `schrift`, the size is `groesse` logical pixels, halves included.
+    /// Families, weight and letter spacing are those of `schrift`, the size is `groesse` logical pixels, halves
+    /// included.
     Schriftsatz(const QFont& schrift, double groesse);
+    /// In the size of a font that Schrift::mach() made.
+    explicit Schriftsatz(const QFont& schrift);
 
-    /// The advance of a text in logical pixels.
+    /// A font for the toolkit's own layouts, in twice the size, which it need not round.
+    [[nodiscard]] static QFont doppelt(QFont schrift, double groesse);
+
+    /// Where the ellipsis goes in what is too long; at its end unless it is told otherwise.
+    void setzeKuerzung(Qt::TextElideMode kuerzung) { kuerzung_ = kuerzung; }
+
+    /// The advance of a text in logical pixels; letter spacing ends with the last letter.
     [[nodiscard]] double breite(QStringView text);
 
-    /// Draws a text with the painter's pen, on one line in the middle of a box. What does not fit ends with an
+    /// The text as it is shown in so much room, in logical pixels.
+    [[nodiscard]] QString gekuerzt(const QString& text, double platz) const;
+
+    /// Draws a text with the painter's pen, on one line in the middle of a box. What does not fit is shortened with an
     /// ellipsis, and then always stands on the left. The baseline falls on a whole device pixel.
     void zeichne(QPainter& maler, const QRectF& kasten, Qt::Alignment ausrichtung, QStringView text);
 
@@ -54,6 +66,8 @@ class Schriftsatz {
 
     QFont gross_;
     double groesse_;
+    double sperrung_;
+    Qt::TextElideMode kuerzung_ = Qt::ElideRight;
     std::vector<Schriftpaar> schriften_;  // the font and those that stand in for it
     double oberlaenge_;
     double unterlaenge_;

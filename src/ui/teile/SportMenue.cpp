@@ -1,8 +1,5 @@
 #include "ui/teile/SportMenue.h"
 
-#include <QEnterEvent>
-#include <QFontMetricsF>
-#include <QKeyEvent>
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
@@ -41,18 +38,15 @@ QFont untereSchrift() {
     return Schrift::mach(12, QFont::DemiBold);
 }
 
-double weite(const QFont& schrift, const QString& text) {
-    return QFontMetricsF(schrift).horizontalAdvance(text) - schrift.letterSpacing();
-}
-
 QString q(const std::u16string& text) {
     return QString::fromStdU16String(text);
 }
 
 }  // namespace
 
-SportMenue::SportMenue(bool ausfuehrlich, QWidget* eltern) : QAbstractButton(eltern), ausfuehrlich_(ausfuehrlich) {
-    setFocusPolicy(Qt::TabFocus);
+SportMenue::SportMenue(bool ausfuehrlich, QWidget* eltern)
+    : Drueckbar(eltern), ausfuehrlich_(ausfuehrlich), oben_(obereSchrift()), unten_(untereSchrift()) {
+    setzeAufklappend();
     setSizePolicy(ausfuehrlich ? QSizePolicy::Fixed : QSizePolicy::Maximum, QSizePolicy::Fixed);
     connect(this, &QAbstractButton::clicked, this, &SportMenue::oeffneHier);
 }
@@ -73,6 +67,8 @@ void SportMenue::zeige(const Eintrag& eintrag) {
     anzeige_ = text::utf16(text::einzeilig(eintrag->sportAnzeige()));
     ueberzeile_ = QString::fromStdString(AppSprache::text("changeSport"));
     kapsel_ = SportKapsel();  // the fonts belong to the language
+    oben_ = Schriftsatz(obereSchrift());
+    unten_ = Schriftsatz(untereSchrift());
     setToolTip(kurzhilfe(*eintrag));
     setAccessibleName(ausfuehrlich_ ? QStringLiteral("Sportart ändern") : QStringLiteral("Sportart ") + q(anzeige_));
     updateGeometry();
@@ -93,7 +89,7 @@ QSize SportMenue::sizeHint() const {
         return {static_cast<int>(std::ceil(kapsel_.breite(inhalt(), kKapselHoechstens))) + ring,
                 static_cast<int>(SportKapsel::kHoehe) + ring};
     }
-    const double zeilen = std::max(weite(obereSchrift(), ueberzeile_), weite(untereSchrift(), q(anzeige_)));
+    const double zeilen = std::max(oben_.breite(ueberzeile_), unten_.breite(q(anzeige_)));
     const double breite =
         2 * kRand + kStift + kAbstand + std::min(zeilen, static_cast<double>(kKapselHoechstens)) + kAbstand + kWinkel;
     return {static_cast<int>(std::ceil(breite)) + ring, static_cast<int>(kHoehe) + ring};
@@ -116,8 +112,9 @@ void SportMenue::paintEvent(QPaintEvent* /*ereignis*/) {
         kapsel_.zeichne(maler, kasten.left(), kasten.top(), inhalt(), kasten.width());
     }
     const double radius = kasten.height() / 2;
-    if (underMouse() || isDown()) {
-        papier::form(maler, kasten, radius, KistePapier::mitDeckkraft(KistePapier::tinte, isDown() ? 0.06 : 0.03),
+    const bool gedrueckt = isDown() || istOffen();
+    if (underMouse() || gedrueckt) {
+        papier::form(maler, kasten, radius, KistePapier::mitDeckkraft(KistePapier::tinte, gedrueckt ? 0.06 : 0.03),
                      Qt::transparent);
     }
     if (hasFocus()) {
@@ -135,62 +132,37 @@ void SportMenue::maleAusfuehrlich(QPainter& maler, const QRectF& kasten) const {
     const double rechts = kasten.right() - kRand - kWinkel;
     const double oben = mitte - (kObereZeile + kUntereZeile) / 2;
     maler.setPen(KistePapier::tinte);
-    const auto zeile = [&](const QFont& schrift, const QString& text, double y, double hoehe) {
-        maler.setFont(schrift);
-        maler.drawText(QRectF(x, y, rechts - x, hoehe), Qt::AlignLeft | Qt::AlignVCenter,
-                       QFontMetricsF(schrift).elidedText(text, Qt::ElideRight, rechts - kAbstand - x + 2));
-    };
-    zeile(obereSchrift(), ueberzeile_, oben, kObereZeile);
-    zeile(untereSchrift(), q(anzeige_), oben + kObereZeile, kUntereZeile);
+    const double platz = rechts - kAbstand - x + 1;  // the widget's width is rounded
+    oben_.zeichne(maler, QRectF(x, oben, platz, kObereZeile), Qt::AlignLeft, ueberzeile_);
+    unten_.zeichne(maler, QRectF(x, oben + kObereZeile, platz, kUntereZeile), Qt::AlignLeft, q(anzeige_));
     Symbole::zeichne(maler, QRectF(rechts, mitte - kWinkel / 2, kWinkel, kWinkel), "chevron.down", KistePapier::tinte);
-}
-
-void SportMenue::keyPressEvent(QKeyEvent* ereignis) {
-    switch (ereignis->key()) {
-        case Qt::Key_Return:
-        case Qt::Key_Enter:
-        case Qt::Key_Down:
-        case Qt::Key_F4:
-            oeffneHier();
-            return;
-        default:
-            QAbstractButton::keyPressEvent(ereignis);
-    }
-}
-
-void SportMenue::enterEvent(QEnterEvent* ereignis) {
-    update();
-    QAbstractButton::enterEvent(ereignis);
-}
-
-void SportMenue::leaveEvent(QEvent* ereignis) {
-    update();
-    QAbstractButton::leaveEvent(ereignis);
 }
 
 void SportMenue::oeffneHier() {
     const QRect hier = papier::ohneRing(*this).toRect();
-    oeffne(*eintrag_, this, {mapToGlobal(hier.topLeft()), hier.size()},
-           [this, eintrag = eintrag_](GpxSportart art) { Q_EMIT gewaehlt(eintrag, art); });
+    zeigeOffen(*oeffne(*eintrag_, this, {mapToGlobal(hier.topLeft()), hier.size()},
+                       [this, eintrag = eintrag_](GpxSportart art) { Q_EMIT gewaehlt(eintrag, art); }));
 }
 
-void SportMenue::oeffne(const GpxMetadaten& eintrag, QWidget* eltern, const QRect& unter, const Wahl& wahl) {
-    auto* menue = new PapierMenue(eltern);
+QWidget* SportMenue::oeffne(const GpxMetadaten& eintrag, QWidget* eltern, const QRect& unter, const Wahl& wahl) {
+    auto* menue = new PapierMenue(kMenueBreite, eltern);
     menue->setAttribute(Qt::WA_DeleteOnClose);
     menue->setAccessibleName(QStringLiteral("Sportart ändern"));
-    menue->setMinimumWidth(kMenueBreite);
     const auto aktuelle = aktuelleSportart(eintrag);
     const std::string_view zeichen = eintrag.nenntSport() ? "checkmark" : "wand.and.stars";
     for (const GpxSportart art : GpxSportart::allCases()) {
         const bool dieses = aktuelle && *aktuelle == art;
         QAction* zeile =
-            menue->fuegeMitZeichenHinzu(QString::fromStdString(art.deutsch()), dieses ? zeichen : std::string_view());
+            menue->fuegeMitZeichenHinzu(QString::fromStdString(art.deutsch()), dieses ? zeichen : std::string_view(),
+                                        dieses && eintrag.nenntSport());
         connect(zeile, &QAction::triggered, eltern, [wahl, art] { wahl(art); });
         if (dieses) {
             menue->setActiveAction(zeile);
         }
     }
-    menue->popup(unter.bottomLeft() + QPoint(0, kMenueAbstand + 1));
+    constexpr int einzug = 2;  // the card's edge stands a little before the capsule's, which is round
+    menue->oeffneUnter(unter.translated(-einzug, 0), kMenueAbstand);
+    return menue;
 }
 
 }  // namespace spurkiste

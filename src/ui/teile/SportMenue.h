@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QAbstractButton>
 #include <QRect>
 #include <functional>
 #include <optional>
 
 #include "track/GpxMetadaten.h"
+#include "ui/teile/Drueckbar.h"
 #include "ui/teile/SportKapsel.h"
 
 namespace spurkiste {
@@ -13,7 +13,7 @@ namespace spurkiste {
 /// Shows a record's sport and lets it be changed: a small capsule, whose text is shortened where there is little room,
 /// or the larger one of the header. It keeps nothing of its own: the choice is reported, and what it shows changes with
 /// the record. Keeps papier::kRingRand free for the focus ring. GUI thread.
-class SportMenue final : public QAbstractButton {
+class SportMenue final : public Drueckbar {
     Q_OBJECT
 
   public:
@@ -27,8 +27,8 @@ class SportMenue final : public QAbstractButton {
     void zeige(const Eintrag& eintrag);
 
     /// Opens the menu of all sports below a place on the screen, without waiting for it to close. The sport that the
-    /// record has carries a check mark, a suggested one a magic wand.
-    static void oeffne(const GpxMetadaten& eintrag, QWidget* eltern, const QRect& unter, const Wahl& wahl);
+    /// record has carries a check mark, a suggested one a magic wand. Returns the menu, which deletes itself.
+    static QWidget* oeffne(const GpxMetadaten& eintrag, QWidget* eltern, const QRect& unter, const Wahl& wahl);
 
     /// What the sport is: the one that the file names, if it is known, else the suggestion.
     [[nodiscard]] static std::optional<GpxSportart> aktuelleSportart(const GpxMetadaten& eintrag);
@@ -45,9 +45,6 @@ class SportMenue final : public QAbstractButton {
 
   protected:
     void paintEvent(QPaintEvent* ereignis) override;
-    void keyPressEvent(QKeyEvent* ereignis) override;
-    void enterEvent(QEnterEvent* ereignis) override;
-    void leaveEvent(QEvent* ereignis) override;
 
   private:
     [[nodiscard]] SportKapsel::Inhalt inhalt() const;
@@ -58,6 +55,8 @@ class SportMenue final : public QAbstractButton {
     Eintrag eintrag_;
     std::u16string anzeige_;
     QString ueberzeile_;
+    mutable Schriftsatz oben_;
+    mutable Schriftsatz unten_;
     mutable SportKapsel kapsel_;  // measuring fills its memory; what it answers stays the same
 };
 

@@ -136,7 +136,9 @@ TEST_F(TabellenGestenTest, findsNamesByTheirLetters) {
 }
 
 TEST_F(TabellenGestenTest, opensARowByDoubleClickOrKey) {
+    klicke(4);
     QTest::mouseDClick(tabelle.viewport(), Qt::LeftButton, {}, mitte(4));
+    QTest::mouseDClick(tabelle.viewport(), Qt::LeftButton, {}, mitte(5));  // the first click closed what lay above
     klicke(6);
     taste(Qt::Key_Return);
     taste(Qt::Key_F2);
@@ -152,7 +154,7 @@ TEST_F(TabellenGestenTest, theCapsuleIsAButton) {
     const QPoint kapsel = zelle.topLeft() + QPoint(15, 16);
     QTest::mouseClick(tabelle.viewport(), Qt::LeftButton, {}, kapsel);
     QTest::mouseDClick(tabelle.viewport(), Qt::LeftButton, {}, kapsel);
-    EXPECT_THAT(menues, ElementsAre(pfad(4)));  // the second press is the menu's
+    EXPECT_THAT(menues, ElementsAre(pfad(4), pfad(4)));  // two quick clicks are two
     EXPECT_TRUE(kapseln.front().contains(tabelle.viewport()->mapToGlobal(kapsel)));
     EXPECT_NEAR(kapseln.front().height(), 25, 1);
     EXPECT_THAT(gemeldet, IsEmpty());
@@ -163,7 +165,7 @@ TEST_F(TabellenGestenTest, theCapsuleIsAButton) {
     EXPECT_THAT(gemeldet, ElementsAre(pfade({4}), pfade({4, 5})));
     taste(Qt::Key_F4);
     taste(Qt::Key_Space);
-    EXPECT_THAT(menues, ElementsAre(pfad(4), pfad(5), pfad(5)));
+    EXPECT_THAT(menues, ElementsAre(pfad(4), pfad(4), pfad(5), pfad(5)));
 }
 
 TEST_F(TabellenGestenTest, asksForTheMenuOfTheSelectedRows) {
