@@ -46,7 +46,7 @@ BIBLIOTHEKEN = [
     # The rest of the system interface; everybody else asks base/ or platform/.
     (
         "POSIX",
-        r"(sys/\w+|linux/\w+|dirent|fcntl|unistd|termios|poll|signal|pwd|langinfo)\.h$",
+        r"(sys/\w+|linux/\w+|dirent|fcntl|unistd|termios|poll|signal|pwd|langinfo|malloc)\.h$",
         ["base/", "platform/", "cli/"],
     ),
     ("C++", r"[a-z_0-9]+$", [""]),

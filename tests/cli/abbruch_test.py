@@ -1,7 +1,7 @@
 """Kills a program that writes sport types, again and again at random moments, and looks at what it left behind.
 
 abbruch_test.py PROGRAM RESOURCES [KILLS]: every file must be one of the whole ones that could have been written, and
-after the next reading of the folder no foreign file may lie in it.
+after the next reading of the folder no foreign file may lie in it but what an exchange kept aside.
 """
 
 import json
@@ -60,6 +60,14 @@ def main(programm, ressourcen, abbrueche):
             if {eintrag["punkte"] for eintrag in json.loads(gelesen.stdout)} != {300 + 400 * i for i in range(DATEIEN)}:
                 print("not every track is whole")
                 return 1
+            # Killed between the exchange and the look at what was swapped out: that stays, whole, for the user to find.
+            for sicherung in (os.path.join(ordner, name) for name in os.listdir(ordner) if name.endswith(".sicherung")):
+                with open(sicherung, "rb") as datei:
+                    inhalt = datei.read()
+                    if not any(inhalt in moeglich for moeglich in erlaubt):
+                        print(f"{sicherung} is neither old nor new after kill {runde}")
+                        return 1
+                os.remove(sicherung)
             fremde = set(os.listdir(ordner)) - {os.path.basename(pfad) for pfad in pfade} - {".spurkiste-cache.json"}
             if fremde:
                 print(f"foreign files after kill {runde}: {sorted(fremde)}")

@@ -82,7 +82,7 @@ TEST_F(SportMenueTest, listsAllSportsAndMarksTheCurrentOne) {
     for (const Fall& fall : std::vector<Fall>{
              {mitSport("Running"), 1},
              {mitSport("paragliding"), std::nullopt},
-             {mitTempo(20), 0},
+             {mitTempo(20), std::nullopt},  // what is only suggested is not chosen
              {mitTempo(0), std::nullopt},
          }) {
         const QMenu& menue = oeffne(fall.eintrag);
