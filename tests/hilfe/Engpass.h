@@ -136,6 +136,10 @@ inline bool beschraenke(Faehigkeiten faehigkeiten) {
 
 /// Makes the system refuse this process one call for good. False where the system cannot.
 inline bool verweigere(long ruf, int fehler) {
+    // Which of the two the C library takes for an open file depends on its version.
+    if (ruf == SYS_newfstatat && !verweigere(SYS_fstat, fehler)) {
+        return false;
+    }
     sock_filter regeln[] = {
         {BPF_LD | BPF_W | BPF_ABS, 0, 0, static_cast<__u32>(offsetof(seccomp_data, nr))},
         {BPF_JMP | BPF_JEQ | BPF_K, 0, 1, static_cast<__u32>(ruf)},
