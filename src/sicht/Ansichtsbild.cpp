@@ -100,7 +100,7 @@ class Auswahlsuche {
   public:
     explicit Auswahlsuche(const Pfadmenge& auswahl)
         : pfad_(auswahl.size() == 1 ? &*auswahl.begin() : nullptr),
-          hash_(pfad_ != nullptr ? std::hash<std::string>{}(*pfad_) : 0) {}
+          hash_(pfad_ != nullptr ? Pfadmenge::Glied::hash(*pfad_) : 0) {}
 
     void sieh(const Merkmale& merkmale) {
         if (pfad_ != nullptr && merkmale.pfadHash == hash_ && merkmale.zeile->eintrag()->pfad == *pfad_) {
@@ -187,6 +187,14 @@ Ansichtsbild berechneAnsichtsbild(const Ansichtszustand& zustand, const Ansichts
         bild.leer = bild.filterAktiv ? kNichtsGefunden : kKeineDateien;
     }
     return bild;
+}
+
+Eintrag ausgewaehlter(const Pfadmenge& auswahl, const Zeilenspeicher& speicher) {
+    Auswahlsuche suche(auswahl);
+    for (const Merkmale& einer : speicher.merkmale()) {
+        suche.sieh(einer);
+    }
+    return suche.gefunden();
 }
 
 }  // namespace spurkiste

@@ -10,6 +10,7 @@
 #include "sicht/Ansichtstexte.h"
 #include "sicht/Ansichtszustand.h"
 #include "sicht/Filter.h"
+#include "sicht/Pfadmenge.h"
 #include "sicht/Zeile.h"
 #include "sicht/Zeilenspeicher.h"
 #include "track/GpxMetadaten.h"
@@ -52,5 +53,7 @@ struct Ansichtsbild {
 /// The picture of the records that the memory has.
 [[nodiscard]] Ansichtsbild berechneAnsichtsbild(const Ansichtszustand& zustand, const Ansichtstexte& texte,
                                                 Zeilenspeicher& speicher);
+/// The record to show in detail alone, as the picture has it: for when nothing but the selection has changed.
+[[nodiscard]] Eintrag ausgewaehlter(const Pfadmenge& auswahl, const Zeilenspeicher& speicher);
 
 }  // namespace spurkiste

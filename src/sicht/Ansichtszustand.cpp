@@ -1,5 +1,6 @@
 #include "sicht/Ansichtszustand.h"
 
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -16,16 +17,16 @@ void Ansichtszustand::setzeZurueck() {
 }
 
 void Ansichtszustand::behalteVorhandene(const std::vector<Eintrag>& eintraege) {
-    std::vector<const std::string*> geblieben;
+    std::vector<Eintrag> geblieben;
     for (auto eintrag = eintraege.begin(); eintrag != eintraege.end() && geblieben.size() < auswahl.size(); ++eintrag) {
         if (auswahl.contains((*eintrag)->pfad)) {
-            geblieben.push_back(&(*eintrag)->pfad);
+            geblieben.push_back(*eintrag);
         }
     }
     if (geblieben.size() < auswahl.size()) {
         Pfadmenge::Menge neue;
-        for (const std::string* pfad : geblieben) {
-            neue.insert(*pfad);
+        for (const Eintrag& eintrag : geblieben) {
+            neue.emplace(std::shared_ptr<const std::string>(eintrag, &eintrag->pfad));
         }
         auswahl = std::move(neue);
     }

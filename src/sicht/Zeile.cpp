@@ -49,6 +49,7 @@ void haengeAn(std::u16string& ziel, std::u16string_view text) {
 
 Zeile::Zeile(Eintrag eintrag, std::uint32_t kennung, std::optional<GpxSportart> geschrieben, std::string_view sportText)
     : eintrag_(std::move(eintrag)),
+      pfadHash_(Pfadmenge::Glied::hash(eintrag_->pfad)),
       kennung_(kennung),
       geschrieben_(geschrieben),
       sport_(geschrieben ? geschrieben : eintrag_->sportVorschlag()) {

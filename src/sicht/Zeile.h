@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "sicht/Pfadmenge.h"
 #include "sicht/Spalten.h"
 #include "track/GpxMetadaten.h"
 #include "track/GpxSportart.h"
@@ -27,6 +28,8 @@ class Zeile {
 
     [[nodiscard]] const Eintrag& eintrag() const { return eintrag_; }
     [[nodiscard]] std::uint32_t kennung() const { return kennung_; }
+    /// The record's path, for sets of paths. Holds the record, but does not look into it.
+    [[nodiscard]] Pfadmenge::Glied pfad() const { return {{eintrag_, &eintrag_->pfad}, pfadHash_}; }
 
     /// The text of a cell; without the icons of name and sport. Lives as long as the row.
     [[nodiscard]] std::u16string_view text(Spalte spalte) const;
@@ -46,6 +49,7 @@ class Zeile {
 
   private:
     Eintrag eintrag_;
+    std::size_t pfadHash_;
     std::uint32_t kennung_;
     std::optional<GpxSportart> geschrieben_;
     std::optional<GpxSportart> sport_;

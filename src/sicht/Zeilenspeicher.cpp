@@ -232,7 +232,7 @@ Merkmale Zeilenspeicher::baueRoh(const Eintrag& eintrag, std::uint32_t kennung) 
     return {.zeile = std::make_shared<const Zeile>(eintrag, kennung, geschrieben, sportText),
             .suchtext = suchtextVon(*eintrag, texte_.sprache),
             .namensschluessel = namensordnung_->schluessel(eintrag->dateiName),
-            .pfadHash = std::hash<std::string>{}(eintrag->pfad),
+            .pfadHash = Pfadmenge::Glied::hash(eintrag->pfad),
             .streckeMeter = eintrag->streckeMeter,
             .filterwerte = {}};
 }

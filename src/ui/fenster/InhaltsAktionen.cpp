@@ -88,13 +88,13 @@ void InhaltsAnsicht::oeffneKontextmenue(const QPoint& wo) {
         menue->addSeparator();
     }
     connect(menue->fuegeLoeschenHinzu(QStringLiteral("In den Papierkorb")), &QAction::triggered, this,
-            [this, auswahl = std::move(auswahl)] { bibliothek_.inPapierkorb(auswahl.menge()); });
+            [this, auswahl = std::move(auswahl)] { bibliothek_.inPapierkorb(auswahl.texte()); });
     menue->oeffneUnter(QRect(wo, QSize(0, 0)), 0);
 }
 
 void InhaltsAnsicht::wirfWeg() {
     if (const auto auswahl = tabelle_->gezeigteAuswahl(); !auswahl.empty()) {
-        bibliothek_.inPapierkorb(auswahl.menge());
+        bibliothek_.inPapierkorb(auswahl.texte());
     }
 }
 

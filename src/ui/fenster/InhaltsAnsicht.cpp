@@ -62,6 +62,7 @@ InhaltsAnsicht::InhaltsAnsicht(Bibliothek& bibliothek, Einstellungen& einstellun
       status_(new Statusleiste(this)),
       ablage_(new Dateiablage(this)),
       auffrischung_([this] { frischeAuf(); }),
+      auswahlauffrischung_([this] { zeigeAusgewaehlten(ausgewaehlter(zustand_.auswahl, zeilenbau_.speicher())); }),
       zeilenbau_(werkstatt, [this] { auffrischung_.sofort(); }) {
     setWindowTitle(QStringLiteral("Korvo GPX Library"));
     ordneAn();
@@ -136,7 +137,7 @@ void InhaltsAnsicht::verbinde() {
     });
     connect(tabelle_, &TabellenAnsicht::auswahlGeaendert, this, [this](const TabellenAnsicht::Auswahl& auswahl) {
         zustand_.auswahl = auswahl;
-        auffrischung_.fordere();
+        auswahlauffrischung_.fordere();
     });
     detail_->installEventFilter(this);
     tabelle_->viewport()->installEventFilter(this);
@@ -243,6 +244,11 @@ Ansichtszustand::Oeffnung InhaltsAnsicht::oeffnung() {
     return dauert ? Ansichtszustand::Oeffnung::dauert : Ansichtszustand::Oeffnung::still;
 }
 
+void InhaltsAnsicht::zeigeAusgewaehlten(const Eintrag& eintrag) {
+    detail_->zeige(eintrag);
+    kopf_->zeigeSport(eintrag);
+}
+
 void InhaltsAnsicht::frischeAuf() {
     const auto& eintraege = bibliothek_.eintraege().wert();
     zustand_.laedt = bibliothek_.laedt().wert();
@@ -263,8 +269,7 @@ void InhaltsAnsicht::frischeAuf() {
     tabelle_->setzeZeilen(std::move(bild.zeilen));
     zeilenbau_.raeumeAuf();
     tabelle_->setzeAuswahl(zustand_.auswahl);
-    detail_->zeige(bild.ausgewaehlt);
-    kopf_->zeigeSport(bild.ausgewaehlt);
+    zeigeAusgewaehlten(bild.ausgewaehlt);
     leereTabelle_->setVisible(bild.leer.has_value());
     if (bild.leer) {
         leereTabelle_->zeige(alsText(bild.leer->titel), alsText(bild.leer->beschreibung));

@@ -68,6 +68,7 @@ class InhaltsAnsicht final : public QWidget {
     void waehleSprache(const QString& code);
     void sprichNeu();
     void ladeErstmals();
+    void zeigeAusgewaehlten(const Eintrag& eintrag);
 
     void verbindeDetail();
 
@@ -109,6 +110,7 @@ class InhaltsAnsicht final : public QWidget {
     QPointer<QDialog> blatt_;            ///< the sheet over the window, while there is one
     QPointer<Kopierblatt> kopierblatt_;  ///< the same, while the window waits to be closed
     Auffrischung auffrischung_;
+    Auffrischung auswahlauffrischung_;  ///< the same after a gesture that changed nothing but the selection
     Zeilenbau zeilenbau_;
     std::vector<Abo> abos_;
 };

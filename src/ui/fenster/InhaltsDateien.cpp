@@ -58,7 +58,7 @@ void InhaltsAnsicht::zeigeInDerListe(const std::unordered_set<std::string>& pfad
         return;
     }
     Ansichtszustand neu = zustand_;
-    neu.auswahl = pfade;
+    neu.auswahl = Pfadmenge(pfade);
     neu.behalteVorhandene(bibliothek_.eintraege().wert());
     if (neu.auswahl.empty()) {
         return;

@@ -89,7 +89,7 @@ TabellenAnsicht::Auswahl TabellenAnsicht::gezeigteAuswahl() const {
     gezeigte.reserve(auswahl_->pfade().size());
     for (int reihe = 0; reihe < modell_->rowCount(); ++reihe) {
         if (auswahl_->istGewaehlt(modell_->zeile(reihe))) {
-            gezeigte.insert(modell_->zeile(reihe).eintrag()->pfad);
+            gezeigte.insert(modell_->zeile(reihe).pfad());
         }
     }
     return gezeigte;

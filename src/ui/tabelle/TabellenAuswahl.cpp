@@ -41,7 +41,7 @@ bool TabellenAuswahl::istGewaehlt(const Zeile& zeile) const {
     if (kennung < marken_.size() && marken_[kennung] != Marke::unbekannt) {
         return marken_[kennung] == Marke::ja;
     }
-    const bool ja = pfade_.contains(zeile.eintrag()->pfad);
+    const bool ja = pfade_.contains(zeile.pfad());
     setzeMarke(kennung, ja ? Marke::ja : Marke::nein);
     return ja;
 }
@@ -103,7 +103,7 @@ void TabellenAuswahl::select(const QItemSelection& auswahl, SelectionFlags befeh
         marken_.assign(marken_.size(), Marke::nein);
         jedeReihe(selection(), [&](int reihe) {
             const Zeile& zeile = modell_.zeile(reihe);
-            sichtbar.insert(zeile.eintrag()->pfad);
+            sichtbar.insert(zeile.pfad());
             setzeMarke(zeile.kennung(), Marke::ja);
         });
         geaendert_ = geaendert_ || sichtbar.size() != pfade_.size();
@@ -121,12 +121,12 @@ void TabellenAuswahl::uebernimm(const QItemSelection& dazu, const QItemSelection
     }
     jedeReihe(weg, [&](int reihe) {
         const Zeile& zeile = modell_.zeile(reihe);
-        pfade_.erase(zeile.eintrag()->pfad);
+        pfade_.erase(zeile.pfad());
         setzeMarke(zeile.kennung(), Marke::nein);
     });
     jedeReihe(dazu, [&](int reihe) {
         const Zeile& zeile = modell_.zeile(reihe);
-        pfade_.insert(zeile.eintrag()->pfad);
+        pfade_.insert(zeile.pfad());
         setzeMarke(zeile.kennung(), Marke::ja);
     });
 }
