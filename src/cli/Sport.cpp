@@ -15,7 +15,7 @@ namespace {
 
 /// Writes, and reads once more what is there now.
 std::size_t schreibeMitProbe(GpxSportart art, const std::string& pfad) {
-    const std::size_t elemente = GpxSchreiber::setzeSportart(art, pfad);
+    const std::size_t elemente = GpxSchreiber::setzeSportart(art, pfad).elemente;
     if (!GpxLeser::lese(pfad)) {
         throw GpxSchreibausnahme(GpxSchreibfehler::nachSchreibenNichtLesbar);
     }

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string_view>
+#include <utility>
 
 #include "base/AtomareDatei.h"
 #include "base/Dateien.h"
@@ -30,18 +31,23 @@ Fassung lies(const std::string& pfad) {
     return fassung;
 }
 
-/// Puts the new content in place of the bytes that were read. False when the file is no longer the one that they came
-/// from: nothing is changed then.
-bool ersetze(const std::string& pfad, const Fassung& fassung, const GpxSpleisse& spleisse) {
+/// Puts the new content in place of the bytes that were read, and returns what takes that back. Nothing when the file
+/// is no longer the one that they came from: it is unchanged then.
+std::optional<GpxUmkehr> ersetze(const std::string& pfad, const Fassung& fassung, const GpxSpleisse& spleisse) {
     dateien::AtomareDatei neu(pfad);
-    spleisse.wendeAn(fassung.inhalt, [&neu](std::string_view stueck) { neu.schreibe(stueck); });
+    GpxUmkehr umkehr{GpxUmkehr::gegen(spleisse.spleisse, fassung.inhalt), {}, fassung.stand, {}};
+    spleisse.wendeAn(fassung.inhalt, [&](std::string_view stueck) {
+        neu.schreibe(stueck);
+        umkehr.summe.nimm(stueck);
+    });
     neu.sichere();
+    umkehr.stand = neu.stand().value_or(dateien::Stand{});
     if (dateien::stand(pfad) != fassung.stand) {
-        return false;
+        return std::nullopt;
     }
     neu.uebernimm();
     neu.sichereOrdner();
-    return true;
+    return umkehr;
 }
 
 }  // namespace
@@ -58,7 +64,8 @@ std::string beschreibung(GpxSchreibfehler fehler) {
     return {};
 }
 
-std::size_t GpxSchreiber::setzeSportart(GpxSportart art, const std::string& pfad, const std::function<void()>& vorher) {
+GpxSchreiber::Ergebnis GpxSchreiber::setzeSportart(GpxSportart art, const std::string& pfad,
+                                                   const std::function<void()>& vorher) {
     constexpr int versuche = 3;
     for (int i = 0; i < versuche; ++i) {
         const Fassung fassung = lies(pfad);
@@ -72,11 +79,28 @@ std::size_t GpxSchreiber::setzeSportart(GpxSportart art, const std::string& pfad
         if (vorher) {
             vorher();
         }
-        if (ersetze(pfad, fassung, *spleisse)) {
-            return spleisse->ziele;
+        if (auto umkehr = ersetze(pfad, fassung, *spleisse)) {
+            return {spleisse->ziele, std::move(*umkehr)};
         }
     }
     throw std::runtime_error("Ein anderes Programm ändert die GPX-Datei gerade.");
+}
+
+std::optional<GpxUmkehr> GpxSchreiber::kehreUm(const GpxUmkehr& umkehr, const std::string& pfad,
+                                               const std::function<void()>& vorher) {
+    if (dateien::stand(pfad) != umkehr.stand) {
+        return std::nullopt;
+    }
+    const Fassung fassung = lies(pfad);
+    Bytesumme summe;  // there are programs that change a file and put its date back
+    summe.nimm(fassung.inhalt);
+    if (fassung.stand != umkehr.stand || summe != umkehr.summe) {
+        return std::nullopt;
+    }
+    if (vorher) {
+        vorher();
+    }
+    return ersetze(pfad, fassung, {umkehr.spleisse, 0});
 }
 
 }  // namespace spurkiste

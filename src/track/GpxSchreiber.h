@@ -2,10 +2,12 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <stdexcept>
 #include <string>
 
 #include "track/GpxSportart.h"
+#include "track/GpxUmkehr.h"
 
 namespace spurkiste {
 
@@ -35,15 +37,27 @@ class GpxSchreiber {
   public:
     GpxSchreiber() = delete;
 
-    /// Puts the sport's raw value into the <type> of every track and route that is a child of the root element, and
-    /// returns how many those were. All other bytes of the file stay as they are. The file is replaced as a whole or
+    /// What was done.
+    struct Ergebnis {
+        std::size_t elemente = 0;  ///< tracks and routes that have the sport now
+        GpxUmkehr umkehr;          ///< takes the writing back
+    };
+
+    /// Puts the sport's raw value into the <type> of every track and route that is a child of the root element.
+    /// All other bytes of the file stay as they are. The file is replaced as a whole or
     /// not at all, keeps its permissions, and gets a new date. When another program changes it meanwhile, the work
     /// begins again on the new bytes, three times at most.
     /// Throws GpxSchreibausnahme (keineSpur, nichtLesbar), std::system_error when the file cannot be written, and
     /// another std::runtime_error, whose what() is for the user, when that other program does not rest; the file is
     /// then untouched. Any thread, one call per file at a time. `vorher` is called between reading and writing.
-    static std::size_t setzeSportart(GpxSportart art, const std::string& pfad,
-                                     const std::function<void()>& vorher = {});
+    static Ergebnis setzeSportart(GpxSportart art, const std::string& pfad, const std::function<void()>& vorher = {});
+
+    /// Puts back the bytes that a writing has replaced, in the same way, and returns what takes that back in turn. The
+    /// file gets a new date: those who keep copies of it shall see that it has changed. Nothing, and the file is
+    /// untouched, when it is no longer the one that was written. Throws as setzeSportart(). Any thread, one call per
+    /// file at a time. `vorher` is called between reading and writing.
+    [[nodiscard]] static std::optional<GpxUmkehr> kehreUm(const GpxUmkehr& umkehr, const std::string& pfad,
+                                                          const std::function<void()>& vorher = {});
 };
 
 }  // namespace spurkiste

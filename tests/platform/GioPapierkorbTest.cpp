@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -104,6 +105,33 @@ TEST_F(GioPapierkorbTest, keepsFilesOfOneNameApart) {
         inhalte.push_back(heim->lies("daten/Trash/files/" + name));
     }
     EXPECT_THAT(inhalte, UnorderedElementsAre("1", "2"));
+}
+
+TEST_F(GioPapierkorbTest, findsWhereTheFilesLieAndPutsThemBack) {
+    (void)wirfWeg({spur("a.b.gpx", "0")});  // of the same name, thrown away before
+    fs::create_directory_symlink("spuren", heim->in("link"));
+    const std::string a = spur("a.b.gpx", "A");
+    const std::string h = heim->in("link/Höhe 1%.gpx");  // notes may have another way to the same file
+    (void)spur("Höhe 1%.gpx", "H");
+    fs::create_symlink("nirgends", heim->in("spuren/.tot.gpx"));
+    const auto funde = wirfWeg({a, h, heim->in("spuren/.tot.gpx")}).funde;
+    ASSERT_EQ(funde.size(), 3U);
+    for (const auto& fund : funde) {
+        EXPECT_EQ(dateien::stand(fund.ort), fund.stand);
+        papierkorb.holeZurueck(fund);
+    }
+    EXPECT_EQ(heim->lies("spuren/a.b.gpx"), "A");
+    EXPECT_EQ(heim->lies("spuren/Höhe 1%.gpx"), "H");
+    EXPECT_TRUE(fs::is_symlink(heim->in("spuren/.tot.gpx")));
+    EXPECT_THAT(imKorb(), ElementsAre("a.b.gpx"));
+    EXPECT_THAT(dateien::liste(heim->in("daten/Trash/info")), ElementsAre("a.b.gpx.trashinfo"));
+
+    const auto weg = wirfWeg({a}).funde;
+    ASSERT_EQ(weg.size(), 1U);
+    (void)spur("a.b.gpx", "neu");
+    EXPECT_THROW(papierkorb.holeZurueck(weg.front()), std::system_error);
+    EXPECT_EQ(heim->lies("spuren/a.b.gpx"), "neu");
+    EXPECT_TRUE(dateien::gibtEs(weg.front().ort));
 }
 
 TEST_F(GioPapierkorbTest, saysTheFirstErrorAndMovesTheOthers) {
