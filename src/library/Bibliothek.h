@@ -21,6 +21,7 @@
 #include "library/Listenordnung.h"
 #include "library/Ordnerlesung.h"
 #include "library/Pfadverzeichnis.h"
+#include "library/Verlauf.h"
 #include "platform/Einstellungen.h"
 #include "platform/Papierkorb.h"
 #include "platform/Systemumgebung.h"
@@ -106,6 +107,19 @@ class Bibliothek {
     /// order in which they were asked for. Failures end in `hinweis`, a success clears it.
     void setzeSportart(GpxSportart art, const GpxMetadaten& eintrag, Fertig fertig = {});
 
+    /// What has become of one step that was to be taken back or done again.
+    struct Zurueckgenommen {
+        std::string text;                ///< what there is to say of it, one line; empty when nothing was done
+        std::vector<std::string> pfade;  ///< the files of the library that it concerned, as they are called now
+    };
+    using NachRuecknahme = std::function<void(const Zurueckgenommen&)>;
+
+    /// Takes back the newest renaming, move to the trash or change of a sport that has not been taken back yet, or does
+    /// again what was taken back last. What is still being done is waited for; several calls are carried out one after
+    /// the other. Files that have changed since are left alone, which a notice says, and so are failures. Another
+    /// folder makes all of it forgotten. `fertig`, which may be empty, is called as soon as the list shows it.
+    void nimmZurueck(Richtung richtung, NachRuecknahme fertig = {});
+
     /// Makes another folder, an absolute path, the library, remembers it in the settings, and starts to load it.
     void wechsleOrdner(const std::string& ordner);
 
@@ -128,6 +142,9 @@ class Bibliothek {
     struct Ladung;
     struct Import;
     struct Sportwechsel;
+    struct Ruecknahme;
+    /// Called when the trash has answered and the list knows it.
+    using Geworfen = std::function<void(const Papierkorb::Ergebnis&)>;
     /// Waits for a settled list.
     struct Abschluss {
         bool endetLauf = false;  ///< counts in ladeLaeufe_
@@ -161,10 +178,19 @@ class Bibliothek {
     void liesImport(Import& import);
     void meldeFehlkopie(const std::string& quelle, const std::string& fehler);
     [[nodiscard]] bool verschiebe(const std::string& alt, const std::string& neu, const std::string& name);
+    void zieheUm(const std::string& alt, const std::string& neu);
     void trageUmbenennungNach(const std::string& alt, const std::string& neu);
+    void wirfWeg(std::vector<std::string> pfade, Geworfen danach);
     void schreibeSportart(const std::shared_ptr<Sportwechsel>& wechsel);
     [[nodiscard]] bool versucheNocheinmal(const std::shared_ptr<Sportwechsel>& wechsel, const std::string& pfad,
                                           bool gelungen);
+    void vermerke(const Sportwechsel& wechsel, const std::optional<GpxUmkehr>& umkehr);
+    void beendeSchritt(Verlauf::Nummer schritt);
+    void gehImVerlaufWeiter();
+    void benenneZurueck(Ruecknahme& ruecknahme);
+    void stelleWiederHer(const std::shared_ptr<Ruecknahme>& ruecknahme);
+    void wirfWiederWeg(const std::shared_ptr<Ruecknahme>& ruecknahme);
+    void beendeRuecknahme(Ruecknahme& ruecknahme);
     void landeSportwechsel(const std::shared_ptr<Sportwechsel>& wechsel, Eintrag neuer, const std::string& fehler);
 
     void fuegeEin(Eintrag eintrag);
@@ -197,6 +223,9 @@ class Bibliothek {
     bool weckerLaeuft_ = false;                    // of the imports that settle together
     bool geweckt_ = false;                         // it has rung and the list has not been settled since
     std::vector<std::shared_ptr<Sportwechsel>> wechsel_;  // those whose file is being written
+    Verlauf verlauf_;
+    std::deque<std::shared_ptr<Ruecknahme>> ruecknahmen_;  // the first one may be under way
+    bool nimmtZurueck_ = false;                            // it is
     CacheDienst cache_;
     Rueckweg rueckweg_;  // of what is done away from the main thread
 };

@@ -51,4 +51,14 @@ struct Bibliothek::Lauf {
     }
 };
 
+/// One call of setzeSportart(). Bound to the main thread.
+struct Bibliothek::Sportwechsel {
+    std::string pfad;  ///< where the file is now: it may be renamed before the result lands
+    GpxSportart art;
+    std::int64_t generation;
+    Fertig fertig;
+    Verlauf::Nummer schritt;  ///< that it belongs to
+    std::string anfangs;      ///< where the file was when the step began
+};
+
 }  // namespace spurkiste
