@@ -54,7 +54,9 @@ class BibliothekVerlaufTest : public Bibliotheksaufbau {
         for (const std::string& name : imOrdner()) {
             alle[name] = ordner.lies(name);
         }
-        EXPECT_EQ(namen(bibliothek), imOrdner());
+        Namen gelistete = namen(bibliothek);
+        std::sort(gelistete.begin(), gelistete.end());  // a renamed file keeps its place
+        EXPECT_EQ(gelistete, imOrdner());
         for (const Eintrag& eintrag : bibliothek.eintraege().wert()) {
             const std::string& inhalt = alle[std::string(dateien::letzterTeil(eintrag->pfad))];
             const std::string art = eintrag->sportRoh ? "<type>" + *eintrag->sportRoh + "</type>" : "<trk><trkseg>";
