@@ -137,6 +137,7 @@ void InhaltsAnsicht::verbinde() {
     connect(&werkzeuge_->suchfeld(), &QLineEdit::textChanged, this, [this](const QString& text) {
         aendere([suche = text.toStdString()](Ansichtszustand& zustand) { zustand.suche = suche; });
     });
+    connect(&werkzeuge_->suchfeld(), &Suchfeld::verlassen, this, &InhaltsAnsicht::verlasseSuche);
     connect(werkzeuge_, &Werkzeuge::neuladenGewuenscht, this, [this] { bibliothek_.lade(); });
     connect(werkzeuge_, &Werkzeuge::spracheGewaehlt, this, &InhaltsAnsicht::waehleSprache);
     connect(tabelle_, &TabellenAnsicht::kopfGeklickt, this, [this](Spalte spalte) {
@@ -162,7 +163,24 @@ void InhaltsAnsicht::belegeTasten() {
     taste(QKeySequence::Open, [this] { waehleImport(); });
     taste(QKeySequence::New, [this] { Q_EMIT neuesFensterGewuenscht(); });
     taste(QKeySequence::Close, [this] { close(); });
-    taste(QKeySequence(Qt::Key_Escape), [this] { werkzeuge_->suchfeld().clear(); });
+    taste(QKeySequence(Qt::Key_Escape), [this] { leereOderVerlasseSuche(); });
+    belegeVerlaufstasten();
+}
+
+/// To the rows that were found: to those selected, if there are some among them, else to the first.
+void InhaltsAnsicht::verlasseSuche() {
+    tabelle_->setFocus(Qt::ShortcutFocusReason);
+    tabelle_->markiere(0);
+    tabelle_->rolleZurAuswahl();
+}
+
+void InhaltsAnsicht::leereOderVerlasseSuche() {
+    Suchfeld& suchfeld = werkzeuge_->suchfeld();
+    if (suchfeld.hasFocus() && suchfeld.text().isEmpty()) {
+        tabelle_->setFocus(Qt::ShortcutFocusReason);
+    } else {
+        suchfeld.clear();
+    }
 }
 
 void InhaltsAnsicht::stelleWiederHer() {
@@ -255,7 +273,8 @@ void InhaltsAnsicht::frischeAuf() {
     const auto& eintraege = bibliothek_.eintraege().wert();
     zustand_.laedt = bibliothek_.laedt().wert();
     zustand_.oeffnung = oeffnung();
-    if (std::exchange(eintraegeNeu_, false)) {
+    const bool eintraegeNeu = std::exchange(eintraegeNeu_, false);
+    if (eintraegeNeu) {
         zustand_.behalteVorhandene(eintraege);
     }
     if (werkzeuge_->suchfeld().text().toStdString() != zustand_.suche) {
@@ -267,8 +286,14 @@ void InhaltsAnsicht::frischeAuf() {
     kopf_->zeige(alsText(bild.routenText), alsText(bild.summeText));
     filter_->zeige(bild, zustand_, texte_);
     tabelle_->setzeSortierung(zustand_.sortierung);
+    const bool folgt = eintraegeNeu && folgtDieAuswahl();
     tabelle_->setzeZeilen(bild.zeilen);
     tabelle_->setzeAuswahl(zustand_.auswahl);
+    if (folgt && !zustand_.auswahl.empty() && eintragMit(*zustand_.auswahl.begin()) != nullptr) {
+        tabelle_->markiere();
+    }
+    letzteFilter_ = zustand_.filter;
+    letzteSuche_ = zustand_.suche;
     detail_->zeige(bild.ausgewaehlt);
     kopf_->zeigeSport(bild.ausgewaehlt);
     leereTabelle_->setVisible(bild.leer.has_value());
@@ -286,6 +311,14 @@ void InhaltsAnsicht::frischeAuf() {
     } else if (kopierblatt_) {
         QTimer::singleShot(0, this, &QWidget::close);
     }
+}
+
+/// A change of the selected record, by its sport say, may have taken its row out of what the filters show. Who works
+/// through the rows by keyboard goes on with the next one, which is selected then: what the keyboard means is what is
+/// marked. Filters and search themselves leave the selection alone, and so does whoever works elsewhere.
+bool InhaltsAnsicht::folgtDieAuswahl() const {
+    return tabelle_->hasFocus() && tabelle_->istMarkiert() && letzteFilter_ == zustand_.filter &&
+           letzteSuche_ == zustand_.suche && tabelle_->auswahl() == zustand_.auswahl;
 }
 
 }  // namespace spurkiste

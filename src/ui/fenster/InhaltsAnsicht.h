@@ -58,9 +58,15 @@ class InhaltsAnsicht final : public QWidget {
     void ordneAn();
     void verbinde();
     void belegeTasten();
+    void belegeVerlaufstasten();
+    void nimmZurueck(Richtung richtung);
+    void waehleBetroffene(const std::vector<std::string>& pfade);
+    void verlasseSuche();
+    void leereOderVerlasseSuche();
     void stelleWiederHer();
     void frischeAuf();
     [[nodiscard]] Ansichtszustand::Oeffnung oeffnung();
+    [[nodiscard]] bool folgtDieAuswahl() const;
     void legeLeereTabelle();
     void aendere(const Filterleiste::Aenderung& aenderung);
     void waehleSprache(const QString& code);
@@ -89,6 +95,8 @@ class InhaltsAnsicht final : public QWidget {
     Ansichtszustand zustand_;
     Zeilenspeicher speicher_;
     bool eintraegeNeu_ = false;         ///< the records changed since the last refresh
+    Filterwahl letzteFilter_;           ///< those of the last refresh
+    std::string letzteSuche_;           ///< that of the last refresh
     bool gezeigt_ = false;              ///< the first frame has been painted
     QTimer geduld_;                     ///< runs while it need not yet be said that the library is being opened
     bool geladen_ = false;              ///< the window's first load is over

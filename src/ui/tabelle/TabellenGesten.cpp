@@ -130,6 +130,7 @@ void TabellenAnsicht::contextMenuEvent(QContextMenuEvent* ereignis) {
         return;  // beside the rows: what is selected elsewhere is not meant
     }
     if (ereignis->reason() == QContextMenuEvent::Keyboard && currentIndex().isValid()) {
+        markiere();
         scrollTo(currentIndex());
         const QRect zeile = reihenRechteck(currentIndex().row());
         wo = viewport()->mapToGlobal(QPoint(angaben(Spalte::name).rand->links, zeile.center().y()));
@@ -142,6 +143,9 @@ void TabellenAnsicht::keyPressEvent(QKeyEvent* ereignis) {
     // What a key alone does on the row with the keyboard; where that is nothing, the toolkit has its turn.
     using Tat = bool (*)(TabellenAnsicht&, const QModelIndex&);
     static constexpr Tat sportmenue = [](TabellenAnsicht& tabelle, const QModelIndex& hier) {
+        if (!tabelle.istMarkiert()) {
+            tabelle.setCurrentIndex(hier);  // nothing is done to a row that nobody can tell from the others
+        }
         tabelle.scrollTo(hier);
         tabelle.bitteUmSportmenue(hier.row());
         return true;
@@ -168,7 +172,7 @@ void TabellenAnsicht::keyPressEvent(QKeyEvent* ereignis) {
         return bleibt;
     };
     static constexpr Tat schritt = [](TabellenAnsicht& tabelle, const QModelIndex& hier) {
-        return waehle(tabelle, hier, tabelle.auswahl().empty());  // on a row already, though nobody sees where
+        return waehle(tabelle, hier, !tabelle.auswahl_->hasSelection());  // on a row already, though nobody sees where
     };
     static constexpr Tat anfang = [](TabellenAnsicht& tabelle, const QModelIndex& hier) {
         return waehle(tabelle, hier, hier.row() == 0);
