@@ -111,9 +111,14 @@ bool TabellenAnsicht::istMarkiert() const {
 void TabellenAnsicht::markiere(std::optional<int> reihe) {
     const QModelIndex ziel = reihe ? modell_->index(*reihe, 0) : currentIndex();
     if (ziel.isValid() && !auswahl_->hasSelection()) {
-        auswahl_->setCurrentIndex(ziel, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-        scrollTo(ziel);
+        waehleReihe(ziel);
     }
+}
+
+void TabellenAnsicht::waehleReihe(const QModelIndex& index) {
+    aktuelle_ = modell_->zeile(index.row()).kennung();  // also where the keyboard stands there already
+    auswahl_->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    scrollTo(index);
 }
 
 void TabellenAnsicht::rolleZurAuswahl() {

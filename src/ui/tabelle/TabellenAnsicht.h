@@ -110,6 +110,7 @@ class TabellenAnsicht final : public QTableView {
     [[nodiscard]] Blick merkeBlick() const;
     void stelleHer(const Blick& blick, bool umgestellt);
     void setzeAktuelle(const Blick& blick);
+    void waehleReihe(const QModelIndex& index);
     void merkeHalt();
     void halte();
     [[nodiscard]] bool istGanzZuSehen(int reihe) const;

@@ -144,7 +144,7 @@ void TabellenAnsicht::keyPressEvent(QKeyEvent* ereignis) {
     using Tat = bool (*)(TabellenAnsicht&, const QModelIndex&);
     static constexpr Tat sportmenue = [](TabellenAnsicht& tabelle, const QModelIndex& hier) {
         if (!tabelle.istMarkiert()) {
-            tabelle.setCurrentIndex(hier);  // nothing is done to a row that nobody can tell from the others
+            tabelle.waehleReihe(hier);  // nothing is done to a row that nobody can tell from the others
         }
         tabelle.scrollTo(hier);
         tabelle.bitteUmSportmenue(hier.row());
@@ -167,7 +167,7 @@ void TabellenAnsicht::keyPressEvent(QKeyEvent* ereignis) {
     // The toolkit selects a row only by moving to it.
     static constexpr auto waehle = [](TabellenAnsicht& tabelle, const QModelIndex& hier, bool bleibt) {
         if (bleibt) {
-            tabelle.setCurrentIndex(hier);
+            tabelle.waehleReihe(hier);
         }
         return bleibt;
     };
