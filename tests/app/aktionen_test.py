@@ -80,6 +80,13 @@ class Aktionen(buehne.Fenstertest):
             warte_bis(lambda: self.mein.zelle("Alpen", 2).name == "Sportart " + sport, "the table says so")
         self.mein.waehle(lambda: self.mein.druecke("Sport: alle"), "l")  # to the first sport with this letter
         warte_bis(lambda: sorted(self.mein.reihen()) == ["Abend-runde", "Alpen"], "the filter knows the new sport")
+        self.mein.waehle_zeile("Alpen")
+        self.mein.waehle(lambda: xdotool("key", "space"), "End")
+        self.mein.erwarte_reihen("Abend-runde")
+        warte_bis(lambda: "Abend-runde.gpx" in self.mein.texte(), "the keyboard has gone on, and it is seen where")
+        xdotool("key", "ctrl+z")
+        warte_bis(lambda: sorted(self.mein.reihen()) == ["Abend-runde", "Alpen"], "the row is back")
+        warte_bis(lambda: "Alpen.gpx" in self.mein.texte(), "and is what is meant")
         self.mein.druecke("Zurücksetzen")
         warte_bis(lambda: len(self.mein.reihen()) == 5, "all are shown again")
 
@@ -90,6 +97,19 @@ class Aktionen(buehne.Fenstertest):
         self.assertEqual(os.listdir(os.path.join(self.heim, "Trash/files")), ["Neue Spur.gpx"])
         self.mein.waehle(lambda: self.mein.klicke("Zürichberg 2", knopf=3), "End")
         self.mein.erwarte_dateien("Abend-runde", "Alpen", "Zürichberg")
+
+    def test_5a_takes_back_and_does_again(self):
+        kopie, alpen = "„Zürichberg 2“ aus dem Papierkorb zurückgeholt", self.mein.lies("Alpen.gpx")
+        xdotool("key", "ctrl+z")
+        self.mein.erwarte_dateien("Abend-runde", "Alpen", "Zürichberg 2", "Zürichberg")
+        warte_bis(lambda: {kopie, "Zürichberg 2.gpx"} <= set(self.mein.texte()), "it is said and shown")
+        xdotool("key", "ctrl+z", "ctrl+z")  # the other file, and the last of three sports
+        warte_bis(lambda: "<type>rowing</type>" in self.mein.lies("Alpen.gpx"), "the sport of before")
+        self.mein.erwarte_dateien("Abend-runde", "Alpen", "Neue Spur", "Zürichberg 2", "Zürichberg")
+        self.assertEqual(os.listdir(os.path.join(self.heim, "Trash/info")), [])
+        xdotool("key", "ctrl+shift+z", "ctrl+shift+z", "ctrl+shift+z")
+        self.mein.erwarte_dateien("Abend-runde", "Alpen", "Zürichberg")
+        self.assertEqual(self.mein.lies("Alpen.gpx"), alpen)
 
     def test_6_a_second_start_hands_its_files_over(self):
         fremde = os.path.join(self.fremd.ordner, "Neue Spur.gpx")
