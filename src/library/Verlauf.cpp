@@ -13,6 +13,8 @@ template <typename... Faelle>
 struct Je : Faelle... {
     using Faelle::operator()...;
 };
+template <typename... Faelle>
+Je(Faelle...) -> Je<Faelle...>;
 
 std::size_t gewicht(const Tat& tat) {
     constexpr Je faelle{

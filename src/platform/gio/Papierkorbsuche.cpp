@@ -123,18 +123,19 @@ class Suche {
         }
     }
 
-    std::vector<Papierkorb::Fund> funde;
+    [[nodiscard]] std::vector<Papierkorb::Fund> funde() && { return std::move(funde_); }
 
   private:
     void pruefe(const std::string& ort, const std::string& herkunft) {
         const auto gesucht = pfade_.find(herkunft);
         if (gesucht != pfade_.end() && kennung(ort) == gesucht->second->kennung) {
-            funde.push_back({gesucht->second->pfad, ort, dateien::stand(ort)});
+            funde_.push_back({gesucht->second->pfad, ort, dateien::stand(ort)});
         }
     }
 
     std::unordered_map<std::string, const Vermisster*> pfade_;
     std::unordered_set<std::string> staemme_;
+    std::vector<Papierkorb::Fund> funde_;
 };
 
 }  // namespace
@@ -155,7 +156,7 @@ std::vector<Papierkorb::Fund> finde(const Vermisste& vermisste) {
     for (const Korb& korb : koerbeVon(vermisste)) {
         suche.sucheIn(korb);
     }
-    return std::move(suche.funde);
+    return std::move(suche).funde();
 }
 
 std::string notizZu(const std::string& ort) {
