@@ -1,7 +1,9 @@
 #include "platform/gio/GioPapierkorb.h"
 
+#include <filesystem>
 #include <memory>
 #include <optional>
+#include <system_error>
 #include <utility>
 
 #include <gio/gio.h>
@@ -23,12 +25,20 @@ std::optional<std::string> wirfWeg(const std::string& pfad) {
     return text::einzeilig(fehler->message);
 }
 
+/// Whether there is nothing at the path, not even a link that leads nowhere.
+bool istVerschwunden(const std::string& pfad) {
+    std::error_code fehler;
+    return std::filesystem::symlink_status(pfad, fehler).type() == std::filesystem::file_type::not_found;
+}
+
 Papierkorb::Ergebnis wirfAlleWeg(const std::vector<std::string>& pfade) {
     Papierkorb::Ergebnis ergebnis;
     for (const std::string& pfad : pfade) {
         auto fehler = wirfWeg(pfad);
         if (!fehler) {
             ergebnis.verschoben.push_back(pfad);
+        } else if (istVerschwunden(pfad)) {
+            ergebnis.verschwunden.push_back(pfad);
         } else if (!ergebnis.fehler) {
             ergebnis.fehler = std::move(fehler);
         }

@@ -38,7 +38,14 @@ class MerkenderDateimanager final : public Dateimanager {
   public:
     std::vector<std::string> gezeigte;
 
-    void zeige(const std::string& pfad) override { gezeigte.push_back(pfad); }
+    bool da = true;
+
+    void zeige(const std::string& pfad, std::function<void()> vergeblich) override {
+        gezeigte.push_back(pfad);
+        if (!da) {
+            vergeblich();
+        }
+    }
 };
 
 /// A window on a library of which the test drives every thread by hand.
