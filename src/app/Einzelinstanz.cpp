@@ -122,8 +122,11 @@ Einzelinstanz::Ausgang Einzelinstanz::nimm(const std::string& ordner, const Nach
     Uebergabe uebergabe(neuer->sockel, verpacke(nachricht));
     bool vergeben = !neuer->sockel.isEmpty();
     while (vergeben) {
-        // A lock file that somebody has cleared away protects nobody: who listens has the folder as well.
-        vergeben = neuer->schloss.nimm(schloss) == Dateischloss::Ausgang::vergeben || uebergabe.erreicht();
+        vergeben = neuer->schloss.nimm(schloss) == Dateischloss::Ausgang::vergeben;
+        if (!vergeben && uebergabe.erreicht()) {  // somebody has cleared his lock file away, but he still listens
+            neuer->schloss = Dateischloss();
+            vergeben = true;
+        }
         if (vergeben && uebergabe.angenommen()) {
             return Ausgang::uebergeben;
         }
