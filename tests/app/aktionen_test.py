@@ -161,13 +161,14 @@ class Aktionen(buehne.Fenstertest):
         lege("xdg-open", f'echo "$1" > {gezeigt}')
         lege("xdg-mime", f"test -e {ort}/keiner || echo ordner.desktop")
         programm = self.starte(ordner, self.fuelle("heim3", {}), umgebung={"PATH": ort + ":" + os.environ["PATH"]})
-        programm.waehle(lambda: programm.klicke("Ziel", knopf=3), "Home", "Down")
+        programm.waehle_zeile("Ziel")
+        programm.druecke("IM ORDNER ZEIGEN")
         warte_bis(lambda: os.path.exists(gezeigt) and os.path.getsize(gezeigt), "the folder is opened")
         with open(gezeigt, encoding="utf-8") as datei:
             self.assertIn("Zu%20zeigen", datei.read().replace(" ", "%20"))
         with open(os.path.join(ort, "keiner"), "w", encoding="utf-8"):
             pass
-        programm.waehle(lambda: programm.klicke("Ziel", knopf=3), "Home", "Down")
+        programm.druecke("IM ORDNER ZEIGEN")
         warte_bis(lambda: "Kein Dateimanager gefunden, der „Ziel.gpx“ zeigt" in programm.texte(), "the window says so")
         programm.beende()
 
