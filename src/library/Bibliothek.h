@@ -10,6 +10,7 @@
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "base/Ausfuehrer.h"
@@ -68,6 +69,10 @@ class Bibliothek {
     /// written. May be empty.
     using Fertig = std::function<void()>;
 
+    /// Called on the main thread with paths of the library's files that the user has opened: their records are in the
+    /// list, or come as soon as the files have been read.
+    using Gefunden = std::function<void(const std::vector<std::string>&)>;
+
     /// Chooses the folder from the settings: the program's own, else the predecessor's (which is then taken over),
     /// else "GPX-Bibliothek" on the archive volume or in the user's documents. Touches no file of the library.
     /// Throws std::runtime_error when the default is needed and the user has no documents folder.
@@ -92,6 +97,12 @@ class Bibliothek {
     /// cached when no other import waits, or now and then meanwhile. Failed copies end in `hinweis`.
     void importiere(const std::vector<std::string>& pfade, Fertig fertig = {});
 
+    /// Takes files that the user opens from outside, absolute paths. One that lies in the folder, by whatever way the
+    /// path leads there, is read if the list does not know it as it is now; any other is copied as by importiere(),
+    /// unless the folder has a file with the same bytes. `gefunden`, which must not be empty, hears of them in one or
+    /// more calls. What cannot be opened ends in `hinweis`.
+    void oeffne(const std::vector<std::string>& pfade, const Gefunden& gefunden);
+
     /// Makes no more copies but the one in hand; what has been copied stays and is read.
     void brichImporteAb();
 
@@ -99,8 +110,9 @@ class Bibliothek {
     /// moved, because the name says nothing new or, with a notice, because it cannot be had.
     std::optional<std::string> benenneUm(const GpxMetadaten& eintrag, std::string_view neuerName);
 
-    /// Moves the files of the records with these paths to the trash; their records go when the trash has them.
-    /// Failures end in `hinweis`.
+    /// Moves the files of the records with these paths to the trash; their records go when the trash has them. What
+    /// has been asked for already is not asked again; a file that gets another name meanwhile is found under that one.
+    /// Failures end in `hinweis`, and so does the name of a file that had vanished, whose record goes as well.
     void inPapierkorb(const std::unordered_set<std::string>& kennungen);
 
     /// Writes the sport into the record's file, reads it back and replaces the record. Changes are carried out in the
@@ -122,6 +134,13 @@ class Bibliothek {
 
     /// Makes another folder, an absolute path, the library, remembers it in the settings, and starts to load it.
     void wechsleOrdner(const std::string& ordner);
+
+    /// A notice about the library from somebody else, one line; it stays as long as one of the library's own.
+    void weiseHin(std::string hinweis) { hinweis_.setze(std::move(hinweis)); }
+
+    /// Those of the paths whose files the newest load or an import is reading, or has failed to read. Their records may
+    /// be missing from the list for that long.
+    [[nodiscard]] std::unordered_set<std::string> werdenGelesen(const std::unordered_set<std::string>& pfade) const;
 
     [[nodiscard]] const Veroeffentlicht<Eintraege>& eintraege() const { return eintraege_; }
     /// True while at least one run of reading is active.
@@ -172,6 +191,8 @@ class Bibliothek {
     void ueberhole();
     void speichereCache(std::vector<Fertig> fertige = {});
 
+    void reiheEin(const std::shared_ptr<Import>& import);
+    [[nodiscard]] bool kennt(const std::string& pfad) const;
     void kopiereNaechste();
     void landeKopie(const std::shared_ptr<Import>& import, const std::string& quelle, const std::string& ziel,
                     const std::string& fehler);
@@ -181,6 +202,8 @@ class Bibliothek {
     void zieheUm(const std::string& alt, const std::string& neu);
     void trageUmbenennungNach(const std::string& alt, const std::string& neu);
     void wirfWeg(std::vector<std::string> pfade, Geworfen danach);
+    void landeWurf(const std::vector<std::string>& gefragte, const Papierkorb::Ergebnis& ergebnis,
+                   const Geworfen& danach);
     void schreibeSportart(const std::shared_ptr<Sportwechsel>& wechsel);
     [[nodiscard]] bool versucheNocheinmal(const std::shared_ptr<Sportwechsel>& wechsel, const std::string& pfad,
                                           bool gelungen);
@@ -222,7 +245,9 @@ class Bibliothek {
     std::size_t fehlkopien_ = 0;                   // since no import waited
     bool weckerLaeuft_ = false;                    // of the imports that settle together
     bool geweckt_ = false;                         // it has rung and the list has not been settled since
-    std::vector<std::shared_ptr<Sportwechsel>> wechsel_;  // those whose file is being written
+    std::vector<std::string> eingefuegte_;         // paths of records since the last settling began
+    std::unordered_map<std::string, std::string> wuerfe_;  // what the trash was told, and where the file is now
+    std::vector<std::shared_ptr<Sportwechsel>> wechsel_;   // those whose file is being written
     Verlauf verlauf_;
     std::deque<std::shared_ptr<Ruecknahme>> ruecknahmen_;  // the first one may be under way
     bool nimmtZurueck_ = false;                            // it is

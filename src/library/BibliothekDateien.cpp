@@ -74,6 +74,11 @@ std::optional<std::string> Bibliothek::benenneUm(const GpxMetadaten& eintrag, st
     }
     const std::string alt = eintrag.pfad;  // the record may go with the list that it is changed in
     const std::string neu = dateien::ordnerVon(alt).append(*name).append(kPunktGpx);
+    if (const auto wurf = wuerfe_.find(neu); wurf != wuerfe_.end() && wurf->second != alt) {
+        // The trash may still come to this path for a file that has left it.
+        hinweis_.setze("Umbenennen fehlgeschlagen: " + std::generic_category().message(EBUSY));
+        return std::nullopt;
+    }
     if (!verschiebe(alt, neu, *name)) {
         return std::nullopt;
     }
@@ -87,6 +92,11 @@ void Bibliothek::zieheUm(const std::string& alt, const std::string& neu) {
     for (const auto& wechsel : wechsel_) {
         if (wechsel->pfad == alt) {
             wechsel->pfad = neu;
+        }
+    }
+    for (auto& [gefragt, jetzt] : wuerfe_) {
+        if (jetzt == alt) {
+            jetzt = neu;
         }
     }
     for (const auto& lauf : laeufe_) {
@@ -131,56 +141,6 @@ void Bibliothek::trageUmbenennungNach(const std::string& alt, const std::string&
         verzeichnis_.ersetze(liste, *verzeichnis_.stelle(alt), std::move(umgezogen));
     });
     eintraege_.aendere([&](Eintraege& liste) { verzeichnis_.ersetze(liste, *verzeichnis_.stelle(neu), umbenannt); });
-}
-
-void Bibliothek::inPapierkorb(const std::unordered_set<std::string>& kennungen) {
-    std::vector<std::string> pfade;
-    for (const Eintrag& eintrag : eintraege_.wert()) {
-        if (kennungen.contains(eintrag->pfad)) {
-            pfade.push_back(eintrag->pfad);
-        }
-    }
-    if (pfade.empty()) {
-        return;
-    }
-    const std::string praefix = "Papierkorb fehlgeschlagen: ";
-    if (anschluesse_.papierkorb == nullptr) {
-        hinweis_.setze(praefix + std::generic_category().message(ENOTSUP));
-        return;
-    }
-    const Verlauf::Nummer schritt = verlauf_.beginne();
-    wirfWeg(std::move(pfade), [this, praefix, schritt](const Papierkorb::Ergebnis& ergebnis) {
-        if (ergebnis.fehler) {
-            hinweis_.setze(praefix + *ergebnis.fehler);
-        }
-        for (const Papierkorb::Fund& fund : ergebnis.funde) {
-            verlauf_.ergaenze(schritt, Rueckholung{fund});
-        }
-        beendeSchritt(schritt);
-    });
-}
-
-void Bibliothek::wirfWeg(std::vector<std::string> pfade, Geworfen danach) {
-    const auto lande = [this, danach = std::move(danach)](const Papierkorb::Ergebnis& ergebnis) {
-        if (!ergebnis.verschoben.empty()) {
-            entferne(ergebnis.verschoben);
-            speichereCache();
-        }
-        danach(ergebnis);
-    };
-    anschluesse_.papierkorb->verschiebe(std::move(pfade), rueckweg_.zurueck(lande));
-}
-
-void Bibliothek::entferne(const std::vector<std::string>& pfade) {
-    if (rechnetWer()) {
-        protokoll_.entfernt(pfade);
-    }
-    for (const auto& lauf : laeufe_) {
-        for (const std::string& pfad : pfade) {
-            lauf->lenkeUm(pfad, pfad);
-        }
-    }
-    eintraege_.aendere([&](Eintraege& liste) { (void)verzeichnis_.entferne(liste, pfade); });
 }
 
 void Bibliothek::setzeSportart(GpxSportart art, const GpxMetadaten& eintrag, Fertig fertig) {

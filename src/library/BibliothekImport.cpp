@@ -8,18 +8,10 @@
 #include "base/Dateien.h"
 #include "base/Kopie.h"
 #include "base/Text.h"
-#include "library/Bibliothek.h"
+#include "library/BibliothekLaeufe.h"
+#include "library/Oeffnung.h"
 
 namespace spurkiste {
-
-/// One call of importiere(). Bound to the main thread.
-struct Bibliothek::Import {
-    std::deque<std::string> quellen;  ///< what is still to be copied
-    std::string ordner;               ///< where to, whatever folder the library has meanwhile
-    std::int64_t generation;
-    std::vector<std::string> neue;  ///< the copies that succeeded
-    Fertig fertig;
-};
 
 namespace {
 
@@ -46,8 +38,11 @@ struct Ausgang {
     std::string fehler;
 };
 
-Ausgang versucheKopie(const std::string& ordner, const std::string& quelle) {
+Ausgang versucheKopie(const std::string& ordner, const std::string& quelle, bool nurNeues) {
     try {
+        if (auto gleiche = nurNeues ? oeffnung::gleiche(ordner, quelle) : std::nullopt) {
+            return {std::move(*gleiche), {}};
+        }
         return {kopiereIn(ordner, quelle), {}};
     } catch (const std::system_error& fehler) {
         return {{}, fehler.code().message()};
@@ -59,7 +54,8 @@ Ausgang versucheKopie(const std::string& ordner, const std::string& quelle) {
 }  // namespace
 
 void Bibliothek::importiere(const std::vector<std::string>& pfade, Fertig fertig) {
-    const auto import = std::make_shared<Import>(Import{{}, ordner_.wert(), generation_, {}, std::move(fertig)});
+    const auto import =
+        std::make_shared<Import>(Import{{}, ordner_.wert(), generation_, {}, std::move(fertig), {}, {}});
     for (const std::string& roh : pfade) {
         if (roh.empty()) {
             continue;
@@ -73,6 +69,10 @@ void Bibliothek::importiere(const std::vector<std::string>& pfade, Fertig fertig
         parseUndHaengeAn({}, import->generation, std::move(import->fertig));
         return;
     }
+    reiheEin(import);
+}
+
+void Bibliothek::reiheEin(const std::shared_ptr<Import>& import) {
     zuKopieren_.setze(zuKopieren_.wert() + import->quellen.size());
     importe_.push_back(import);
     if (importe_.size() == 1) {
@@ -87,7 +87,10 @@ void Bibliothek::kopiereNaechste() {
     import->quellen.pop_front();
     Ausfuehrer& kopierer = anschluesse_.kopierer != nullptr ? *anschluesse_.kopierer : anschluesse_.arbeiter;
     rueckweg_.hinUndZurueck(
-        kopierer, [ordner = import->ordner, quelle] { return versucheKopie(ordner, quelle); },
+        kopierer,
+        [ordner = import->ordner, quelle, nurNeues = import->gefunden != nullptr] {
+            return versucheKopie(ordner, quelle, nurNeues);
+        },
         [this, import, quelle](const Ausgang& ausgang) { landeKopie(import, quelle, ausgang.ziel, ausgang.fehler); });
 }
 
@@ -97,7 +100,10 @@ void Bibliothek::landeKopie(const std::shared_ptr<Import>& import, const std::st
     if (ziel.empty()) {
         meldeFehlkopie(quelle, fehler);
     } else {
-        import->neue.push_back(ziel);
+        import->gefundene.push_back(ziel);
+        if (!import->gefunden || !kennt(ziel)) {
+            import->neue.push_back(ziel);
+        }
     }
     const bool fertig = import->quellen.empty();
     if (fertig) {
@@ -117,6 +123,9 @@ void Bibliothek::liesImport(Import& import) {
     const bool verpasst = !import.neue.empty() && import.ordner == ordner_.wert();
     parseUndHaengeAn(std::move(import.neue), verpasst ? generation_ : import.generation, std::move(import.fertig),
                      true);
+    if (import.gefunden && !import.gefundene.empty() && import.ordner == ordner_.wert()) {
+        import.gefunden(import.gefundene);
+    }
     ordne();
 }
 

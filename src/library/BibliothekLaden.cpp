@@ -109,12 +109,14 @@ void Bibliothek::parseUndHaengeAn(std::vector<std::string> dateien, std::int64_t
     ++ladeLaeufe_;
     ausstehend_.setze(ausstehend_.wert() + dateien.size());
     laedt_.setze(true);
-    const auto lauf = std::make_shared<Lauf>(Lauf{generation, dateien.size(), std::move(fertig), sindKopien, {}});
+    const auto lauf =
+        std::make_shared<Lauf>(Lauf{generation, dateien.size(), std::move(fertig), sindKopien, {}, nullptr});
     importlaeufe_ += sindKopien ? 1 : 0;
     if (aktuell) {
         laeufe_.push_back(lauf);
     }
     const auto alle = std::make_shared<const std::vector<std::string>>(std::move(dateien));
+    lauf->dateien = alle;
     for (std::size_t nummer = 0; nummer < alle->size(); ++nummer) {
         lies(lauf, alle, nummer);
     }
@@ -149,6 +151,23 @@ void Bibliothek::lande(const std::shared_ptr<Lauf>& lauf, const std::string& pfa
         ordne();
         melde(lauf->fertig);
     }
+}
+
+std::unordered_set<std::string> Bibliothek::werdenGelesen(const std::unordered_set<std::string>& pfade) const {
+    std::unordered_set<std::string> gelesene;
+    for (const auto& lauf : laeufe_) {
+        for (const std::string& pfad : *lauf->dateien) {
+            if (pfade.contains(pfad)) {
+                gelesene.insert(pfad);
+            }
+        }
+        for (const auto& [alt, jetzt] : lauf->umgelenkt) {
+            if (pfade.contains(jetzt)) {
+                gelesene.insert(jetzt);
+            }
+        }
+    }
+    return gelesene;
 }
 
 void Bibliothek::beendeLauf() {

@@ -2,11 +2,13 @@
 
 #include <atomic>
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <optional>
 #include <string>
 #include <unordered_map>
 #include <utility>
+#include <vector>
 
 #include "library/Bibliothek.h"
 
@@ -20,13 +22,25 @@ struct Bibliothek::Ladung {
     std::shared_ptr<std::atomic<bool>> abbruch = std::make_shared<std::atomic<bool>>(false);
 };
 
+/// One call of importiere(), or one file of oeffne(). Bound to the main thread.
+struct Bibliothek::Import {
+    std::deque<std::string> quellen;  ///< what is still to be copied
+    std::string ordner;               ///< where to, whatever folder the library has meanwhile
+    std::int64_t generation = 0;
+    std::vector<std::string> neue;  ///< the copies that succeeded
+    Fertig fertig;
+    Gefunden gefunden = {};  ///< set: what the folder has already is not copied but told
+    std::vector<std::string> gefundene = {};
+};
+
 /// One run of reading. Bound to the main thread.
 struct Bibliothek::Lauf {
     std::int64_t generation = 0;
     std::size_t offen = 0;  ///< files whose result has not landed yet
     Fertig fertig;
-    bool sindKopien = false;                                 ///< counts in importlaeufe_
-    std::unordered_map<std::string, std::string> umgelenkt;  ///< what is read under a path, and where that is now
+    bool sindKopien = false;                                  ///< counts in importlaeufe_
+    std::unordered_map<std::string, std::string> umgelenkt;   ///< what is read under a path, and where that is now
+    std::shared_ptr<const std::vector<std::string>> dateien;  ///< all that the run reads
 
     /// The file has another path, or the same but perhaps nothing there any more: who reads it now must read again.
     void lenkeUm(const std::string& alt, const std::string& neu) {

@@ -5,6 +5,7 @@
 #include <memory>
 #include <utility>
 
+#include "base/Dateien.h"
 #include "library/BibliothekLaeufe.h"
 
 namespace spurkiste {
@@ -25,9 +26,12 @@ void Bibliothek::ordne() {
     inOrdnung_ = std::exchange(abschluesse_, {});
     protokoll_.vergiss();
     const auto liste = std::make_shared<Eintraege>(eintraege_.wert());
+    const auto neue = std::make_shared<const std::vector<std::string>>(std::exchange(eingefuegte_, {}));
     rueckweg_.hinUndZurueck(
         hintergrund(),
-        [liste] { return std::make_shared<listenordnung::Ergebnis>(listenordnung::ordne(std::exchange(*liste, {}))); },
+        [liste, neue] {
+            return std::make_shared<listenordnung::Ergebnis>(listenordnung::ordne(std::exchange(*liste, {}), *neue));
+        },
         [this, nummer = ++ordnung_](const std::shared_ptr<listenordnung::Ergebnis>& ergebnis) {
             landeOrdnung(nummer, *ergebnis);
         });
@@ -53,6 +57,17 @@ void Bibliothek::landeOrdnung(std::uint64_t nummer, listenordnung::Ergebnis& erg
         return;  // overtaken
     }
     ordnet_ = false;
+    // What was read and then vanished must not stay as a row without a file; without it, the list settles once more.
+    std::erase_if(ergebnis.verschwunden,
+                  [this](const std::string& pfad) { return !verzeichnis_.stelle(pfad) || dateien::gibtEs(pfad); });
+    if (!ergebnis.verschwunden.empty()) {
+        entferne(ergebnis.verschwunden);
+        abschluesse_.insert(abschluesse_.begin(), std::make_move_iterator(inOrdnung_.begin()),
+                            std::make_move_iterator(inOrdnung_.end()));
+        inOrdnung_.clear();
+        ordne();
+        return;
+    }
     if (ergebnis.neu) {
         protokoll_.spieleNach(ergebnis.eintraege, ergebnis.verzeichnis);
         setzeEintraege(std::move(ergebnis.eintraege), std::move(ergebnis.verzeichnis));

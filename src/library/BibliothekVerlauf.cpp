@@ -261,14 +261,15 @@ void Bibliothek::wirfWiederWeg(const std::shared_ptr<Ruecknahme>& ruecknahme) {
     }
     wirfWeg(std::move(pfade), [this, ruecknahme, wuerfe](const Papierkorb::Ergebnis& ergebnis) {
         for (const Papierkorb::Fund& fund : ergebnis.funde) {
-            ruecknahme->gelang(wuerfe.at(fund.pfad), Rueckholung{fund}, {});
+            if (const auto wurf = wuerfe.find(fund.pfad); wurf != wuerfe.end()) {
+                ruecknahme->gelang(wurf->second, Rueckholung{fund}, {});
+            }
         }
-        if (ergebnis.fehler) {
-            for (const auto& [pfad, tat] : wuerfe) {
-                if (std::find(ergebnis.verschoben.begin(), ergebnis.verschoben.end(), pfad) ==
-                    ergebnis.verschoben.end()) {
-                    ruecknahme->fehlschlaege.push_back({pfad, texte::gescheitert(*ergebnis.fehler)});
-                }
+        for (const auto& [pfad, tat] : wuerfe) {
+            const auto& verschoben = ergebnis.verschoben;
+            if (std::find(verschoben.begin(), verschoben.end(), pfad) == verschoben.end()) {
+                ruecknahme->fehlschlaege.push_back(
+                    {pfad, ergebnis.fehler ? texte::gescheitert(*ergebnis.fehler) : texte::verschwunden()});
             }
         }
         beendeRuecknahme(*ruecknahme);

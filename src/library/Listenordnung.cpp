@@ -1,11 +1,13 @@
 #include "library/Listenordnung.h"
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 #include <optional>
 #include <string>
 #include <utility>
 
+#include "base/Dateien.h"
 #include "base/Text.h"
 #include "places/OrtsEtiketten.h"
 
@@ -59,8 +61,10 @@ std::vector<Eintrag> mitOrtsEtiketten(std::vector<Eintrag> eintraege) {
     return eintraege;
 }
 
-Ergebnis ordne(const std::vector<Eintrag>& eintraege) {
+Ergebnis ordne(const std::vector<Eintrag>& eintraege, const std::vector<std::string>& neue) {
     Ergebnis ergebnis;
+    std::copy_if(neue.begin(), neue.end(), std::back_inserter(ergebnis.verschwunden),
+                 [](const std::string& pfad) { return !dateien::gibtEs(pfad); });
     ergebnis.eintraege = mitOrtsEtiketten(eintraege);
     ergebnis.neu = ergebnis.eintraege != eintraege;
     ergebnis.verzeichnis = ergebnis.neu ? Pfadverzeichnis(ergebnis.eintraege) : Pfadverzeichnis();

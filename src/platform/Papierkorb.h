@@ -24,7 +24,8 @@ class Papierkorb {
     struct Ergebnis {
         std::vector<std::string> verschoben;  ///< the old paths of what lies in the trash now
         std::optional<std::string> fehler;    ///< why the others do not, one line for the user; absent when none failed
-        std::vector<Fund> funde = {};         ///< where the moved ones lie, as far as that can be found out
+        std::vector<std::string> verschwunden = {};  ///< the paths at which there was nothing any more
+        std::vector<Fund> funde = {};                ///< where the moved ones lie, as far as that can be found out
     };
     /// Called once, on a thread of the trash's own choosing.
     using Fertig = std::function<void(Ergebnis)>;

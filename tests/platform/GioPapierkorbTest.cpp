@@ -137,11 +137,15 @@ TEST_F(GioPapierkorbTest, findsWhereTheFilesLieAndPutsThemBack) {
 TEST_F(GioPapierkorbTest, saysTheFirstErrorAndMovesTheOthers) {
     const std::string a = spur("a.gpx");
     const std::string b = spur("b.gpx");
-    const auto ergebnis = wirfWeg({heim->in("spuren/weg\n1.gpx"), a, heim->in("spuren/weg2.gpx"), b});
+    fs::create_symlink("kreis", heim->in("spuren/kreis"));
+    const std::string unerreichbar = heim->in("spuren/kreis/weg\n1.gpx");
+    const std::string weg = heim->in("spuren/weg.gpx");
+    const auto ergebnis = wirfWeg({weg, unerreichbar, a, heim->in("spuren/kreis/weg2.gpx"), b});
     EXPECT_THAT(ergebnis.verschoben, ElementsAre(a, b));
+    EXPECT_THAT(ergebnis.verschwunden, ElementsAre(weg));
     ASSERT_TRUE(ergebnis.fehler.has_value());
     EXPECT_THAT(*ergebnis.fehler, HasSubstr("weg 1.gpx"));  // on one line
-    EXPECT_THAT(spuren(), IsEmpty());
+    EXPECT_THAT(spuren(), ElementsAre("kreis"));
 }
 
 TEST_F(GioPapierkorbTest, deletesNothingWhenTheTrashCannotBeWritten) {

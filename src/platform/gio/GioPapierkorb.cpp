@@ -27,6 +27,12 @@ std::optional<std::string> wirfWeg(const std::string& pfad) {
     return text::einzeilig(fehler->message);
 }
 
+/// Whether there is nothing at the path, not even a link that leads nowhere.
+bool istVerschwunden(const std::string& pfad) {
+    std::error_code fehler;
+    return std::filesystem::symlink_status(pfad, fehler).type() == std::filesystem::file_type::not_found;
+}
+
 Papierkorb::Ergebnis wirfAlleWeg(const std::vector<std::string>& pfade) {
     Papierkorb::Ergebnis ergebnis;
     papierkorbsuche::Vermisste vermisste;
@@ -38,6 +44,8 @@ Papierkorb::Ergebnis wirfAlleWeg(const std::vector<std::string>& pfade) {
             if (kennung) {
                 vermisste.push_back({pfad, *kennung});
             }
+        } else if (istVerschwunden(pfad)) {
+            ergebnis.verschwunden.push_back(pfad);
         } else if (!ergebnis.fehler) {
             ergebnis.fehler = std::move(fehler);
         }

@@ -11,6 +11,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/Dateien.h"
+#include "base/Text.h"
 #include "sicht/UriListe.h"
 #include "ui/fenster/InhaltsAnsicht.h"
 #include "ui/fenster/UmbenennenDialog.h"
@@ -34,6 +36,11 @@ QFileDialog* neuerWaehler(QWidget* fenster, const QString& botschaft, const QStr
 
 std::string systempfad(const QString& pfad) {
     return QFile::encodeName(pfad).toStdString();
+}
+
+std::vector<std::string> lokaleDateien(const QMimeData& daten) {
+    const QByteArray liste = daten.data(QLatin1String(kUriListe));
+    return uriliste::pfade({liste.constData(), static_cast<std::size_t>(liste.size())});
 }
 
 }  // namespace
@@ -66,7 +73,7 @@ void InhaltsAnsicht::waehleOrdner() {
     waehler->setOption(QFileDialog::ShowDirsOnly);
     waehler->setDirectory(QFile::decodeName(bibliothek_.ordner().wert().c_str()));
     connect(waehler, &QFileDialog::fileSelected, this,
-            [this](const QString& ordner) { bibliothek_.wechsleOrdner(systempfad(ordner)); });
+            [this](const QString& ordner) { Q_EMIT ordnerGewaehlt(systempfad(ordner)); });
     waehler->open();
 }
 
@@ -83,12 +90,21 @@ void InhaltsAnsicht::oeffneKontextmenue(const QPoint& wo) {
         connect(menue->addAction(QStringLiteral("Umbenennen")), &QAction::triggered, this,
                 [this, pfad] { oeffneUmbenennen(pfad); });
         connect(menue->addAction(QStringLiteral("Im Finder zeigen")), &QAction::triggered, this,
-                [this, pfad] { dateimanager_.zeige(pfad); });
+                [this, pfad] { zeigeImDateimanager(pfad); });
         menue->addSeparator();
     }
     connect(menue->fuegeLoeschenHinzu(QStringLiteral("In den Papierkorb")), &QAction::triggered, this,
             [this, auswahl = std::move(auswahl)] { bibliothek_.inPapierkorb(auswahl); });
     menue->popup(wo);
+}
+
+void InhaltsAnsicht::zeigeImDateimanager(const std::string& pfad) {
+    dateimanager_.zeige(pfad, [selbst = QPointer<InhaltsAnsicht>(this), pfad] {
+        if (selbst) {
+            selbst->bibliothek_.weiseHin("Kein Dateimanager gefunden, der „" +
+                                         text::einzeilig(dateien::letzterTeil(pfad)) + "“ zeigt");
+        }
+    });
 }
 
 void InhaltsAnsicht::wirfWeg() {
@@ -167,8 +183,8 @@ void InhaltsAnsicht::oeffneKopierblatt() {
 }
 
 void InhaltsAnsicht::dragEnterEvent(QDragEnterEvent* ereignis) {
-    // Rows of this program are files of the library already: dropping them would do nothing.
-    if (ereignis->source() == nullptr && ereignis->mimeData()->hasFormat(QLatin1String(kUriListe)) && !blatt_) {
+    // Rows of this program are files of the library already: dropping them would do nothing. Nor would other addresses.
+    if (ereignis->source() == nullptr && !blatt_ && !lokaleDateien(*ereignis->mimeData()).empty()) {
         ereignis->setDropAction(Qt::CopyAction);
         ereignis->accept();
         ablage_->zeigeUeber(QRect(0, werkzeuge_->height(), width(), height() - werkzeuge_->height()));
@@ -186,8 +202,7 @@ void InhaltsAnsicht::dragLeaveEvent(QDragLeaveEvent* /*ereignis*/) {
 
 void InhaltsAnsicht::dropEvent(QDropEvent* ereignis) {
     ablage_->hide();
-    const QByteArray liste = ereignis->mimeData()->data(QLatin1String(kUriListe));
-    for (const std::string& pfad : uriliste::pfade({liste.constData(), static_cast<std::size_t>(liste.size())})) {
+    for (const std::string& pfad : lokaleDateien(*ereignis->mimeData())) {
         bibliothek_.importiere({pfad});
     }
     ereignis->setDropAction(Qt::CopyAction);

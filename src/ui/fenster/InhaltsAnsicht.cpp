@@ -145,6 +145,7 @@ void InhaltsAnsicht::verbinde() {
     });
     connect(tabelle_, &TabellenAnsicht::auswahlGeaendert, this, [this](const TabellenAnsicht::Auswahl& auswahl) {
         zustand_.auswahl = auswahl;
+        zuZeigen_.clear();  // whoever chooses for himself is looking elsewhere
         auffrischung_.fordere();
     });
     detail_->installEventFilter(this);
@@ -274,8 +275,8 @@ void InhaltsAnsicht::frischeAuf() {
     zustand_.laedt = bibliothek_.laedt().wert();
     zustand_.oeffnung = oeffnung();
     const bool eintraegeNeu = std::exchange(eintraegeNeu_, false);
-    if (eintraegeNeu) {
-        zustand_.behalteVorhandene(eintraege);
+    if (const bool zuEnde = std::exchange(hatGeladen_, zustand_.laedt) && !zustand_.laedt; eintraegeNeu || zuEnde) {
+        bereinigeAuswahl();
     }
     if (werkzeuge_->suchfeld().text().toStdString() != zustand_.suche) {
         const QSignalBlocker still(werkzeuge_->suchfeld());
@@ -311,6 +312,27 @@ void InhaltsAnsicht::frischeAuf() {
     } else if (kopierblatt_) {
         QTimer::singleShot(0, this, &QWidget::close);
     }
+    if (!zuZeigen_.empty()) {
+        QTimer::singleShot(0, this, &InhaltsAnsicht::zeigeGeoeffnete);
+    }
+}
+
+/// Takes out of the selection what is no longer in the library. A file that is being read anew still is.
+void InhaltsAnsicht::bereinigeAuswahl() {
+    std::unordered_set<std::string> fehlende = zustand_.auswahl;
+    zustand_.behalteVorhandene(bibliothek_.eintraege().wert());
+    for (const std::string& pfad : zustand_.auswahl) {
+        fehlende.erase(pfad);
+    }
+    if (!fehlende.empty() && zustand_.laedt) {
+        zustand_.auswahl.merge(bibliothek_.werdenGelesen(fehlende));
+    }
+}
+
+void InhaltsAnsicht::kommNachVorn() {
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    raise();
+    activateWindow();
 }
 
 /// A change of the selected record, by its sport say, may have taken its row out of what the filters show. Who works

@@ -37,13 +37,18 @@ class InhaltsAnsicht final : public QWidget {
     InhaltsAnsicht(Bibliothek& bibliothek, Einstellungen& einstellungen, Dateimanager& dateimanager,
                    const Meldestelle& sprachwechsel);
 
-    /// Selects and shows those of the files, absolute paths, that lie in the library's folder, and imports the others
-    /// one by one; folders and what does not exist are passed over. Waits for the window's first load.
+    /// Opens files, absolute paths, in the library (Bibliothek::oeffne), and selects and shows each as soon as it is in
+    /// the list. Waits for the window's first load.
     void oeffneDateien(const std::vector<std::string>& pfade);
+
+    /// Brings the window before the others, minimised or not.
+    void kommNachVorn();
 
   Q_SIGNALS:
     /// The user asked for one more window.
     void neuesFensterGewuenscht();
+    /// The user has chosen another library folder, an absolute path in the system's bytes.
+    void ordnerGewaehlt(const std::string& pfad);
 
   protected:
     void paintEvent(QPaintEvent* ereignis) override;
@@ -85,7 +90,9 @@ class InhaltsAnsicht final : public QWidget {
     [[nodiscard]] bool mussNochKopieren() const;
     void oeffneKopierblatt();
     [[nodiscard]] Eintrag eintragMit(const std::string& pfad) const;
-    void zeigeInDerListe(const std::unordered_set<std::string>& pfade);
+    void zeigeGeoeffnete();
+    void zeigeImDateimanager(const std::string& pfad);
+    void bereinigeAuswahl();
 
     Bibliothek& bibliothek_;
     Einstellungen& einstellungen_;
@@ -94,13 +101,16 @@ class InhaltsAnsicht final : public QWidget {
     Ansichtstexte texte_;
     Ansichtszustand zustand_;
     Zeilenspeicher speicher_;
-    bool eintraegeNeu_ = false;         ///< the records changed since the last refresh
-    Filterwahl letzteFilter_;           ///< those of the last refresh
-    std::string letzteSuche_;           ///< that of the last refresh
-    bool gezeigt_ = false;              ///< the first frame has been painted
-    QTimer geduld_;                     ///< runs while it need not yet be said that the library is being opened
-    bool geladen_ = false;              ///< the window's first load is over
-    std::vector<std::string> wartend_;  ///< files to open after it
+    bool eintraegeNeu_ = false;                 ///< the records changed since the last refresh
+    Filterwahl letzteFilter_;                   ///< those of the last refresh
+    std::string letzteSuche_;                   ///< that of the last refresh
+    bool gezeigt_ = false;                      ///< the first frame has been painted
+    QTimer geduld_;                             ///< runs while it need not yet be said that the library is being opened
+    bool geladen_ = false;                      ///< the window's first load is over
+    std::vector<std::string> wartend_;          ///< files to open after it
+    std::unordered_set<std::string> zuZeigen_;  ///< opened files that are not in the list yet
+    bool zeigtErste_ = false;                   ///< none of them has been selected yet
+    bool hatGeladen_ = false;                   ///< the last refresh was during a load
 
     Werkzeuge* werkzeuge_;
     QSplitter* teiler_;

@@ -1,27 +1,13 @@
 // Files that the user opens from outside: from the desktop's file manager or the command line.
 
 #include <QPointer>
-#include <filesystem>
-#include <system_error>
-#include <unordered_set>
+#include <string>
 #include <utility>
+#include <vector>
 
-#include "base/Dateien.h"
 #include "ui/fenster/InhaltsAnsicht.h"
 
 namespace spurkiste {
-
-namespace {
-
-namespace fs = std::filesystem;
-
-/// Whether both paths lead to the same folder, by whatever way.
-bool istDerselbeOrdner(const fs::path& a, const fs::path& b) {
-    std::error_code fehlt;
-    return fs::equivalent(a, b, fehlt) && !fehlt;
-}
-
-}  // namespace
 
 void InhaltsAnsicht::ladeErstmals() {
     bibliothek_.lade([selbst = QPointer<InhaltsAnsicht>(this)] {
@@ -36,37 +22,41 @@ void InhaltsAnsicht::oeffneDateien(const std::vector<std::string>& pfade) {
         wartend_.insert(wartend_.end(), pfade.begin(), pfade.end());
         return;
     }
-    const std::string& ordner = bibliothek_.ordner().wert();
-    std::unordered_set<std::string> eigene;
-    for (const std::string& pfad : pfade) {
-        std::error_code fehlt;
-        if (!fs::exists(pfad, fehlt) || fs::is_directory(pfad, fehlt)) {
-            continue;
+    zeigtErste_ = zuZeigen_.empty();
+    bibliothek_.oeffne(pfade, [selbst = QPointer<InhaltsAnsicht>(this)](const std::vector<std::string>& gefundene) {
+        if (selbst) {
+            selbst->zuZeigen_.insert(gefundene.begin(), gefundene.end());
+            selbst->zeigeGeoeffnete();
         }
-        if (istDerselbeOrdner(fs::path(pfad).parent_path(), ordner)) {
-            eigene.insert(ordner + (ordner.ends_with('/') ? "" : "/") + std::string(dateien::letzterTeil(pfad)));
-        } else {
-            bibliothek_.importiere({pfad});
-        }
-    }
-    zeigeInDerListe(eigene);
+    });
 }
 
-void InhaltsAnsicht::zeigeInDerListe(const std::unordered_set<std::string>& pfade) {
-    Ansichtszustand neu = zustand_;
-    neu.auswahl = pfade;
-    neu.behalteVorhandene(bibliothek_.eintraege().wert());
-    if (neu.auswahl.empty()) {
+/// Selects those of the opened files that have come to the list by now, the first ones in place of the old selection.
+void InhaltsAnsicht::zeigeGeoeffnete() {
+    Ansichtszustand da = zustand_;
+    da.auswahl = zuZeigen_;
+    da.behalteVorhandene(bibliothek_.eintraege().wert());
+    if (!bibliothek_.laedt().wert()) {
+        zuZeigen_.clear();  // what has not come by now never will
+    }
+    if (da.auswahl.empty()) {
         return;
     }
-    zustand_.auswahl = std::move(neu.auswahl);
+    const std::string erster = *da.auswahl.begin();
+    for (const std::string& pfad : da.auswahl) {
+        zuZeigen_.erase(pfad);
+    }
+    if (!std::exchange(zeigtErste_, false)) {
+        da.auswahl.insert(zustand_.auswahl.begin(), zustand_.auswahl.end());
+    }
+    zustand_.auswahl = std::move(da.auswahl);
     auffrischung_.sofort();
     if (tabelle_->gezeigteAuswahl().size() <
         zustand_.auswahl.size()) {  // a filter would hide what the user has just asked for
         zustand_.setzeZurueck();
         auffrischung_.sofort();
     }
-    tabelle_->rolleZu(*zustand_.auswahl.begin());
+    tabelle_->rolleZu(erster);
 }
 
 }  // namespace spurkiste
