@@ -95,7 +95,8 @@ class Bibliothek {
     /// thread, and reads the copies. What has not the extension "gpx" or lies directly in the folder already is passed
     /// over; a name that is taken gets a number. Records appear as they are read; the list is sorted, labelled and
     /// cached when no other import waits, or now and then meanwhile. Failed copies end in `hinweis`.
-    void importiere(const std::vector<std::string>& pfade, Fertig fertig = {});
+    /// `gefunden` hears of the copies once all are made.
+    void importiere(const std::vector<std::string>& pfade, Fertig fertig = {}, Gefunden gefunden = {});
 
     /// Takes files that the user opens from outside, absolute paths. One that lies in the folder, by whatever way the
     /// path leads there, is read if the list does not know it as it is now; any other is copied as by importiere(),

@@ -53,9 +53,9 @@ Ausgang versucheKopie(const std::string& ordner, const std::string& quelle, bool
 
 }  // namespace
 
-void Bibliothek::importiere(const std::vector<std::string>& pfade, Fertig fertig) {
-    const auto import =
-        std::make_shared<Import>(Import{{}, ordner_.wert(), generation_, {}, std::move(fertig), {}, {}});
+void Bibliothek::importiere(const std::vector<std::string>& pfade, Fertig fertig, Gefunden gefunden) {
+    const auto import = std::make_shared<Import>(
+        Import{{}, ordner_.wert(), generation_, {}, std::move(fertig), std::move(gefunden), false, {}});
     for (const std::string& roh : pfade) {
         if (roh.empty()) {
             continue;
@@ -88,7 +88,7 @@ void Bibliothek::kopiereNaechste() {
     Ausfuehrer& kopierer = anschluesse_.kopierer != nullptr ? *anschluesse_.kopierer : anschluesse_.arbeiter;
     rueckweg_.hinUndZurueck(
         kopierer,
-        [ordner = import->ordner, quelle, nurNeues = import->gefunden != nullptr] {
+        [ordner = import->ordner, quelle, nurNeues = import->nurNeues] {
             return versucheKopie(ordner, quelle, nurNeues);
         },
         [this, import, quelle](const Ausgang& ausgang) { landeKopie(import, quelle, ausgang.ziel, ausgang.fehler); });
@@ -101,7 +101,7 @@ void Bibliothek::landeKopie(const std::shared_ptr<Import>& import, const std::st
         meldeFehlkopie(quelle, fehler);
     } else {
         import->gefundene.push_back(ziel);
-        if (!import->gefunden || !kennt(ziel)) {
+        if (!import->nurNeues || !kennt(ziel)) {
             import->neue.push_back(ziel);
         }
     }

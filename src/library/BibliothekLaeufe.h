@@ -29,7 +29,8 @@ struct Bibliothek::Import {
     std::int64_t generation = 0;
     std::vector<std::string> neue;  ///< the copies that succeeded
     Fertig fertig;
-    Gefunden gefunden = {};  ///< set: what the folder has already is not copied but told
+    Gefunden gefunden = {};
+    bool nurNeues = false;  ///< what the folder has already is not copied but told
     std::vector<std::string> gefundene = {};
 };
 

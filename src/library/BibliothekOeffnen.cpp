@@ -51,6 +51,7 @@ void Bibliothek::oeffne(const std::vector<std::string>& pfade, const Gefunden& g
         import->ordner = ordner;
         import->generation = generation_;
         import->gefunden = gefunden;
+        import->nurNeues = true;
         reiheEin(import);
     }
 }

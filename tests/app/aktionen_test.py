@@ -43,6 +43,7 @@ class Aktionen(buehne.Fenstertest):
         xdotool("mouseup", 1)
         self.mein.erwarte_dateien("Alpen", "Neue Spur", "Tour", "Zürichberg 2", "Zürichberg")
         self.assertEqual(self.fremd.dateien(), ["Neue Spur.gpx", "Zürichberg.gpx"])
+        warte_bis(lambda: self.mein.tabelle().nSelectedRows == 2, "what came is selected")
         self.assertEqual(self.mein.lies("Zürichberg 2.gpx"), self.fremd.lies("Zürichberg.gpx"))
 
     def schleier(self):

@@ -62,7 +62,7 @@ void InhaltsAnsicht::waehleImport() {
     connect(waehler, &QFileDialog::filesSelected, this, [this](const QStringList& gewaehlt) {
         std::vector<std::string> pfade(static_cast<std::size_t>(gewaehlt.size()));
         std::transform(gewaehlt.begin(), gewaehlt.end(), pfade.begin(), systempfad);
-        bibliothek_.importiere(pfade);
+        importiere(pfade, pfade.size());
     });
     waehler->open();
 }
@@ -202,8 +202,9 @@ void InhaltsAnsicht::dragLeaveEvent(QDragLeaveEvent* /*ereignis*/) {
 
 void InhaltsAnsicht::dropEvent(QDropEvent* ereignis) {
     ablage_->hide();
-    for (const std::string& pfad : lokaleDateien(*ereignis->mimeData())) {
-        bibliothek_.importiere({pfad});
+    const auto dateien = lokaleDateien(*ereignis->mimeData());
+    for (const std::string& pfad : dateien) {
+        importiere({pfad}, dateien.size());
     }
     ereignis->setDropAction(Qt::CopyAction);
     ereignis->accept();

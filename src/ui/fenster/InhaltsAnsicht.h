@@ -90,6 +90,8 @@ class InhaltsAnsicht final : public QWidget {
     [[nodiscard]] bool mussNochKopieren() const;
     void oeffneKopierblatt();
     [[nodiscard]] Eintrag eintragMit(const std::string& pfad) const;
+    void importiere(const std::vector<std::string>& pfade, std::size_t zusammen);
+    [[nodiscard]] Bibliothek::Gefunden zeigeSobaldDa();
     void zeigeGeoeffnete();
     void zeigeImDateimanager(const std::string& pfad);
     void bereinigeAuswahl();

@@ -23,12 +23,23 @@ void InhaltsAnsicht::oeffneDateien(const std::vector<std::string>& pfade) {
         return;
     }
     zeigtErste_ = zuZeigen_.empty();
-    bibliothek_.oeffne(pfade, [selbst = QPointer<InhaltsAnsicht>(this)](const std::vector<std::string>& gefundene) {
+    bibliothek_.oeffne(pfade, zeigeSobaldDa());
+}
+
+/// Copies files into the library, `zusammen` of them with one gesture, and shows them. Of many nobody looks for each.
+void InhaltsAnsicht::importiere(const std::vector<std::string>& pfade, std::size_t zusammen) {
+    constexpr std::size_t wenige = 20;
+    zeigtErste_ = zuZeigen_.empty();
+    bibliothek_.importiere(pfade, {}, zusammen <= wenige ? zeigeSobaldDa() : Bibliothek::Gefunden());
+}
+
+Bibliothek::Gefunden InhaltsAnsicht::zeigeSobaldDa() {
+    return [selbst = QPointer<InhaltsAnsicht>(this)](const std::vector<std::string>& gefundene) {
         if (selbst) {
             selbst->zuZeigen_.insert(gefundene.begin(), gefundene.end());
             selbst->zeigeGeoeffnete();
         }
-    });
+    };
 }
 
 /// Selects those of the opened files that have come to the list by now, the first ones in place of the old selection.
