@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <QDragEnterEvent>
 #include <QDropEvent>
+#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -38,7 +39,14 @@ class MerkenderDateimanager final : public Dateimanager {
   public:
     std::vector<std::string> gezeigte;
 
-    void zeige(const std::string& pfad) override { gezeigte.push_back(pfad); }
+    bool da = true;
+
+    void zeige(const std::string& pfad, std::function<void()> vergeblich) override {
+        gezeigte.push_back(pfad);
+        if (!da) {
+            vergeblich();
+        }
+    }
 };
 
 /// A window on a library of which the test drives every thread by hand.
@@ -339,9 +347,91 @@ TEST_F(InhaltsAnsichtTest, OpenedFilesOfTheLibraryAreShownWhateverTheFilterHides
     fremd.schreibe("Fremd.gpx", gpx(46.0, 9.0));
     fenster->oeffneDateien({ordner.in("Bodensee.gpx"), fremd.in("Fremd.gpx"), fremd.pfad(), fremd.in("fehlt.gpx")});
     setzeDurch();
-    EXPECT_THAT(tabelle().auswahl(), UnorderedElementsAre(ordner.in("Bodensee.gpx")));
+    bis([&] { return tabelle().auswahl().size() == 2; });  // the other one as soon as it is there
+    EXPECT_THAT(tabelle().auswahl(), UnorderedElementsAre(ordner.in("Bodensee.gpx"), ordner.in("Fremd.gpx")));
     EXPECT_THAT(gezeigte(), UnorderedElementsAre("Alpen", "Bodensee", "Fremd"));
     EXPECT_TRUE(suchfeld().text().isEmpty());
+    EXPECT_TRUE(sagt(QStringLiteral("Nicht geöffnet: 2 Dateien, zuletzt fehlt.gpx: gibt es nicht")));
+}
+
+TEST_F(InhaltsAnsichtTest, FilesGivenAtTheStartWaitForTheLoad) {
+    einstellungen.schreibe("appLanguage", "");
+    ordner.schreibe("Alpen.gpx", gpx(47.0, 8.0));
+    const TempOrdner fremd;
+    bibliothek = mach();
+    fenster = std::make_unique<InhaltsAnsicht>(*bibliothek, einstellungen, dateimanager, sprachwechsel);
+    fenster->oeffneDateien({ordner.in("Alpen.gpx"), fremd.schreibe("Fremd.gpx", gpx(46.0, 9.0))});
+    EXPECT_EQ(wartende(), 0U);
+    fenster->show();
+    bis([&] { return wartende() > 0; });
+    EXPECT_EQ(kopierer.wartende(), 0U);
+    setzeDurch();
+    bis([&] { return tabelle().auswahl().size() == 2; });
+}
+
+TEST_F(InhaltsAnsichtTest, ASelectedFileStaysSelectedWhileItIsReadAnew) {
+    oeffne({"Alpen.gpx", "Bodensee.gpx", "Churfirsten.gpx"});
+    waehle({"Alpen.gpx", "Bodensee.gpx", "Churfirsten.gpx"});
+    ordner.schreibe("Alpen.gpx", gpx(45.0, 8.0, "hiking"));
+    std::filesystem::remove(ordner.in("Bodensee.gpx"));
+    bibliothek->lade();
+    lasseNachsehen();
+    bis([&] { return tabelle().modell().rowCount() == 1; });
+    EXPECT_TRUE(bibliothek->laedt().wert());
+    EXPECT_THAT(tabelle().auswahl(), UnorderedElementsAre(ordner.in("Alpen.gpx"), ordner.in("Churfirsten.gpx")));
+    setzeDurch();
+    EXPECT_THAT(tabelle().auswahl(), UnorderedElementsAre(ordner.in("Alpen.gpx"), ordner.in("Churfirsten.gpx")));
+    ordner.schreibe("Alpen.gpx", gpx(45.0, 8.0));
+    bibliothek->lade();
+    lasseNachsehen();
+    std::filesystem::remove(ordner.in("Alpen.gpx"));  // after the look, before the reading
+    setzeDurch();
+    bis([&] { return tabelle().auswahl().size() == 1; });
+}
+
+TEST_F(InhaltsAnsichtTest, OffersToTakeLocalFilesOnly) {
+    oeffne({"Tour.gpx"});
+    const auto nimmt = [&](const char* adresse) {
+        QMimeData daten;
+        daten.setData(QStringLiteral("text/uri-list"), adresse);
+        QDragEnterEvent kommt(QPoint(100, 100), Qt::CopyAction, &daten, Qt::LeftButton, Qt::NoModifier);
+        kommt.ignore();
+        QApplication::sendEvent(fenster.get(), &kommt);
+        QDragLeaveEvent geht;
+        QApplication::sendEvent(fenster.get(), &geht);
+        return kommt.isAccepted();
+    };
+    EXPECT_FALSE(nimmt("https://example.org/x.gpx\r\n"));
+    EXPECT_FALSE(nimmt(""));
+    EXPECT_TRUE(nimmt("https://example.org/x.gpx\r\nfile:///x.gpx\r\n"));
+}
+
+TEST_F(InhaltsAnsichtTest, SaysThatThereIsNoFileManager) {
+    oeffne({"Tour.gpx"});
+    dateimanager.da = false;
+    waehle({"Tour.gpx"});
+    waehleAusMenue(QStringLiteral("Im Finder zeigen"));
+    bis([&] { return sagt(QStringLiteral("Kein Dateimanager gefunden, der „Tour.gpx“ zeigt")); });
+}
+
+TEST_F(InhaltsAnsichtTest, AChosenFolderIsToldInTheSystemsBytes) {
+    oeffne({"Tour.gpx"});
+    std::string gewaehlt;
+    QObject::connect(fenster.get(), &InhaltsAnsicht::ordnerGewaehlt, [&](const std::string& pfad) { gewaehlt = pfad; });
+    Q_EMIT fenster->findChild<Werkzeuge*>()->ordnerwechselGewuenscht();
+    auto* waehler = fenster->findChild<QFileDialog*>();
+    ASSERT_NE(waehler, nullptr);
+    Q_EMIT waehler->fileSelected(QStringLiteral("/T\u00e4ler"));
+    EXPECT_EQ(gewaehlt, "/T\xC3\xA4ler");
+    EXPECT_EQ(bibliothek->ordner().wert(), ordner.pfad());  // the program decides
+}
+
+TEST_F(InhaltsAnsichtTest, ComesToTheFrontFromBelow) {
+    oeffne({"Tour.gpx"});
+    fenster->showMinimized();
+    EXPECT_TRUE(fenster->isMinimized());
+    fenster->kommNachVorn();
+    EXPECT_FALSE(fenster->isMinimized());
 }
 
 TEST_F(InhaltsAnsichtTest, AChosenLanguageIsSpokenByAllWindows) {
