@@ -14,7 +14,7 @@ namespace {
 
 /// Writes, and reads once more what is there now.
 GpxSchreiber::Ergebnis schreibeMitProbe(GpxSportart art, const std::string& pfad) {
-    const auto ergebnis = GpxSchreiber::setzeSportart(art, pfad);
+    auto ergebnis = GpxSchreiber::setzeSportart(art, pfad);
     if (!GpxLeser::lese(pfad)) {
         throw GpxSchreibausnahme(GpxSchreibfehler::nachSchreibenNichtLesbar);
     }

@@ -1,31 +1,17 @@
 #include <QApplication>
-#include <QDragEnterEvent>
-#include <QDropEvent>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMenu>
-#include <QMimeData>
 #include <QTest>
-#include <algorithm>
 #include <filesystem>
-#include <functional>
 #include <initializer_list>
 #include <memory>
 #include <string>
 #include <system_error>
-#include <vector>
 
 #include <gmock/gmock.h>
 
-#include "base/Meldestelle.h"
-#include "i18n/AppSprache.h"
-#include "library/Bibliotheksaufbau.h"
-#include "platform/Dateimanager.h"
-#include "ui/fenster/InhaltsAnsicht.h"
-#include "ui/fenster/UmbenennenDialog.h"
-#include "ui/fenster/Werkzeuge.h"
-#include "ui/tabelle/TabellenAnsicht.h"
+#include "ui/fenster/Fensteraufbau.h"
 
 namespace spurkiste {
 namespace {
@@ -34,122 +20,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
-/// A file manager that only remembers what it was asked for.
-class MerkenderDateimanager final : public Dateimanager {
-  public:
-    std::vector<std::string> gezeigte;
-
-    bool da = true;
-
-    void zeige(const std::string& pfad, std::function<void()> vergeblich) override {
-        gezeigte.push_back(pfad);
-        if (!da) {
-            vergeblich();
-        }
-    }
-};
-
-/// A window on a library of which the test drives every thread by hand.
-class InhaltsAnsichtTest : public Bibliotheksaufbau {
-  protected:
-    MerkenderDateimanager dateimanager;
-    Meldestelle sprachwechsel;
-    std::unique_ptr<Bibliothek> bibliothek;
-    std::unique_ptr<InhaltsAnsicht> fenster;
-
-    InhaltsAnsichtTest() { AppSprache::richteEin(&einstellungen, &umgebung); }
-    ~InhaltsAnsichtTest() override { AppSprache::richteEin(nullptr, nullptr); }
-
-    void oeffne(const Namen& dateien) {
-        einstellungen.schreibe("appLanguage", "de");
-        for (const std::string& name : dateien) {
-            ordner.schreibe(name, gpx(47.0, 8.0, name.starts_with("A") ? "running" : "cycling"));
-        }
-        bibliothek = mach();
-        fenster = std::make_unique<InhaltsAnsicht>(*bibliothek, einstellungen, dateimanager, sprachwechsel);
-        fenster->show();
-        fenster->activateWindow();
-        bis([&] { return wartende() > 0 || bibliothek->laedt().wert(); });
-        setzeDurch();
-    }
-
-    /// Lets the window's event loop turn until something is so.
-    static void bis(const std::function<bool()>& soweit) {
-        constexpr int kHoechstensMs = 60'000;  // what never comes fails instead of hanging
-        ASSERT_TRUE(QTest::qWaitFor(soweit, kHoechstensMs));
-    }
-
-    /// Lets all work be done and the window show it.
-    void setzeDurch() {
-        arbeiteAb();
-        bis([&] { return tabelle().modell().rowCount() == static_cast<int>(bibliothek->eintraege().wert().size()); });
-    }
-
-    [[nodiscard]] TabellenAnsicht& tabelle() const { return *fenster->findChild<TabellenAnsicht*>(); }
-    [[nodiscard]] QLineEdit& suchfeld() const { return fenster->findChild<Werkzeuge*>()->suchfeld(); }
-    [[nodiscard]] UmbenennenDialog* blatt() const { return fenster->findChild<UmbenennenDialog*>(); }
-
-    [[nodiscard]] Namen gezeigte() const {
-        Namen ergebnis;
-        for (int reihe = 0; reihe < tabelle().modell().rowCount(); ++reihe) {
-            ergebnis.push_back(tabelle().modell().zeile(reihe).eintrag()->dateiName);
-        }
-        return ergebnis;
-    }
-
-    void waehle(const Namen& dateien) {
-        TabellenAnsicht::Auswahl auswahl;
-        for (const std::string& name : dateien) {
-            auswahl.insert(ordner.in(name));
-        }
-        tabelle().setzeAuswahl(auswahl);
-        Q_EMIT tabelle().auswahlGeaendert(auswahl);
-        if (!dateien.empty()) {
-            tabelle().rolleZu(ordner.in(dateien.front()));
-        }
-    }
-
-    [[nodiscard]] bool sagt(const QString& text) const {
-        const auto schilder = fenster->findChildren<QLabel*>();
-        return std::any_of(schilder.begin(), schilder.end(),
-                           [&](const QLabel* schild) { return schild->isVisible() && schild->text() == text; });
-    }
-
-    /// The menu of the selected rows: its texts, a dash for a line between them; closed again.
-    [[nodiscard]] QStringList kontextmenue() const {
-        Q_EMIT tabelle().kontextmenueGewuenscht(QPoint(10, 10));
-        QStringList texte;
-        if (auto* menue = fenster->findChild<QMenu*>(QString(), Qt::FindDirectChildrenOnly)) {
-            for (const QAction* wahl : menue->actions()) {
-                texte << (wahl->isSeparator() ? QStringLiteral("-") : wahl->text());
-            }
-            delete menue;
-        }
-        return texte;
-    }
-
-    void waehleAusMenue(const QString& text) const {
-        Q_EMIT tabelle().kontextmenueGewuenscht(QPoint(10, 10));
-        auto* menue = fenster->findChild<QMenu*>(QString(), Qt::FindDirectChildrenOnly);
-        ASSERT_NE(menue, nullptr);
-        for (QAction* wahl : menue->actions()) {
-            if (wahl->text() == text) {
-                wahl->trigger();
-            }
-        }
-        delete menue;
-    }
-
-    void lasseFallen(const QByteArray& uriListe) const {
-        QMimeData daten;
-        daten.setData(QStringLiteral("text/uri-list"), uriListe);
-        QDragEnterEvent kommt(QPoint(100, 100), Qt::CopyAction, &daten, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(fenster.get(), &kommt);
-        ASSERT_TRUE(kommt.isAccepted());
-        QDropEvent fall(QPointF(100, 100), Qt::CopyAction, &daten, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(fenster.get(), &fall);
-    }
-};
+using InhaltsAnsichtTest = Fensteraufbau;
 
 TEST_F(InhaltsAnsichtTest, TheFirstFrameClaimsNothingAndWhatTakesLongerSaysSo) {
     einstellungen.schreibe("appLanguage", "de");
@@ -311,99 +182,6 @@ TEST_F(InhaltsAnsichtTest, TheLastWindowStaysUntilAllIsCopiedOrTheUserStopsIt) {
     bis([&] { return !fenster->isVisible(); });
     EXPECT_EQ(imOrdner().size(), 5U);
     EXPECT_EQ(bibliothek->zuKopieren().wert(), 0U);
-}
-
-TEST_F(InhaltsAnsichtTest, EachDroppedFileIsAnImportOfItsOwnInTheOrderOfTheDrop) {
-    oeffne({"Tour.gpx"});
-    const TempOrdner fremd;
-    for (const char* name : {"b.gpx", "a.gpx", "\xC3\xBC ber.gpx", "text.txt"}) {
-        fremd.schreibe(name, gpx(46.0, 9.0));
-    }
-    const auto uri = [&](const char* name) { return QByteArray("file://") + fremd.in("").c_str() + name + "\r\n"; };
-    lasseFallen("# made up\r\n" + uri("b.gpx") + uri("text.txt") + "https://example.org/x.gpx\r\n" + uri("a.gpx") +
-                uri("%C3%BC%20ber.gpx"));
-    Namen nacheinander;
-    while (wartende() > 0) {
-        const Namen davor = imOrdner();
-        kopierer.fuehreAlle();
-        hintergrund.fuehreAlle();
-        cacheschreiber.fuehreAlle();
-        for (const std::string& name : imOrdner()) {
-            if (std::find(davor.begin(), davor.end(), name) == davor.end()) {
-                nacheinander.push_back(name);
-            }
-        }
-        arbeiter.fuehreAlle();
-        hauptfaden.fuehreAlle();
-    }
-    EXPECT_THAT(nacheinander, ElementsAre("b.gpx", "a.gpx", "\xC3\xBC ber.gpx"));
-    setzeDurch();
-}
-
-TEST_F(InhaltsAnsichtTest, OpenedFilesOfTheLibraryAreShownWhateverTheFilterHides) {
-    oeffne({"Alpen.gpx", "Bodensee.gpx"});
-    suchfeld().setText(QStringLiteral("alp"));
-    const TempOrdner fremd;
-    fremd.schreibe("Fremd.gpx", gpx(46.0, 9.0));
-    fenster->oeffneDateien({ordner.in("Bodensee.gpx"), fremd.in("Fremd.gpx"), fremd.pfad(), fremd.in("fehlt.gpx")});
-    setzeDurch();
-    bis([&] { return tabelle().auswahl().size() == 2; });  // the other one as soon as it is there
-    EXPECT_THAT(tabelle().auswahl(), UnorderedElementsAre(ordner.in("Bodensee.gpx"), ordner.in("Fremd.gpx")));
-    EXPECT_THAT(gezeigte(), UnorderedElementsAre("Alpen", "Bodensee", "Fremd"));
-    EXPECT_TRUE(suchfeld().text().isEmpty());
-    EXPECT_TRUE(sagt(QStringLiteral("Nicht geöffnet: 2 Dateien, zuletzt fehlt.gpx: gibt es nicht")));
-}
-
-TEST_F(InhaltsAnsichtTest, FilesGivenAtTheStartWaitForTheLoad) {
-    einstellungen.schreibe("appLanguage", "");
-    ordner.schreibe("Alpen.gpx", gpx(47.0, 8.0));
-    const TempOrdner fremd;
-    bibliothek = mach();
-    fenster = std::make_unique<InhaltsAnsicht>(*bibliothek, einstellungen, dateimanager, sprachwechsel);
-    fenster->oeffneDateien({ordner.in("Alpen.gpx"), fremd.schreibe("Fremd.gpx", gpx(46.0, 9.0))});
-    EXPECT_EQ(wartende(), 0U);
-    fenster->show();
-    bis([&] { return wartende() > 0; });
-    EXPECT_EQ(kopierer.wartende(), 0U);
-    setzeDurch();
-    bis([&] { return tabelle().auswahl().size() == 2; });
-}
-
-TEST_F(InhaltsAnsichtTest, ASelectedFileStaysSelectedWhileItIsReadAnew) {
-    oeffne({"Alpen.gpx", "Bodensee.gpx", "Churfirsten.gpx"});
-    waehle({"Alpen.gpx", "Bodensee.gpx", "Churfirsten.gpx"});
-    ordner.schreibe("Alpen.gpx", gpx(45.0, 8.0, "hiking"));
-    std::filesystem::remove(ordner.in("Bodensee.gpx"));
-    bibliothek->lade();
-    lasseNachsehen();
-    bis([&] { return tabelle().modell().rowCount() == 1; });
-    EXPECT_TRUE(bibliothek->laedt().wert());
-    EXPECT_THAT(tabelle().auswahl(), UnorderedElementsAre(ordner.in("Alpen.gpx"), ordner.in("Churfirsten.gpx")));
-    setzeDurch();
-    EXPECT_THAT(tabelle().auswahl(), UnorderedElementsAre(ordner.in("Alpen.gpx"), ordner.in("Churfirsten.gpx")));
-    ordner.schreibe("Alpen.gpx", gpx(45.0, 8.0));
-    bibliothek->lade();
-    lasseNachsehen();
-    std::filesystem::remove(ordner.in("Alpen.gpx"));  // after the look, before the reading
-    setzeDurch();
-    bis([&] { return tabelle().auswahl().size() == 1; });
-}
-
-TEST_F(InhaltsAnsichtTest, OffersToTakeLocalFilesOnly) {
-    oeffne({"Tour.gpx"});
-    const auto nimmt = [&](const char* adresse) {
-        QMimeData daten;
-        daten.setData(QStringLiteral("text/uri-list"), adresse);
-        QDragEnterEvent kommt(QPoint(100, 100), Qt::CopyAction, &daten, Qt::LeftButton, Qt::NoModifier);
-        kommt.ignore();
-        QApplication::sendEvent(fenster.get(), &kommt);
-        QDragLeaveEvent geht;
-        QApplication::sendEvent(fenster.get(), &geht);
-        return kommt.isAccepted();
-    };
-    EXPECT_FALSE(nimmt("https://example.org/x.gpx\r\n"));
-    EXPECT_FALSE(nimmt(""));
-    EXPECT_TRUE(nimmt("https://example.org/x.gpx\r\nfile:///x.gpx\r\n"));
 }
 
 TEST_F(InhaltsAnsichtTest, SaysThatThereIsNoFileManager) {
