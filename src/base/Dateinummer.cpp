@@ -32,9 +32,12 @@ bool kenntDasNicht(int fehler) {
     return fehler == ENOSYS || fehler == EINVAL || fehler == EOPNOTSUPP;
 }
 
-Dateinummer::Dateinummer(const std::string& pfad, int wie, mode_t rechte)
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): the system has no other way to open
-    : nummer_(::open(pfad.c_str(), wie | O_CLOEXEC, rechte)) {}
+Dateinummer::Dateinummer(const std::string& pfad, int wie, mode_t rechte) {
+    do {  // a file system of the network may be interrupted
+        // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): the system has no other way to open
+        nummer_ = ::open(pfad.c_str(), wie | O_CLOEXEC, rechte);
+    } while (nummer_ < 0 && errno == EINTR);
+}
 
 Dateinummer Dateinummer::regulaere(const std::string& pfad) {
     pruefePfad(pfad);

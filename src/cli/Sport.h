@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/Abschluss.h"
 #include "track/GpxSportart.h"
 
 namespace spurkiste {
@@ -10,6 +11,6 @@ namespace spurkiste {
 /// The command `sport WERT DATEI...`: writes the sport into each file, in the order given, and reads it back. One line
 /// per file: "DATEI: N elements" on stdout, "DATEI: " and why not on stderr. Returns the exit status: 0 when all were
 /// written, else 1. Main thread.
-[[nodiscard]] int sport(GpxSportart art, const std::vector<std::string>& dateien);
+[[nodiscard]] int sport(GpxSportart art, const std::vector<std::string>& dateien, Textform form);
 
 }  // namespace spurkiste

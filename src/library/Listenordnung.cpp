@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <new>
 #include <optional>
 #include <string>
 #include <utility>
@@ -60,11 +61,15 @@ std::vector<Eintrag> mitOrtsEtiketten(std::vector<Eintrag> eintraege) {
 }
 
 Ergebnis ordne(const std::vector<Eintrag>& eintraege) {
-    Ergebnis ergebnis;
-    ergebnis.eintraege = mitOrtsEtiketten(eintraege);
-    ergebnis.neu = ergebnis.eintraege != eintraege;
-    ergebnis.verzeichnis = ergebnis.neu ? Pfadverzeichnis(ergebnis.eintraege) : Pfadverzeichnis();
-    return ergebnis;
+    try {
+        Ergebnis ergebnis;
+        ergebnis.eintraege = mitOrtsEtiketten(eintraege);
+        ergebnis.neu = ergebnis.eintraege != eintraege;
+        ergebnis.verzeichnis = ergebnis.neu ? Pfadverzeichnis(ergebnis.eintraege) : Pfadverzeichnis();
+        return ergebnis;
+    } catch (const std::bad_alloc&) {
+        return {{}, {}, false};
+    }
 }
 
 }  // namespace spurkiste::listenordnung

@@ -19,9 +19,10 @@ void sortiereNachPfad(std::vector<Eintrag>& eintraege);
 struct Ergebnis {
     std::vector<Eintrag> eintraege;
     Pfadverzeichnis verzeichnis;  ///< of `eintraege`
-    bool neu = true;              ///< false: it is the very list that it was made from
+    bool neu = true;              ///< false: the list is to stay as it is
 };
 
+/// Nothing new when the list is as it should be, or memory does not suffice to find out.
 [[nodiscard]] Ergebnis ordne(const std::vector<Eintrag>& eintraege);
 
 }  // namespace spurkiste::listenordnung

@@ -1,5 +1,6 @@
 #include "library/Ordnerlesung.h"
 
+#include <new>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -22,9 +23,8 @@ Cache holeCache(const Ordnerlesung::Auftrag& auftrag) {
     return Cache::liesAus(auftrag.ordner, auftrag.helfer);
 }
 
-}  // namespace
-
-Ordnerlesung Ordnerlesung::lies(const Auftrag& auftrag, const std::atomic<bool>& abbruch) {
+Ordnerlesung liesOrdner(const Ordnerlesung::Auftrag& auftrag, const std::atomic<bool>& abbruch) {
+    using Ausgang = Ordnerlesung::Ausgang;
     const std::string& ordner = auftrag.ordner;
     Ordnerlesung lesung;
     if (abbruch) {
@@ -67,6 +67,19 @@ Ordnerlesung Ordnerlesung::lies(const Auftrag& auftrag, const std::atomic<bool>&
     lesung.stand.verzeichnis = Pfadverzeichnis(lesung.stand.eintraege);
     lesung.ausgang = Ausgang::gelesen;
     return lesung;
+}
+
+}  // namespace
+
+Ordnerlesung Ordnerlesung::lies(const Auftrag& auftrag, const std::atomic<bool>& abbruch) {
+    try {
+        return liesOrdner(auftrag, abbruch);
+    } catch (const std::bad_alloc&) {
+        Ordnerlesung lesung;
+        lesung.ausgang = Ausgang::unlesbar;
+        lesung.grund = std::make_error_code(std::errc::not_enough_memory).message();
+        return lesung;
+    }
 }
 
 }  // namespace spurkiste

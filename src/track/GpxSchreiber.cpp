@@ -1,7 +1,14 @@
 #include "track/GpxSchreiber.h"
 
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdint>
+#include <memory>
 #include <optional>
+#include <span>
 #include <string_view>
+#include <system_error>
 
 #include "base/AtomareDatei.h"
 #include "base/Dateien.h"
@@ -11,23 +18,43 @@ namespace spurkiste {
 
 namespace {
 
-/// A file's bytes, and which state of the file they are.
+/// A file's bytes, read where they are needed, and which state of the file they are to be.
 struct Fassung {
-    std::string inhalt;
+    XmlInhalt inhalt;
     dateien::Stand stand;
 };
 
+/// Opens the file. What says something of the file itself makes it unreadable; what says something of the machine (no
+/// descriptors, no memory, a disk that fails) comes out in the system's own words.
+dateien::Leser oeffne(const std::string& pfad) {
+    try {
+        return dateien::Leser(pfad);
+    } catch (const std::system_error& fehler) {
+        constexpr std::array derDatei = {ENOENT, ENOTDIR, EACCES, EPERM, ELOOP, EISDIR, EINVAL, ENAMETOOLONG};
+        if (std::find(derDatei.begin(), derDatei.end(), fehler.code().value()) != derDatei.end()) {
+            throw GpxSchreibausnahme(GpxSchreibfehler::nichtLesbar);
+        }
+        throw;
+    }
+}
+
 Fassung lies(const std::string& pfad) {
-    auto leser = dateien::Leser::oeffne(pfad);
-    const auto stand = leser ? leser->stand() : std::nullopt;
+    const auto leser = std::make_shared<const dateien::Leser>(oeffne(pfad));
+    const auto stand = leser->stand();
     if (!stand) {
         throw GpxSchreibausnahme(GpxSchreibfehler::nichtLesbar);
     }
-    Fassung fassung{std::string(static_cast<std::size_t>(stand->groesse), '\0'), *stand};
-    if (leser->lies(fassung.inhalt) < fassung.inhalt.size()) {
-        throw GpxSchreibausnahme(GpxSchreibfehler::nichtLesbar);
-    }
-    return fassung;
+    const auto inhalt = [leser, groesse = static_cast<std::uint64_t>(stand->groesse)](std::uint64_t stelle,
+                                                                                      std::span<char> puffer) {
+        const std::uint64_t rest = groesse - std::min(stelle, groesse);
+        std::error_code fehler;
+        const auto anzahl = leser->liesAb(stelle, puffer.first(std::min<std::uint64_t>(puffer.size(), rest)), fehler);
+        if (fehler) {
+            throw std::system_error(fehler);
+        }
+        return anzahl;
+    };
+    return {inhalt, *stand};
 }
 
 /// Puts the new content in place of the bytes that were read. False when the file is no longer the one that they came

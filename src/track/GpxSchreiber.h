@@ -39,7 +39,9 @@ class GpxSchreiber {
     /// returns how many those were. All other bytes of the file stay as they are. The file is replaced as a whole or
     /// not at all, keeps its permissions, and gets a new date. When another program changes it meanwhile, the work
     /// begins again on the new bytes, three times at most.
-    /// Throws GpxSchreibausnahme (keineSpur, nichtLesbar), std::system_error when the file cannot be written, and
+    /// The file passes through in pieces: memory does not grow with it.
+    /// Throws GpxSchreibausnahme (keineSpur, nichtLesbar), std::system_error when the file cannot be written or reading
+    /// fails in the middle, and
     /// another std::runtime_error, whose what() is for the user, when that other program does not rest; the file is
     /// then untouched. Any thread, one call per file at a time. `vorher` is called between reading and writing.
     static std::size_t setzeSportart(GpxSportart art, const std::string& pfad,

@@ -24,7 +24,7 @@ Eintrag voll() {
 
 std::string csv(const Bibliothek::Eintraege& eintraege) {
     std::string text;
-    ausgabe::alsCsv(eintraege, [&](std::string_view stueck) { text += stueck; });
+    ausgabe::alsCsv(eintraege, Textform::roh, [&](std::string_view stueck) { text += stueck; });
     return text;
 }
 
