@@ -43,8 +43,8 @@ TEST(Doppelte, findsSameTracksWhateverTheBytes) {
 
 TEST(Doppelte, aFolderThatCannotBeListedIsAnError) {
     const TempOrdner ordner;
-    EXPECT_EQ(doppelte(ordner.pfad() + "/fehlt"), 1);
-    EXPECT_EQ(doppelte(ordner.schreibe("a.gpx", spur({}))), 1);
+    EXPECT_EQ(doppelte(ordner.pfad() + "/fehlt", Textform::sicher), 1);
+    EXPECT_EQ(doppelte(ordner.schreibe("a.gpx", spur({})), Textform::sicher), 1);
 }
 
 }  // namespace

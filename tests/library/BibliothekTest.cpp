@@ -189,6 +189,59 @@ TEST_F(BibliothekTest, saysInANoticeWhatKeepsItFromTheFolder) {
     EXPECT_EQ(bibliothek->hinweis().wert(), std::nullopt);
 }
 
+TEST_F(BibliothekTest, whatCouldNotBeReadIsShownAndSaidAndReadAgain) {
+    const auto bibliothek = mitSpuren({"a.gpx"});
+    ordner.schreibe("b.gpx", gpx(47, 8));
+    const std::string warum = std::generic_category().message(EMFILE);
+    bibliothek->lade();
+    lasseNachsehen();
+    {
+        const KeineNummern keine;
+        arbeiter.fuehreAlle();
+    }
+    arbeiteAb();
+    EXPECT_EQ(namen(*bibliothek), (Namen{"a.gpx", "b.gpx"}));
+    EXPECT_EQ(bibliothek->eintraege().wert()[1]->punkte, 0);
+    EXPECT_EQ(bibliothek->lesefehler().wert(), (Bibliothek::Lesefehler{{ordner.in("b.gpx"), warum}}));
+    EXPECT_EQ(bibliothek->hinweis().wert(), std::nullopt);
+    EXPECT_EQ(cacheText().find("b.gpx"), std::string::npos);
+
+    const auto neu = bibliothek->benenneUm(*bibliothek->eintraege().wert()[1], "c").value();
+    arbeiteAb();
+    EXPECT_EQ(bibliothek->lesefehler().wert(), (Bibliothek::Lesefehler{{neu, warum}})) << "the reason goes along";
+    EXPECT_EQ(cacheText().find("c.gpx"), std::string::npos);
+
+    bibliothek->lade();
+    EXPECT_EQ(arbeiteAb(), 1U);
+    EXPECT_EQ(bibliothek->eintraege().wert()[1]->punkte, 1);
+    EXPECT_TRUE(bibliothek->lesefehler().wert().empty());
+    EXPECT_NE(cacheText().find("c.gpx"), std::string::npos);
+}
+
+TEST_F(BibliothekTest, aSportOrTheTrashEndsWhatWasSaidOfTheFile) {
+    for (const bool papier : {false, true}) {
+        ordner.schreibe("b.gpx", gpx(47, 8));
+        std::filesystem::remove(ordner.in(Cache::kDateiname));
+        const auto bibliothek = mach();
+        bibliothek->lade();
+        lasseNachsehen();
+        {
+            const KeineNummern keine;
+            arbeiter.fuehreAlle();
+        }
+        arbeiteAb();
+        ASSERT_EQ(bibliothek->lesefehler().wert().size(), 1U);
+        if (papier) {
+            bibliothek->inPapierkorb({ordner.in("b.gpx")});
+            papierkorb.anfragen.back().fertig({{ordner.in("b.gpx")}, std::nullopt});
+        } else {
+            bibliothek->setzeSportart(GpxSportart::rad, *bibliothek->eintraege().wert()[0]);
+        }
+        arbeiteAb();
+        EXPECT_TRUE(bibliothek->lesefehler().wert().empty()) << papier;
+    }
+}
+
 TEST_F(BibliothekTest, emptiesTheListWhenTheFolderCannotBeMade) {
     const std::string pfad = ordner.in("bibliothek");
     std::filesystem::create_directory(pfad);

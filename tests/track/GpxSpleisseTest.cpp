@@ -186,6 +186,22 @@ TEST(GpxSpleisse, largeFilesHaveTheirPlaceFoundInPieces) {
     }
 }
 
+TEST(GpxSpleisse, moreTracksThanAreKeptAreFoundAgain) {
+    constexpr std::size_t viele = 200'000;
+    std::string vorher = "<gpx>";
+    std::string nachher = vorher;
+    for (std::size_t i = 0; i < viele; ++i) {
+        vorher += "<trk/>";
+        nachher += "<trk><type>cycling</type></trk>";
+    }
+    const auto spleisse = GpxSpleisse::berechne(xmlInhalt(vorher + "</gpx>"), GpxSportart::rad);
+    ASSERT_TRUE(spleisse.has_value());
+    EXPECT_FALSE(spleisse->alle);
+    EXPECT_LT(spleisse->spleisse.size() * sizeof(GpxSpleisse::Spleiss), GpxSpleisse::kHoechstens);
+    EXPECT_EQ(spleisse->ziele, viele);
+    EXPECT_TRUE(mit(vorher + "</gpx>", GpxSportart::rad) == nachher + "</gpx>");
+}
+
 /// Whether the bytes that would go are only the content of a <type>, or the end of a tag that has to be opened.
 bool istErlaubt(const std::string& inhalt, const XmlBereich& weg) {
     const std::string_view bytes = std::string_view(inhalt).substr(weg.von, weg.bis - weg.von);
