@@ -32,10 +32,7 @@ template <typename Aufruf>
 std::size_t fuelle(std::span<char> puffer, std::error_code& fehler, Aufruf rufe) {
     std::size_t gelesen = 0;
     while (gelesen < puffer.size()) {
-        const ssize_t anzahl = rufe(gelesen);
-        if (anzahl < 0 && errno == EINTR) {
-            continue;
-        }
+        const ssize_t anzahl = ungestoert([&] { return rufe(gelesen); });
         if (anzahl < 0) {
             fehler = systemfehler(errno).code();
         }
@@ -57,7 +54,7 @@ std::optional<Angaben> angaben(const std::string& pfad) {
 std::optional<Angaben> angaben(const std::string& pfad, std::error_code& fehler) {
     fehler.clear();
     struct stat zustand {};
-    if (::stat(pfad.c_str(), &zustand) != 0) {
+    if (ungestoert([&] { return ::stat(pfad.c_str(), &zustand); }) != 0) {
         fehler = systemfehler(errno).code();
         return std::nullopt;
     }

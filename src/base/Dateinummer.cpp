@@ -1,7 +1,5 @@
 #include "base/Dateinummer.h"
 
-#include <cerrno>
-
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -32,19 +30,16 @@ bool kenntDasNicht(int fehler) {
     return fehler == ENOSYS || fehler == EINVAL || fehler == EOPNOTSUPP;
 }
 
-Dateinummer::Dateinummer(const std::string& pfad, int wie, mode_t rechte) {
-    do {  // a file system of the network may be interrupted
-        // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): the system has no other way to open
-        nummer_ = ::open(pfad.c_str(), wie | O_CLOEXEC, rechte);
-    } while (nummer_ < 0 && errno == EINTR);
-}
+Dateinummer::Dateinummer(const std::string& pfad, int wie, mode_t rechte)
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): the system has no other way to open
+    : nummer_(ungestoert([&] { return ::open(pfad.c_str(), wie | O_CLOEXEC, rechte); })) {}
 
 Dateinummer Dateinummer::regulaere(const std::string& pfad) {
     pruefePfad(pfad);
     struct stat davor {};
     // Asked before opening, since opening a device may do something, and again afterwards, since the path may by
     // then lead elsewhere. O_NONBLOCK keeps a FIFO that slipped in between from waiting for its writer.
-    if (::stat(pfad.c_str(), &davor) != 0) {
+    if (ungestoert([&] { return ::stat(pfad.c_str(), &davor); }) != 0) {
         throw systemfehler(errno);
     }
     pruefeRegulaer(davor);
@@ -58,7 +53,7 @@ Dateinummer Dateinummer::regulaere(const std::string& pfad) {
 
 struct stat Dateinummer::zustand() const {
     struct stat zustand {};
-    if (::fstat(nummer_, &zustand) != 0) {
+    if (ungestoert([&] { return ::fstat(nummer_, &zustand); }) != 0) {
         throw systemfehler(errno);
     }
     return zustand;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cerrno>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -21,6 +22,17 @@ void pruefePfad(const std::string& pfad);
 /// Whether an error's number says that system or file system do not know this way of doing something, rather than that
 /// the deed itself failed.
 [[nodiscard]] bool kenntDasNicht(int fehler);
+
+/// Makes a system call, and makes it again as long as a signal has interrupted it: file systems of the network let
+/// themselves be interrupted anywhere.
+template <typename Aufruf>
+[[nodiscard]] auto ungestoert(Aufruf rufe) {
+    auto ergebnis = rufe();
+    while (ergebnis < 0 && errno == EINTR) {
+        ergebnis = rufe();
+    }
+    return ergebnis;
+}
 
 /// An open file of the system, closed at the end.
 class Dateinummer {

@@ -153,7 +153,7 @@ class Programm(unittest.TestCase):
         for nummern in range(4, 14):  # with fewer not even its libraries are found
             lauf = self.eng(resource.RLIMIT_NOFILE, nummern, "liste", self.ordner, "--format", "json")
             if lauf.returncode == 0:
-                self.assertEqual(json.loads(lauf.stdout), wahr)
+                self.assertEqual([e["punkte"] for e in json.loads(lauf.stdout)], [e["punkte"] for e in wahr])
                 break
             self.assertEqual(lauf.returncode, 1)
             self.assertNotEqual(lauf.stderr, "")

@@ -1,5 +1,8 @@
+#include <cstddef>
 #include <filesystem>
+#include <fstream>
 #include <memory>
+#include <string>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -239,6 +242,30 @@ TEST_F(BibliothekTest, aSportOrTheTrashEndsWhatWasSaidOfTheFile) {
         }
         arbeiteAb();
         EXPECT_TRUE(bibliothek->lesefehler().wert().empty()) << papier;
+    }
+}
+
+TEST_F(BibliothekTest, nothingIsReadForALibraryThatIsGone) {
+    const auto gelesen = [] {
+        std::ifstream strom("/proc/self/io");
+        std::string name;
+        std::size_t bytes = 0;
+        strom >> name >> bytes;
+        return bytes;
+    };
+    constexpr std::size_t gross = std::size_t{4} << 20U;
+    ordner.schreibe("a.gpx", "<gpx>" + std::string(gross, ' ') + "</gpx>");
+    for (const bool lebt : {true, false}) {
+        auto bibliothek = mach();
+        bibliothek->lade();
+        lasseNachsehen();
+        if (!lebt) {
+            bibliothek.reset();
+        }
+        const std::size_t vorher = gelesen();
+        arbeiter.fuehreAlle();
+        EXPECT_EQ(gelesen() - vorher >= gross, lebt);
+        hauptfaden.fuehreAlle();
     }
 }
 
