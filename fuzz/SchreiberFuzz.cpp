@@ -16,6 +16,7 @@ using spurkiste::GpxLeser;
 using spurkiste::GpxSpleisse;
 using spurkiste::GpxSportart;
 using spurkiste::verlange;
+using spurkiste::xmlInhalt;
 
 std::string wende(std::string_view inhalt, GpxSportart art, std::size_t& ziele) {
     const auto spleisse = GpxSpleisse::berechne(xmlInhalt(inhalt), art);
