@@ -10,8 +10,6 @@
 #include <variant>
 #include <vector>
 
-#include <unistd.h>
-
 #include "cli/Abschluss.h"
 #include "cli/Aufruf.h"
 #include "cli/Doppelte.h"
@@ -65,8 +63,8 @@ constexpr std::string_view kKeinSpeicher = "spurkiste-cli: Der Speicher reicht n
             std::rethrow_exception(ausnahme);
         }
     } catch (const std::bad_alloc&) {
-        (void)!::write(STDERR_FILENO, kKeinSpeicher.data(), kKeinSpeicher.size());
-        ::_exit(1);
+        schreibe(stderr, kKeinSpeicher);  // unbuffered: needs no memory
+        std::_Exit(1);
     } catch (...) {
         std::abort();
     }
