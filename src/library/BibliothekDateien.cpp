@@ -58,7 +58,8 @@ struct Ausgang {
 Ausgang versucheSportart(GpxSportart art, const std::string& pfad) {
     try {
         (void)GpxSchreiber::setzeSportart(art, pfad);
-        if (auto gelesen = GpxLeser::lese(pfad)) {
+        std::error_code fehler;
+        if (auto gelesen = GpxLeser::lese(pfad, fehler); gelesen && !fehler) {
             return {std::make_shared<const GpxMetadaten>(std::move(*gelesen)), {}};
         }
         throw GpxSchreibausnahme(GpxSchreibfehler::nachSchreibenNichtLesbar);
@@ -88,6 +89,12 @@ std::optional<std::string> Bibliothek::benenneUm(const GpxMetadaten& eintrag, st
     }
     for (const auto& lauf : laeufe_) {
         lauf->lenkeUm(alt, neu);
+    }
+    if (const auto& fehler = lesefehler_.wert(); fehler.contains(alt)) {
+        merkeLesefehler(neu, fehler.at(alt));
+        merkeLesefehler(alt, std::nullopt);
+    } else {
+        merkeLesefehler(neu, std::nullopt);
     }
     trageUmbenennungNach(alt, neu);
     speichereCache();
@@ -167,6 +174,9 @@ void Bibliothek::entferne(const std::vector<std::string>& pfade) {
             lauf->lenkeUm(pfad, pfad);
         }
     }
+    for (const std::string& pfad : pfade) {
+        merkeLesefehler(pfad, std::nullopt);
+    }
     eintraege_.aendere([&](Eintraege& liste) { (void)verzeichnis_.entferne(liste, pfade); });
 }
 
@@ -214,6 +224,7 @@ void Bibliothek::landeSportwechsel(const std::shared_ptr<Sportwechsel>& wechsel,
         if (neuer == nullptr) {
             hinweis_.setze("Sportart nicht gespeichert: " + fehler);
         } else {
+            merkeLesefehler(wechsel->pfad, std::nullopt);
             fuegeEin(neuer->pfad == wechsel->pfad ? std::move(neuer)
                                                   : Aenderungsprotokoll::unterPfad(*neuer, wechsel->pfad));
             hinweis_.setze(std::nullopt);
@@ -238,6 +249,7 @@ void Bibliothek::wechsleOrdner(const std::string& ordner) {
     ordner_.setze(dateien::absolut(ordner));
     anschluesse_.einstellungen.schreibe(einstellung::kBibliothekOrdner, ordner_.wert());
     geoeffnet_.setze(false);
+    vergissLesefehler();
     setzeEintraege({}, {});
     rueckweg_.zurueck([this] { lade(); })();
 }

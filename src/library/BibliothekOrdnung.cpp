@@ -112,7 +112,7 @@ void Bibliothek::ueberhole() {
     protokoll_.vergiss();
     std::vector<Fertig> fertige = beende(std::exchange(inOrdnung_, {}));
     if (zuSchreiben) {
-        cache_.schreibe(ordner_.wert(), eintraege_.wert(), std::move(fertige));
+        cache_.schreibe(ordner_.wert(), zuCachen(), std::move(fertige));
         return;
     }
     for (Fertig& fertig : fertige) {

@@ -22,6 +22,7 @@ struct Ergebnis {
     bool neu = true;              ///< false: it is the very list that it was made from, or memory did not suffice
 };
 
+/// Nothing new when the list is as it should be, or memory does not suffice to find out.
 [[nodiscard]] Ergebnis ordne(const std::vector<Eintrag>& eintraege);
 
 }  // namespace spurkiste::listenordnung

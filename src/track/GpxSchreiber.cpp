@@ -1,8 +1,13 @@
 #include "track/GpxSchreiber.h"
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
+#include <cstdint>
 #include <optional>
+#include <span>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 #include "base/AtomareDatei.h"
@@ -14,24 +19,48 @@ namespace spurkiste {
 
 namespace {
 
-/// A file's bytes, which state of the file they are, and the file itself, open.
+/// A file, open, and the state of it whose bytes are meant.
 struct Fassung {
-    std::string inhalt;
-    dateien::Stand stand;
     dateien::Leser datei;
+    dateien::Stand stand;
 };
 
+/// Opens the file. What says something of the file itself makes it unreadable; what says something of the machine (no
+/// descriptors, no memory, a disk that fails) comes out in the system's own words.
+dateien::Leser oeffne(const std::string& pfad) {
+    try {
+        return dateien::Leser(pfad);
+    } catch (const std::system_error& fehler) {
+        constexpr std::array derDatei = {ENOENT, ENOTDIR, EACCES, EPERM, ELOOP, EISDIR, EINVAL, ENAMETOOLONG};
+        if (std::find(derDatei.begin(), derDatei.end(), fehler.code().value()) != derDatei.end()) {
+            throw GpxSchreibausnahme(GpxSchreibfehler::nichtLesbar);
+        }
+        throw;
+    }
+}
+
 Fassung lies(const std::string& pfad) {
-    auto leser = dateien::Leser::oeffne(pfad);
-    const auto stand = leser ? leser->stand() : std::nullopt;
+    dateien::Leser leser = oeffne(pfad);
+    const auto stand = leser.stand();
     if (!stand) {
         throw GpxSchreibausnahme(GpxSchreibfehler::nichtLesbar);
     }
-    Fassung fassung{std::string(static_cast<std::size_t>(stand->groesse), '\0'), *stand, std::move(*leser)};
-    if (fassung.datei.lies(fassung.inhalt) < fassung.inhalt.size()) {
-        throw GpxSchreibausnahme(GpxSchreibfehler::nichtLesbar);
-    }
-    return fassung;
+    return {std::move(leser), *stand};
+}
+
+/// The bytes, read where they are needed. The file must live as long.
+XmlInhalt inhalt(const Fassung& fassung) {
+    return [&fassung](std::uint64_t stelle, std::span<char> puffer) {
+        const auto groesse = static_cast<std::uint64_t>(fassung.stand.groesse);
+        const std::uint64_t rest = groesse - std::min(stelle, groesse);
+        std::error_code fehler;
+        const auto anzahl =
+            fassung.datei.liesAb(stelle, puffer.first(std::min<std::uint64_t>(puffer.size(), rest)), fehler);
+        if (fehler) {
+            throw std::system_error(fehler);
+        }
+        return anzahl;
+    };
 }
 
 constexpr mode_t kHoechstens = 0777;
@@ -40,7 +69,7 @@ constexpr mode_t kHoechstens = 0777;
 /// from: nothing is changed then.
 bool ersetze(const std::string& pfad, const Fassung& fassung, const GpxSpleisse& spleisse) {
     dateien::AtomareDatei neu(pfad);
-    spleisse.wendeAn(fassung.inhalt, [&neu](std::string_view stueck) { neu.schreibe(stueck); });
+    spleisse.wendeAn(inhalt(fassung), [&neu](std::string_view stueck) { neu.schreibe(stueck); });
     dateien::uebernimmMerkmale(fassung.datei.nummer(), neu.nummer());
     if (!dateien::uebernimmRechte(fassung.datei.nummer(), neu.nummer(), kHoechstens)) {
         throw dateien::systemfehler(EPERM);  // rather not at all than for more eyes
@@ -74,7 +103,7 @@ GpxSchreiber::Ergebnis GpxSchreiber::setzeSportart(GpxSportart art, const std::s
     const std::string datei = dateien::hinterVerweisen(pfad);
     for (int i = 0; i < versuche; ++i) {
         const Fassung fassung = lies(datei);
-        const auto spleisse = GpxSpleisse::berechne(fassung.inhalt, art);
+        const auto spleisse = GpxSpleisse::berechne(inhalt(fassung), art);
         if (!spleisse) {
             throw GpxSchreibausnahme(GpxSchreibfehler::nichtLesbar);
         }

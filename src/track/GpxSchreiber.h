@@ -47,7 +47,9 @@ class GpxSchreiber {
     /// it keeps owner, permissions, access list and attributes as far as the system can, loses set-user-ID and
     /// set-group-ID, and gets a new date, at least a second after the old one. When another program changes it
     /// meanwhile or has it open for writing, the work begins again on the new bytes, three times at most.
-    /// Throws GpxSchreibausnahme (keineSpur, nichtLesbar), std::system_error when the file cannot be written, and
+    /// The file passes through in pieces: memory does not grow with it.
+    /// Throws GpxSchreibausnahme (keineSpur, nichtLesbar), std::system_error when the file cannot be written or reading
+    /// fails in the middle, and
     /// another std::runtime_error, whose what() is for the user, when that other program does not rest; the file is
     /// then untouched. Any thread, one call per file at a time. `vorher` is called between reading and writing.
     static Ergebnis setzeSportart(GpxSportart art, const std::string& pfad, const std::function<void()>& vorher = {});

@@ -121,6 +121,7 @@ void InhaltsAnsicht::verbinde() {
         hinweisNeu_ = true;
         auffrischung_.fordere();
     }));
+    abos_.push_back(bibliothek_.lesefehler().beobachte(fordere));
     abos_.push_back(bibliothek_.ordner().beobachte(fordere));
     abos_.push_back(bibliothek_.ausstehend().beobachte(fordere));
     abos_.push_back(bibliothek_.zuKopieren().beobachte(fordere));
@@ -263,7 +264,9 @@ void InhaltsAnsicht::frischeAuf() {
     tabelle_->setzeZeilen(std::move(bild.zeilen));
     zeilenbau_.raeumeAuf();
     tabelle_->setzeAuswahl(zustand_.auswahl);
-    detail_->zeige(bild.ausgewaehlt);
+    const auto& lesefehler = bibliothek_.lesefehler().wert();
+    const auto fehler = bild.ausgewaehlt ? lesefehler.find(bild.ausgewaehlt->pfad) : lesefehler.end();
+    detail_->zeige(bild.ausgewaehlt, fehler == lesefehler.end() ? std::string() : fehler->second);
     kopf_->zeigeSport(bild.ausgewaehlt);
     leereTabelle_->setVisible(bild.leer.has_value());
     if (bild.leer) {
