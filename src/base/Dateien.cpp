@@ -191,8 +191,7 @@ std::size_t Leser::liesAb(std::uint64_t stelle, std::span<char> puffer, std::err
 }
 
 std::size_t Leser::groesse() const {
-    struct stat zustand {};
-    return ::fstat(nummer_.wert(), &zustand) == 0 ? static_cast<std::size_t>(zustand.st_size) : 0;
+    return static_cast<std::size_t>(nummer_.zustand().st_size);
 }
 
 std::uint64_t Leser::namen() const {
@@ -201,15 +200,19 @@ std::uint64_t Leser::namen() const {
 }
 
 std::optional<std::string> liesGanz(const std::string& pfad, std::size_t hoechstens) {
-    auto leser = Leser::oeffne(pfad);
-    const std::size_t groesse = leser ? leser->groesse() : 0;
-    if (!leser || groesse > hoechstens) {
+    try {
+        Leser leser(pfad);
+        const std::size_t groesse = leser.groesse();
+        if (groesse > hoechstens) {
+            return std::nullopt;
+        }
+        std::string inhalt(groesse, '\0');
+        std::error_code fehler;
+        inhalt.resize(leser.lies(inhalt, fehler));
+        return fehler ? std::nullopt : std::optional(std::move(inhalt));
+    } catch (const std::system_error&) {
         return std::nullopt;
     }
-    std::string inhalt(groesse, '\0');
-    std::error_code fehler;
-    inhalt.resize(leser->lies(inhalt, fehler));
-    return fehler ? std::nullopt : std::optional(std::move(inhalt));
 }
 
 }  // namespace spurkiste::dateien

@@ -108,7 +108,8 @@ class Leser {
     /// The same; `fehler` becomes why reading failed and else stays as it is.
     [[nodiscard]] std::size_t liesAb(std::uint64_t stelle, std::span<char> puffer, std::error_code& fehler) const;
 
-    /// The size now, in bytes; it may change while somebody writes.
+    /// The size now, in bytes; it may change while somebody writes. Throws std::system_error when the system does not
+    /// say.
     [[nodiscard]] std::size_t groesse() const;
 
     /// How many names (hard links) the file has, its own included; 1 when the system does not say.

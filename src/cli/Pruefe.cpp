@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/Dateien.h"
+#include "base/Text.h"
 #include "cli/Dateiauswahl.h"
 #include "track/GpxLeser.h"
 #include "track/JsonText.h"
@@ -107,14 +108,22 @@ std::string anzahlDateien(std::size_t anzahl) {
 
 std::vector<Pruefergebnis> pruefeDateien(const std::vector<std::string>& worte) {
     std::vector<Pruefergebnis> ergebnisse;
-    for (std::string& pfad : dateiauswahl::sammle(worte)) {
-        ergebnisse.push_back({std::move(pfad), std::nullopt, {}});
+    for (auto& [pfad, fehler] : dateiauswahl::sammle(worte)) {
+        ergebnisse.push_back({std::move(pfad), std::nullopt, fehler});
     }
     dateiauswahl::fuerAlle(ergebnisse.size(), [&](std::size_t i) {
         Pruefergebnis& ergebnis = ergebnisse[i];
+        if (ergebnis.fehler) {
+            return;
+        }
         ergebnis.befunde = GpxLeser::befunde(ergebnis.datei, ergebnis.fehler);
-        const auto angaben = dateien::angaben(ergebnis.datei);
-        ergebnis.leer = angaben && angaben->groesse == 0;
+        if (ergebnis.befunde) {
+            const auto angaben = dateien::angaben(ergebnis.datei, ergebnis.fehler);
+            ergebnis.leer = angaben && angaben->groesse == 0;
+        }
+        if (ergebnis.fehler) {
+            ergebnis.befunde.reset();
+        }
     });
     return ergebnisse;
 }
@@ -174,7 +183,7 @@ std::string alsJson(const std::vector<Pruefergebnis>& ergebnisse) {
         }
         json.append("]}");
     }
-    return json.append("\n]\n");
+    return text::jsonGezeigt(json.append("\n]\n"));
 }
 
 int pruefe(const std::vector<std::string>& worte, bool json, Textform form) {

@@ -25,14 +25,14 @@ struct Fassung {
     dateien::Stand stand;
 };
 
-/// Opens the file. What says something of the file itself makes it unreadable; what says something of the machine (no
-/// descriptors, no memory, a disk that fails) comes out in the system's own words.
+/// Opens the file. Where there is none, it is no readable XML; why one that is there cannot be had (rights, no
+/// descriptors, a disk that fails) comes out in the system's own words.
 dateien::Leser oeffne(const std::string& pfad) {
     try {
         return dateien::Leser(pfad);
     } catch (const std::system_error& fehler) {
-        constexpr std::array derDatei = {ENOENT, ENOTDIR, EACCES, EPERM, ELOOP, EISDIR, EINVAL, ENAMETOOLONG};
-        if (std::find(derDatei.begin(), derDatei.end(), fehler.code().value()) != derDatei.end()) {
+        constexpr std::array keineDatei = {ENOENT, ENOTDIR, ELOOP, EISDIR, EINVAL, ENAMETOOLONG};
+        if (std::find(keineDatei.begin(), keineDatei.end(), fehler.code().value()) != keineDatei.end()) {
             throw GpxSchreibausnahme(GpxSchreibfehler::nichtLesbar);
         }
         throw;
@@ -43,7 +43,7 @@ Fassung lies(const std::string& pfad) {
     dateien::Leser leser = oeffne(pfad);
     const auto stand = leser.stand();
     if (!stand) {
-        throw GpxSchreibausnahme(GpxSchreibfehler::nichtLesbar);
+        throw dateien::systemfehler(errno);
     }
     return {std::move(leser), *stand};
 }
@@ -105,6 +105,9 @@ GpxSchreiber::Ergebnis GpxSchreiber::setzeSportart(GpxSportart art, const std::s
         const Fassung fassung = lies(datei);
         const auto spleisse = GpxSpleisse::berechne(inhalt(fassung), art);
         if (!spleisse) {
+            if (fassung.datei.stand() != fassung.stand) {
+                continue;  // torn by somebody who is writing into it
+            }
             throw GpxSchreibausnahme(GpxSchreibfehler::nichtLesbar);
         }
         if (spleisse->ziele == 0) {

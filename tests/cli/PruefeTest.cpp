@@ -1,8 +1,10 @@
+#include <cerrno>
 #include <filesystem>
 #include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -10,6 +12,7 @@
 
 #include "base/Dateien.h"
 #include "cli/Pruefe.h"
+#include "hilfe/Engpass.h"
 #include "hilfe/TempOrdner.h"
 #include "track/GpxLeser.h"
 
@@ -184,6 +187,12 @@ TEST_F(PruefeOrdner, takesWhateverIsNamedAndNeverWaits) {
         EXPECT_EQ(ergebnis.befunde.has_value(), ergebnis.datei == ordner_.in("a.GPX")) << ergebnis.datei;
     }
     EXPECT_EQ(alsText(ergebnisse, Textform::sicher), "1 Datei geprüft, 0 mit Befund, 6 nicht lesbar\n");
+}
+
+TEST_F(PruefeOrdner, saysWhyAFolderCannotBeListed) {
+    const KeineNummern keine;
+    EXPECT_EQ(nichtLesbare(pruefeDateien({ordner_.pfad()}), Textform::sicher),
+              ordner_.pfad() + ": nicht lesbar: " + std::generic_category().message(EMFILE) + "\n");
 }
 
 }  // namespace
