@@ -108,8 +108,12 @@ int liste(const Aufruf& aufruf) {
     for (const auto& [pfad, grund] : lesefehler) {
         schreibeZeile(stderr, pfad + ": nicht lesbar: " + grund);
     }
+    const auto& ortsfehler = bibliothek.ortsfehler();
+    if (ortsfehler) {
+        schreibeZeile(stderr, "Ortsnamen nicht bestimmt: " + ortsfehler.message());
+    }
     gibAus(aufruf, bibliothek.eintraege().wert());
-    return schliesseAusgabeAb(lesefehler.empty() ? 0 : 1);
+    return schliesseAusgabeAb(lesefehler.empty() && !ortsfehler ? 0 : 1);
 }
 
 }  // namespace spurkiste

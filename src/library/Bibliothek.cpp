@@ -52,7 +52,7 @@ Bibliothek::~Bibliothek() {
         *ladung_->abbruch = true;
     }
     beendeKopien();
-    if (anschluesse_.mitCache && geoeffnet_.wert() && istEtwasFaellig()) {
+    if (mitCache() && geoeffnet_.wert() && istEtwasFaellig()) {
         cache_.schreibe(ordner_.wert(), zuCachen(), {});
     }
 }
@@ -123,7 +123,7 @@ Bibliothek::Eintraege Bibliothek::zuCachen() const {
 }
 
 void Bibliothek::speichereCache(std::vector<Fertig> fertige) {
-    if (!anschluesse_.mitCache) {
+    if (!mitCache()) {
         for (const Fertig& fertig : fertige) {
             fertig();
         }

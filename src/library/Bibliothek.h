@@ -124,6 +124,9 @@ class Bibliothek {
     /// cached, and are read again by the next load; a file whose size and date cannot be had has no record at all.
     /// Changes together with `eintraege`.
     [[nodiscard]] const Veroeffentlicht<Lesefehler>& lesefehler() const { return lesefehler_; }
+    /// Why names of places are missing: the list of them could not be read, or memory did not suffice. What lacks them
+    /// is not cached.
+    [[nodiscard]] const std::error_code& ortsfehler() const { return ortsfehler_; }
     /// The notice for the user, one line; absent when there is none.
     [[nodiscard]] const Veroeffentlicht<std::optional<std::string>>& hinweis() const { return hinweis_; }
     /// The library folder, an absolute path.
@@ -184,6 +187,7 @@ class Bibliothek {
     void merkeLesefehler(const std::string& pfad, std::optional<std::string> grund);
     void vergissLesefehler();
     [[nodiscard]] Eintraege zuCachen() const;
+    [[nodiscard]] bool mitCache() const { return anschluesse_.mitCache && !ortsfehler_; }
     void entferne(const std::vector<std::string>& pfade);
     void setzeEintraege(Eintraege eintraege, Pfadverzeichnis verzeichnis);
     [[nodiscard]] bool rechnetWer() const { return ladung_ != nullptr || ordnet_; }
@@ -192,6 +196,7 @@ class Bibliothek {
     Veroeffentlicht<Eintraege> eintraege_{{}};
     Veroeffentlicht<bool> laedt_{false};
     Veroeffentlicht<Lesefehler> lesefehler_{{}};
+    std::error_code ortsfehler_;
     Veroeffentlicht<std::optional<std::string>> hinweis_{std::nullopt};
     Veroeffentlicht<std::string> ordner_{{}};
     Veroeffentlicht<bool> geoeffnet_{false};

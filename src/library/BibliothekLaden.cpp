@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "library/BibliothekLaeufe.h"
+#include "places/Ortsbuch.h"
 #include "track/GpxLeser.h"
 
 namespace spurkiste {
@@ -19,6 +20,7 @@ namespace {
 struct Leseergebnis {
     Eintrag eintrag;  ///< null when there is none
     std::error_code fehler;
+    std::error_code ortsfehler;  ///< why names of places are missing in it
 };
 
 /// Memory that runs out over one monstrous file must not end the program.
@@ -27,6 +29,7 @@ Leseergebnis leseAlsEintrag(const std::string& pfad, const std::atomic<bool>& be
     try {
         if (auto gelesen = GpxLeser::lese(pfad, ergebnis.fehler, [&] { return beendet.load(); })) {
             ergebnis.eintrag = std::make_shared<const GpxMetadaten>(std::move(*gelesen));
+            ergebnis.ortsfehler = Ortsbuch::geteilt().lesefehler();
         }
     } catch (const std::bad_alloc&) {
         ergebnis.fehler = std::make_error_code(std::errc::not_enough_memory);
@@ -140,6 +143,9 @@ void Bibliothek::lies(const std::shared_ptr<Lauf>& lauf, const std::shared_ptr<c
         [this, lauf, dateien, nummer](const Leseergebnis& ergebnis) {
             if (lauf->naechste < lauf->dateien->size()) {
                 lies(lauf, lauf->dateien, lauf->naechste++);
+            }
+            if (ergebnis.ortsfehler) {
+                ortsfehler_ = ergebnis.ortsfehler;
             }
             lande(lauf, (*dateien)[nummer], ergebnis.eintrag, ergebnis.fehler);
         });

@@ -71,6 +71,7 @@ void Bibliothek::landeOrdnung(std::uint64_t nummer, listenordnung::Ergebnis& erg
         return;  // overtaken
     }
     ordnet_ = false;
+    ortsfehler_ = ergebnis.ortsfehler;
     if (ergebnis.neu) {
         protokoll_.spieleNach(ergebnis.eintraege, ergebnis.verzeichnis);
         setzeEintraege(std::move(ergebnis.eintraege), std::move(ergebnis.verzeichnis));
@@ -104,7 +105,7 @@ void Bibliothek::ueberhole() {
     if (ladung_) {
         *ladung_->abbruch = true;
     }
-    const bool zuSchreiben = istEtwasFaellig() && geoeffnet_.wert() && anschluesse_.mitCache;
+    const bool zuSchreiben = istEtwasFaellig() && geoeffnet_.wert() && mitCache();
     std::move(abschluesse_.begin(), abschluesse_.end(), std::back_inserter(inOrdnung_));
     abschluesse_.clear();
     ordnet_ = false;

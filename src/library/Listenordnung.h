@@ -1,5 +1,6 @@
 #pragma once
 
+#include <system_error>
 #include <vector>
 
 #include "library/Pfadverzeichnis.h"
@@ -20,6 +21,7 @@ struct Ergebnis {
     std::vector<Eintrag> eintraege;
     Pfadverzeichnis verzeichnis;  ///< of `eintraege`
     bool neu = true;              ///< false: it is the very list that it was made from, or memory did not suffice
+    std::error_code ortsfehler;   ///< why names of places are missing
 };
 
 /// Nothing new when the list is as it should be, or memory does not suffice to find out.

@@ -153,7 +153,7 @@ class Programm(unittest.TestCase):
         for nummern in range(4, 14):  # with fewer not even its libraries are found
             lauf = self.eng(resource.RLIMIT_NOFILE, nummern, "liste", self.ordner, "--format", "json")
             if lauf.returncode == 0:
-                self.assertEqual([e["punkte"] for e in json.loads(lauf.stdout)], [e["punkte"] for e in wahr])
+                self.assertEqual(json.loads(lauf.stdout), wahr)
                 break
             self.assertEqual(lauf.returncode, 1)
             self.assertNotEqual(lauf.stderr, "")
@@ -201,6 +201,12 @@ class Programm(unittest.TestCase):
         self.assertIn("'=1+1 [31mrot zwei", rufe("liste", self.ordner, "--format=csv").stdout)
         self.assertIn(boese + ": 1 elements\n", rufe("sport", "hiking", "--roh", boese).stdout)
         self.assertIn(",=1+1", rufe("liste", self.ordner, "--format=csv", "--roh").stdout.replace('"', ""))
+        steuernd = os.path.join(self.ordner, "\x7f\u009b\u202e\u2066.gpx")
+        os.rename(boese, steuernd)
+        for aufruf, feld in ((["liste", self.ordner, "--format=json"], "pfad"), (["pruefe", self.ordner, "--json"], "datei")):
+            lauf = rufe(*aufruf)
+            self.assertNotRegex(lauf.stdout, "[\x7f-\x9f\u200e\u200f\u2028-\u202e\u2066-\u2069]", aufruf)
+            self.assertIn(steuernd, [eines[feld] for eines in json.loads(lauf.stdout)])
         for falsch in (["liste", self.ordner, "--roh"], ["pruefe", self.ordner, "--json", "--roh"]):
             self.assertEqual(rufe(*falsch).returncode, 2, falsch)
 
