@@ -106,7 +106,7 @@ int liste(const Aufruf& aufruf) {
     }
     const auto& lesefehler = bibliothek.lesefehler().wert();
     for (const auto& [pfad, grund] : lesefehler) {
-        schreibeZeile(stderr, pfad + ": nicht lesbar: " + grund);
+        schreibeZeile(stderr, std::string(pfad).append(": nicht lesbar: ").append(grund));
     }
     const auto& ortsfehler = bibliothek.ortsfehler();
     if (ortsfehler) {
