@@ -16,9 +16,10 @@ using spurkiste::GpxLeser;
 using spurkiste::GpxSpleisse;
 using spurkiste::GpxSportart;
 using spurkiste::verlange;
+using spurkiste::xmlInhalt;
 
 std::string wende(std::string_view inhalt, GpxSportart art, std::size_t& ziele) {
-    const auto spleisse = GpxSpleisse::berechne(inhalt, art);
+    const auto spleisse = GpxSpleisse::berechne(xmlInhalt(inhalt), art);
     verlange(spleisse.has_value());
     ziele = spleisse->ziele;
     std::string neu;
@@ -28,7 +29,7 @@ std::string wende(std::string_view inhalt, GpxSportart art, std::size_t& ziele) 
         stand = spleiss.stelle.bis;
     }
     verlange(stand <= inhalt.size());
-    spleisse->wendeAn(inhalt, [&neu](std::string_view stueck) { neu += stueck; });
+    spleisse->wendeAn(xmlInhalt(inhalt), [&neu](std::string_view stueck) { neu += stueck; });
     return neu;
 }
 
@@ -36,7 +37,7 @@ std::string wende(std::string_view inhalt, GpxSportart art, std::size_t& ziele) 
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t groesse) {
     const std::string_view inhalt(reinterpret_cast<const char*>(daten), groesse);
-    const auto spleisse = GpxSpleisse::berechne(inhalt, GpxSportart::rad);
+    const auto spleisse = GpxSpleisse::berechne(xmlInhalt(inhalt), GpxSportart::rad);
     if (!spleisse) {
         return 0;
     }

@@ -24,9 +24,9 @@ _spurkiste_cli() {
 
     local optionen='--help --version'
     case ${worte[0]-} in
-        liste) optionen='--format --ohne-cache --ressourcen' ;;
-        pruefe) optionen='--json' ;;
-        sport | doppelte) optionen= ;;
+        liste) optionen='--format --ohne-cache --ressourcen --roh' ;;
+        pruefe) optionen='--json --roh' ;;
+        sport | doppelte) optionen='--roh' ;;
     esac
     if [[ $cur == -* ]]; then
         COMPREPLY=($(compgen -W "$optionen" -- "$cur"))

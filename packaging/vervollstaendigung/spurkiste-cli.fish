@@ -19,5 +19,6 @@ complete -c spurkiste-cli -n '__fish_seen_subcommand_from liste' -l ohne-cache -
 complete -c spurkiste-cli -n '__fish_seen_subcommand_from pruefe' -l json -d 'Print JSON'
 complete -c spurkiste-cli -n '__fish_seen_subcommand_from liste' -l ressourcen -x \
     -a '(__fish_complete_directories)' -d 'Folder of the resources'
+complete -c spurkiste-cli -n "__fish_seen_subcommand_from $befehle" -l roh -d 'Print names byte for byte'
 complete -c spurkiste-cli -s h -l help -d 'Print a summary'
 complete -c spurkiste-cli -l version -d 'Print the version'

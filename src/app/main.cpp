@@ -18,6 +18,7 @@
 #include "app/SpurkisteApp.h"
 #include "app/Startaufruf.h"
 #include "base/Dateien.h"
+#include "base/Text.h"
 #include "library/Oeffnung.h"
 #include "platform/posix/Signalleitung.h"
 #include "ui/fenster/InhaltsAnsicht.h"
@@ -66,7 +67,7 @@ int fuehreAus(int& anzahl, char** argumente) {
     const std::vector<std::string_view> worte(argumente + (anzahl > 0 ? 1 : 0), argumente + anzahl);
     const auto gelesen = Startaufruf::lies(worte);
     if (const auto* fehler = std::get_if<Startaufruf::Fehler>(&gelesen)) {
-        schreibe(stderr, fehler->text + "\n");
+        schreibe(stderr, spurkiste::text::einzeilig(fehler->text) + "\n");
         return falscherAufruf;
     }
     const auto& aufruf = std::get<Startaufruf>(gelesen);

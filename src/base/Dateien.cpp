@@ -29,12 +29,12 @@ std::optional<Stand> alsStand(int ergebnis, const struct stat& zustand) {
 
 /// Fills the buffer by system calls that each get how much is there already, and returns how much came.
 template <typename Aufruf>
-std::size_t fuelle(std::span<char> puffer, Aufruf rufe) {
+std::size_t fuelle(std::span<char> puffer, std::error_code& fehler, Aufruf rufe) {
     std::size_t gelesen = 0;
     while (gelesen < puffer.size()) {
-        const ssize_t anzahl = rufe(gelesen);
-        if (anzahl < 0 && errno == EINTR) {
-            continue;
+        const ssize_t anzahl = ungestoert([&] { return rufe(gelesen); });
+        if (anzahl < 0) {
+            fehler = systemfehler(errno).code();
         }
         if (anzahl <= 0) {
             break;
@@ -47,8 +47,18 @@ std::size_t fuelle(std::span<char> puffer, Aufruf rufe) {
 }  // namespace
 
 std::optional<Angaben> angaben(const std::string& pfad) {
+    std::error_code unbekannt;
+    return angaben(pfad, unbekannt);
+}
+
+std::optional<Angaben> angaben(const std::string& pfad, std::error_code& fehler) {
+    fehler.clear();
     struct stat zustand {};
-    if (::stat(pfad.c_str(), &zustand) != 0 || !S_ISREG(zustand.st_mode)) {
+    if (ungestoert([&] { return ::stat(pfad.c_str(), &zustand); }) != 0) {
+        fehler = systemfehler(errno).code();
+        return std::nullopt;
+    }
+    if (!S_ISREG(zustand.st_mode)) {
         return std::nullopt;
     }
     return Angaben{zustand.st_size, Zeitpunkt::ausUnix(zustand.st_mtim.tv_sec, zustand.st_mtim.tv_nsec)};
@@ -151,28 +161,37 @@ std::string_view ohneEndung(std::string_view name) {
 
 std::optional<Leser> Leser::oeffne(const std::string& pfad, Verweise verweise) {
     try {
-        return Leser(Dateinummer::regulaere(pfad, verweise));
+        return Leser(pfad, verweise);
     } catch (const std::system_error&) {
         return std::nullopt;
     }
 }
 
 std::size_t Leser::lies(std::span<char> puffer) {
-    return fuelle(puffer, [&](std::size_t gelesen) {
+    std::error_code wieEnde;
+    return lies(puffer, wieEnde);
+}
+
+std::size_t Leser::lies(std::span<char> puffer, std::error_code& fehler) {
+    return fuelle(puffer, fehler, [&](std::size_t gelesen) {
         return ::read(nummer_.wert(), puffer.data() + gelesen, puffer.size() - gelesen);
     });
 }
 
 std::size_t Leser::liesAb(std::uint64_t stelle, std::span<char> puffer) const {
-    return fuelle(puffer, [&](std::size_t gelesen) {
+    std::error_code wieEnde;
+    return liesAb(stelle, puffer, wieEnde);
+}
+
+std::size_t Leser::liesAb(std::uint64_t stelle, std::span<char> puffer, std::error_code& fehler) const {
+    return fuelle(puffer, fehler, [&](std::size_t gelesen) {
         return ::pread(nummer_.wert(), puffer.data() + gelesen, puffer.size() - gelesen,
                        static_cast<off_t>(stelle + gelesen));
     });
 }
 
 std::size_t Leser::groesse() const {
-    struct stat zustand {};
-    return ::fstat(nummer_.wert(), &zustand) == 0 ? static_cast<std::size_t>(zustand.st_size) : 0;
+    return static_cast<std::size_t>(nummer_.zustand().st_size);
 }
 
 std::uint64_t Leser::namen() const {
@@ -181,14 +200,19 @@ std::uint64_t Leser::namen() const {
 }
 
 std::optional<std::string> liesGanz(const std::string& pfad, std::size_t hoechstens) {
-    auto leser = Leser::oeffne(pfad);
-    const std::size_t groesse = leser ? leser->groesse() : 0;
-    if (!leser || groesse > hoechstens) {
+    try {
+        Leser leser(pfad);
+        const std::size_t groesse = leser.groesse();
+        if (groesse > hoechstens) {
+            return std::nullopt;
+        }
+        std::string inhalt(groesse, '\0');
+        std::error_code fehler;
+        inhalt.resize(leser.lies(inhalt, fehler));
+        return fehler ? std::nullopt : std::optional(std::move(inhalt));
+    } catch (const std::system_error&) {
         return std::nullopt;
     }
-    std::string inhalt(groesse, '\0');
-    inhalt.resize(leser->lies(inhalt));
-    return inhalt;
 }
 
 }  // namespace spurkiste::dateien

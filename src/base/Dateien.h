@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -25,6 +26,9 @@ struct Angaben {
 /// Size and date of a regular file, through symbolic links. Nothing for everything else (folders, FIFOs, sockets,
 /// devices, dangling links) and when the system does not say.
 [[nodiscard]] std::optional<Angaben> angaben(const std::string& pfad);
+
+/// The same; `fehler` says why the system does not say, and nothing when there is something else than a file.
+[[nodiscard]] std::optional<Angaben> angaben(const std::string& pfad, std::error_code& fehler);
 
 /// The state of a file: as long as it stays equal, nobody has written into the file or put another in its place.
 struct Stand {
@@ -82,6 +86,11 @@ void erstelleOrdner(const std::string& ordner);
 /// An open regular file, read from its start. Opening never blocks, whatever lies at the path.
 class Leser {
   public:
+    /// Throws std::system_error: EISDIR for a folder, EINVAL for everything else that is no regular file, or what the
+    /// system says.
+    explicit Leser(const std::string& pfad, Verweise verweise = Verweise::folge)
+        : nummer_(Dateinummer::regulaere(pfad, verweise)) {}
+
     /// Nothing when the file cannot be opened or is no regular file.
     [[nodiscard]] static std::optional<Leser> oeffne(const std::string& pfad, Verweise verweise = Verweise::folge);
 
@@ -89,11 +98,18 @@ class Leser {
     /// of the file or when reading failed, which callers treat alike.
     [[nodiscard]] std::size_t lies(std::span<char> puffer);
 
+    /// The same; `fehler` becomes why reading failed and else stays as it is.
+    [[nodiscard]] std::size_t lies(std::span<char> puffer, std::error_code& fehler);
+
     /// The same from the given position on, without regard to the current one and without moving it. Several threads
     /// at once.
     [[nodiscard]] std::size_t liesAb(std::uint64_t stelle, std::span<char> puffer) const;
 
-    /// The size now, in bytes; it may change while somebody writes.
+    /// The same; `fehler` becomes why reading failed and else stays as it is.
+    [[nodiscard]] std::size_t liesAb(std::uint64_t stelle, std::span<char> puffer, std::error_code& fehler) const;
+
+    /// The size now, in bytes; it may change while somebody writes. Throws std::system_error when the system does not
+    /// say.
     [[nodiscard]] std::size_t groesse() const;
 
     /// How many names (hard links) the file has, its own included; 1 when the system does not say.
@@ -106,7 +122,6 @@ class Leser {
     [[nodiscard]] int nummer() const { return nummer_.wert(); }
 
   private:
-    explicit Leser(Dateinummer nummer) : nummer_(std::move(nummer)) {}
     Dateinummer nummer_;
 };
 

@@ -1,7 +1,5 @@
 #include "base/Dateinummer.h"
 
-#include <cerrno>
-
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -34,7 +32,7 @@ bool kenntDasNicht(int fehler) {
 
 Dateinummer::Dateinummer(const std::string& pfad, int wie, mode_t rechte)
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): the system has no other way to open
-    : nummer_(::open(pfad.c_str(), wie | O_CLOEXEC, rechte)) {}
+    : nummer_(ungestoert([&] { return ::open(pfad.c_str(), wie | O_CLOEXEC, rechte); })) {}
 
 Dateinummer Dateinummer::regulaere(const std::string& pfad, Verweise verweise) {
     pruefePfad(pfad);
@@ -42,7 +40,7 @@ Dateinummer Dateinummer::regulaere(const std::string& pfad, Verweise verweise) {
     struct stat davor {};
     // Asked before opening, since opening a device may do something, and again afterwards, since the path may by
     // then lead elsewhere. O_NONBLOCK keeps a FIFO that slipped in between from waiting for its writer.
-    if ((folge ? ::stat(pfad.c_str(), &davor) : ::lstat(pfad.c_str(), &davor)) != 0) {
+    if (ungestoert([&] { return folge ? ::stat(pfad.c_str(), &davor) : ::lstat(pfad.c_str(), &davor); }) != 0) {
         throw systemfehler(errno);
     }
     pruefeRegulaer(davor);
@@ -56,7 +54,7 @@ Dateinummer Dateinummer::regulaere(const std::string& pfad, Verweise verweise) {
 
 struct stat Dateinummer::zustand() const {
     struct stat zustand {};
-    if (::fstat(nummer_, &zustand) != 0) {
+    if (ungestoert([&] { return ::fstat(nummer_, &zustand); }) != 0) {
         throw systemfehler(errno);
     }
     return zustand;

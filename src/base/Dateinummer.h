@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cerrno>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -27,6 +28,17 @@ enum class Verweise {
     folge,    ///< what it leads to is meant
     lehneAb,  ///< it is no file: for paths at which somebody else could have put it
 };
+
+/// Makes a system call, and makes it again as long as a signal has interrupted it: file systems of the network let
+/// themselves be interrupted anywhere.
+template <typename Aufruf>
+[[nodiscard]] auto ungestoert(Aufruf rufe) {
+    auto ergebnis = rufe();
+    while (ergebnis < 0 && errno == EINTR) {
+        ergebnis = rufe();
+    }
+    return ergebnis;
+}
 
 /// An open file of the system, closed at the end.
 class Dateinummer {

@@ -194,6 +194,29 @@ std::string einzeilig(std::string_view text) {
     return ergebnis;
 }
 
+std::string jsonGezeigt(std::string_view json) {
+    constexpr std::string_view ziffern = "0123456789abcdef";
+    std::string ergebnis;
+    std::size_t ab = 0;
+    for (std::int32_t stelle = 0; stelle < laenge(json);) {
+        const auto von = static_cast<std::size_t>(stelle);
+        if (istAscii(json[von]) && json[von] != '\x7f') {
+            ++stelle;  // below U+0020 only what stands between values
+            continue;
+        }
+        const UChar32 zeichen = naechstes(json, stelle);
+        if (zeichen < 0 || !stoertDieZeile(zeichen)) {
+            continue;
+        }
+        ergebnis.append(json.substr(ab, von - ab)).append("\\u");  // none of them is beyond U+FFFF
+        for (const unsigned schiebe : {12U, 8U, 4U, 0U}) {
+            ergebnis += ziffern[(static_cast<std::uint32_t>(zeichen) >> schiebe) & 15U];
+        }
+        ab = static_cast<std::size_t>(stelle);
+    }
+    return ergebnis.append(json.substr(ab));
+}
+
 std::optional<std::array<std::int32_t, 256>> einByteZeichensatz(const std::string& name) {
     if (name.empty()) {
         return std::nullopt;  // ICU would open the encoding of the process

@@ -34,6 +34,9 @@ namespace spurkiste::text {
 /// blank, bytes that are not UTF-8 become U+FFFD.
 [[nodiscard]] std::string einzeilig(std::string_view text);
 
+/// JSON text that is safe to show and has the same value: what einzeilig() would blank in its strings is a \u escape.
+[[nodiscard]] std::string jsonGezeigt(std::string_view json);
+
 /// For an encoding of one byte per character, by any of its registered names ("windows-1252"), the character of each
 /// byte, or -1 where a byte has none. Nothing for unknown names and for encodings of several bytes.
 [[nodiscard]] std::optional<std::array<std::int32_t, 256>> einByteZeichensatz(const std::string& name);

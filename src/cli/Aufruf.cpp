@@ -122,6 +122,11 @@ class Leser {
         verlange(formatGenannt_, Aufruf::Befehl::liste, "--format");
         verlange(aufruf_.ohneCache, Aufruf::Befehl::liste, "--ohne-cache");
         verlange(aufruf_.json, Aufruf::Befehl::pruefe, "--json");
+        const bool zeilen =
+            aufruf_.befehl == Aufruf::Befehl::liste ? aufruf_.format == Aufruf::Format::csv : !aufruf_.json;
+        if (aufruf_.roh && !zeilen && !fehler_) {
+            fehler_ = "Option „--roh“ gehört nicht zu dieser Ausgabe (mehr mit --help)";
+        }
     }
 
     void option(std::string_view argument) {
@@ -141,6 +146,8 @@ class Leser {
             aufruf_.ohneCache = true;
         } else if (argument == "--json") {
             aufruf_.json = true;
+        } else if (argument == "--roh") {
+            aufruf_.roh = true;
         } else if (argument == "--help" || argument == "-h") {
             sofort_ = Aufruf::Befehl::hilfe;
         } else if (argument == "--version") {
@@ -191,22 +198,29 @@ std::string Aufruf::hilfe() {
       --format tabelle   eine Tabelle für Menschen (Vorgabe)
       --format json      ein JSON-Feld mit einem Objekt je Datei, nach Pfad geordnet
       --format csv       CSV nach RFC 4180 mit Kopfzeile
+      --roh              nur mit csv: Texte Byte für Byte, siehe unten
       --ohne-cache       die Datei .spurkiste-cache.json weder lesen noch schreiben
       --ressourcen DIR   Ortsliste und Sprachtabelle zuerst in DIR suchen
 
-  spurkiste-cli sport WERT DATEI...
+      Was nicht gelesen werden konnte, steht auf der Fehlerausgabe und wird das nächste Mal neu gelesen.
+
+  spurkiste-cli sport WERT DATEI... [--roh]
       Schreibt die Sportart in jeden Track und jede Route der Dateien und liest sie zur Probe wieder ein; alles Übrige
       bleibt Byte für Byte. Weitere Namen einer Datei (harte Links) behalten den alten Inhalt. Eine Zeile je Datei:
       wie viele Elemente die Sportart bekamen, oder auf der Fehlerausgabe, warum es nicht ging. WERT ist einer von:
       )" + sportwerte() +
            R"(
 
-  spurkiste-cli pruefe ORDNER|DATEI... [--json]
+  spurkiste-cli pruefe ORDNER|DATEI... [--json | --roh]
       Sagt, was an den Dateien nicht gelesen werden konnte: ein abgebrochenes Ende, verworfene Punkte, unlesbare Zeiten
       und Höhen, mit Anzahl und erster Zeile. Ändert nichts.
 
-  spurkiste-cli doppelte ORDNER
+  spurkiste-cli doppelte ORDNER [--roh]
       Nennt Dateien mit derselben Spur, in Gruppen mit einer Leerzeile dazwischen. Ändert nichts.
+
+Namen und Texte aus Dateien werden ungefährlich für Terminal und Tabellenkalkulation gezeigt: Steuerzeichen als
+Leerzeichen, Bytes, die kein UTF-8 sind, als Ersatzzeichen, und in CSV mit einem Apostroph davor, was wie eine Formel
+beginnt (= + - @). --roh gibt sie Byte für Byte aus, für Programme.
 
   spurkiste-cli --help       diese Hilfe
   spurkiste-cli --version    die Version

@@ -24,6 +24,7 @@ struct Aufruf {
     std::vector<std::string> dateien = {};  ///< of `sport` files, of `pruefe` files and folders, as typed
     std::optional<GpxSportart> sport = {};  ///< of `sport`, always present there
     bool json = false;                      ///< of `pruefe`: for machines
+    bool roh = false;                       ///< names and texts byte for byte; not for tables and JSON
 
     /// Why a call cannot be carried out: one line for the user.
     struct Fehler {

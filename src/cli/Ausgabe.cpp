@@ -35,7 +35,7 @@ void alsJson(const Bibliothek::Eintraege& eintraege, const Senke& senke) {
         stueck.assign(davor);
         // The reader lets nothing into a record that is not finite, so with odd bytes replaced every record has a form.
         (void)GpxMetadatenJson::haengeAn(stueck, *eintrag, GpxMetadatenJson::Fremdbytes::ersetze);
-        senke(stueck);
+        senke(text::jsonGezeigt(stueck));
         davor = ",\n";
     }
     senke(eintraege.empty() ? "[]\n" : "]\n");

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string_view>
 
+#include "cli/Abschluss.h"
 #include "library/Bibliothek.h"
 #include "sicht/Ansichtstexte.h"
 
@@ -17,8 +18,9 @@ using Senke = std::function<void(std::string_view)>;
 void alsJson(const Bibliothek::Eintraege& eintraege, const Senke& senke);
 
 /// CSV by RFC 4180 with a header line: the fields of a record, coordinates and weather in columns of their own,
-/// instants in ISO 8601 (UTC), absent values empty. Texts are written byte for byte.
-void alsCsv(const Bibliothek::Eintraege& eintraege, const Senke& senke);
+/// instants in ISO 8601 (UTC), absent values empty. Texts that are safe are on one line each, and one that a
+/// spreadsheet would take for a formula has an apostrophe in front; numbers are none.
+void alsCsv(const Bibliothek::Eintraege& eintraege, Textform form, const Senke& senke);
 
 /// A table for people, as wide as `breite` columns allow (absent: as its content is), with the columns of the window
 /// and, below them, what the window's status line says.

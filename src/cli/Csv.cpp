@@ -1,8 +1,12 @@
+#include <algorithm>
+#include <array>
 #include <chrono>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <tuple>
 
+#include "base/Text.h"
 #include "base/Zahl.h"
 #include "cli/Ausgabe.h"
 #include "track/GpxFelder.h"
@@ -30,9 +34,25 @@ std::string iso8601(Zeitpunkt zeit) {
            "T" + zahl(uhr.hours()) + ":" + zahl(uhr.minutes()) + ":" + zahl(uhr.seconds()) + "Z";
 }
 
+/// The text as a field that only shows something. Spreadsheets take what begins like a formula for one, quoted or not,
+/// and what begins with an apostrophe for the text behind it (OWASP, "CSV Injection").
+std::string entschaerft(std::string_view text) {
+    constexpr std::array<std::string_view, 8> zeichen = {"=", "+", "-", "@", "＝", "＋", "－", "＠"};
+    std::string sicher = text::einzeilig(text);
+    const std::string_view anfang = text::trimme(sicher);
+    const bool formel =
+        std::any_of(zeichen.begin(), zeichen.end(), [&](std::string_view eines) { return anfang.starts_with(eines); });
+    if (formel && !zahl::lies(anfang)) {
+        sicher.insert(0, "'");
+    }
+    return sicher;
+}
+
 /// Builds one line, field by field.
 class Csvzeile {
   public:
+    explicit Csvzeile(Textform form) : form_(form) {}
+
     void nimm(std::string_view text) {
         trenne();
         if (text.find_first_of(",\"\r\n") == std::string_view::npos) {
@@ -52,10 +72,10 @@ class Csvzeile {
         zahl::Puffer puffer;
         nimm(zahl::schreibe(zahl, puffer));
     }
-    void nimm(std::int64_t zahl) { nimm(std::to_string(zahl)); }
+    void nimm(std::int64_t zahl) { nimm(std::string_view{std::to_string(zahl)}); }
     void nimm(bool wahr) { nimm(std::string_view{wahr ? "true" : "false"}); }
-    void nimm(const std::string& text) { nimm(std::string_view{text}); }
-    void nimm(Zeitpunkt zeit) { nimm(iso8601(zeit)); }
+    void nimm(const std::string& text) { nimm(std::string_view{form_ == Textform::roh ? text : entschaerft(text)}); }
+    void nimm(Zeitpunkt zeit) { nimm(std::string_view{iso8601(zeit)}); }
     template <typename T>
     void nimm(const std::optional<T>& wert) {
         if (wert) {
@@ -82,8 +102,8 @@ class Csvzeile {
 
     /// The title of each column that the value of a field takes.
     void titel(std::string_view name, const std::optional<Koordinate>& /*ort*/) {
-        nimm(std::string(name) + "Breite");
-        nimm(std::string(name) + "Laenge");
+        nimm(std::string_view{std::string(name) + "Breite"});
+        nimm(std::string_view{std::string(name) + "Laenge"});
     }
     void titel(std::string_view /*name*/, const Selten<GpxWetter>& /*wetter*/) {
         std::apply([&](const auto&... feld) { (this->nimm(feld.name), ...); }, kWetterFelder);
@@ -104,15 +124,16 @@ class Csvzeile {
         begonnen_ = true;
     }
 
+    Textform form_;
     std::string zeile_;
     bool begonnen_ = false;
 };
 
 }  // namespace
 
-void alsCsv(const Bibliothek::Eintraege& eintraege, const Senke& senke) {
+void alsCsv(const Bibliothek::Eintraege& eintraege, Textform form, const Senke& senke) {
     const auto zeile = [&](auto nimm) {
-        Csvzeile bau;
+        Csvzeile bau(form);
         std::apply([&](const auto&... feld) { (nimm(bau, feld), ...); }, kGpxFelder);
         senke(std::move(bau).fertig());
     };

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <iterator>
 #include <latch>
 #include <system_error>
 #include <utility>
@@ -25,20 +24,23 @@ std::vector<std::string> imOrdner(const std::string& ordner) {
     return pfade;
 }
 
-std::vector<std::string> sammle(const std::vector<std::string>& worte) {
-    std::vector<std::string> pfade;
+std::vector<Fund> sammle(const std::vector<std::string>& worte) {
+    std::vector<Fund> funde;
     for (const std::string& wort : worte) {
-        std::error_code fehlt;
-        std::vector<std::string> darin{wort};
-        if (std::filesystem::is_directory(wort, fehlt)) {
-            try {
-                darin = imOrdner(wort);
-            } catch (const std::system_error&) {  // the other words still count
-            }
+        std::error_code fehler;
+        if (!std::filesystem::is_directory(wort, fehler)) {
+            funde.push_back({wort, fehler});
+            continue;
         }
-        std::move(darin.begin(), darin.end(), std::back_inserter(pfade));
+        try {
+            for (std::string& pfad : imOrdner(wort)) {
+                funde.push_back({std::move(pfad)});
+            }
+        } catch (const std::system_error& ausnahme) {  // the other words still count
+            funde.push_back({wort, ausnahme.code()});
+        }
     }
-    return pfade;
+    return funde;
 }
 
 void fuerAlle(std::size_t anzahl, const std::function<void(std::size_t)>& tue) {

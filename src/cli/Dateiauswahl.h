@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <functional>
 #include <string>
+#include <system_error>
 #include <vector>
 
 /// The files that a command is to look at. Main thread.
@@ -13,10 +14,15 @@ namespace spurkiste::dateiauswahl {
 /// cannot be listed.
 [[nodiscard]] std::vector<std::string> imOrdner(const std::string& ordner);
 
+/// A file that is to be looked at, or something that cannot be.
+struct Fund {
+    std::string pfad;
+    std::error_code fehler = {};  ///< why nothing can be known of it or it cannot be listed
+};
+
 /// The files behind the words of a command line, each word a folder or a file: for a folder imOrdner(), for a file
-/// itself, whatever it is called. A folder that cannot be listed stands there itself: that it cannot be read, like a
-/// file that is not there, is for the command to find out.
-[[nodiscard]] std::vector<std::string> sammle(const std::vector<std::string>& worte);
+/// itself, whatever it is called. What is not there, or is a folder that cannot be listed, stands there itself.
+[[nodiscard]] std::vector<Fund> sammle(const std::vector<std::string>& worte);
 
 /// Calls `tue` with 0 to anzahl - 1, each number once, on several threads at a time, and returns when all are done.
 /// `tue` must not throw.

@@ -37,11 +37,22 @@ Fingerabdruck fingerabdruck(const std::vector<Koordinate>& orte) {
     return {orte.size(), wert};
 }
 
+/// Whether a file could not be read, rather than being none: folders and what has vanished are no tracks.
+bool istHindernis(const std::error_code& fehler) {
+    return fehler && fehler != std::errc::is_a_directory && fehler != std::errc::invalid_argument &&
+           fehler != std::errc::no_such_file_or_directory;
+}
+
 /// Parts candidates into those that really are the same.
-std::vector<std::vector<std::string>> trenneNachSpuren(const std::vector<std::string>& kandidaten) {
+std::vector<std::vector<std::string>> trenneNachSpuren(const std::vector<std::string>& kandidaten,
+                                                       std::map<std::string, std::error_code>& unlesbar) {
     std::vector<std::pair<std::vector<Koordinate>, std::vector<std::string>>> arten;
     for (const std::string& pfad : kandidaten) {
-        std::vector<Koordinate> orte = GpxLeser::orte(pfad);
+        std::error_code fehler;
+        std::vector<Koordinate> orte = GpxLeser::orte(pfad, fehler);
+        if (istHindernis(fehler)) {
+            unlesbar.emplace(pfad, fehler);
+        }
         const auto gleiche =
             std::find_if(arten.begin(), arten.end(), [&](const auto& art) { return art.first == orte; });
         if (gleiche != arten.end()) {
@@ -61,10 +72,17 @@ std::vector<std::vector<std::string>> trenneNachSpuren(const std::vector<std::st
 
 }  // namespace
 
-std::vector<std::vector<std::string>> findeDoppelte(const std::vector<std::string>& pfade) {
+Doppelgaenger findeDoppelte(const std::vector<std::string>& pfade) {
+    Doppelgaenger ergebnis;
     std::vector<Fingerabdruck> abdruecke(pfade.size());
+    std::vector<std::error_code> fehler(pfade.size());
     dateiauswahl::fuerAlle(pfade.size(),
-                           [&](std::size_t i) { abdruecke[i] = fingerabdruck(GpxLeser::orte(pfade[i])); });
+                           [&](std::size_t i) { abdruecke[i] = fingerabdruck(GpxLeser::orte(pfade[i], fehler[i])); });
+    for (std::size_t i = 0; i < pfade.size(); ++i) {
+        if (istHindernis(fehler[i])) {
+            ergebnis.unlesbar.emplace(pfade[i], fehler[i]);
+        }
+    }
     std::map<Fingerabdruck, std::vector<std::size_t>> nachAbdruck;
     for (std::size_t i = 0; i < pfade.size(); ++i) {
         if (abdruecke[i].punkte > 0) {
@@ -77,36 +95,38 @@ std::vector<std::vector<std::string>> findeDoppelte(const std::vector<std::strin
         std::transform(stellen.begin(), stellen.end(), std::back_inserter(kandidaten),
                        [&](std::size_t i) { return pfade[i]; });
         if (kandidaten.size() > 1) {
-            for (auto& gruppe : trenneNachSpuren(kandidaten)) {
+            for (auto& gruppe : trenneNachSpuren(kandidaten, ergebnis.unlesbar)) {
                 gefunden.emplace_back(stellen.front(), std::move(gruppe));
             }
         }
     }
     std::stable_sort(gefunden.begin(), gefunden.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
-    std::vector<std::vector<std::string>> gruppen;
-    std::transform(gefunden.begin(), gefunden.end(), std::back_inserter(gruppen),
+    std::transform(gefunden.begin(), gefunden.end(), std::back_inserter(ergebnis.gruppen),
                    [](auto& paar) { return std::move(paar.second); });
-    return gruppen;
+    return ergebnis;
 }
 
-int doppelte(const std::string& ordner) {
-    std::vector<std::vector<std::string>> gruppen;
+int doppelte(const std::string& ordner, Textform form) {
+    Doppelgaenger gefunden;
     try {
-        gruppen = findeDoppelte(dateiauswahl::imOrdner(ordner));
+        gefunden = findeDoppelte(dateiauswahl::imOrdner(ordner));
     } catch (const std::system_error& fehler) {
-        schreibe(stderr, ordner + ": nicht lesbar: " + fehler.code().message() + "\n");
+        schreibeZeile(stderr, ordner + ": nicht lesbar: " + fehler.code().message(), form);
         return 1;
     }
+    for (const auto& [pfad, fehler] : gefunden.unlesbar) {
+        schreibeZeile(stderr, pfad + ": nicht lesbar: " + fehler.message(), form);
+    }
     bool erste = true;
-    for (const auto& gruppe : gruppen) {
+    for (const auto& gruppe : gefunden.gruppen) {
         if (!std::exchange(erste, false)) {
             schreibe(stdout, "\n");
         }
         for (const std::string& pfad : gruppe) {
-            schreibe(stdout, pfad + "\n");
+            schreibeZeile(stdout, pfad, form);
         }
     }
-    return schliesseAusgabeAb(0);
+    return schliesseAusgabeAb(gefunden.unlesbar.empty() ? 0 : 1);
 }
 
 }  // namespace spurkiste

@@ -74,7 +74,7 @@ void gibAus(const Aufruf& aufruf, const Bibliothek::Eintraege& eintraege) {
             ausgabe::alsJson(eintraege, senke);
             break;
         case Aufruf::Format::csv:
-            ausgabe::alsCsv(eintraege, senke);
+            ausgabe::alsCsv(eintraege, aufruf.roh ? Textform::roh : Textform::sicher, senke);
             break;
         case Aufruf::Format::tabelle:
             ausgabe::alsTabelle(eintraege, Ansichtstexte::aktuelle(), terminal::breite(Strom::ausgabe),
@@ -101,11 +101,19 @@ int liste(const Aufruf& aufruf) {
         hauptfaden.laufe();
     }
     if (const auto& hinweis = bibliothek.hinweis().wert()) {
-        schreibe(stderr, *hinweis + "\n");
+        schreibeZeile(stderr, *hinweis);
         return 1;
     }
+    const auto& lesefehler = bibliothek.lesefehler().wert();
+    for (const auto& [pfad, grund] : lesefehler) {
+        schreibeZeile(stderr, std::string(pfad).append(": nicht lesbar: ").append(grund));
+    }
+    const auto& ortsfehler = bibliothek.ortsfehler();
+    if (ortsfehler) {
+        schreibeZeile(stderr, "Ortsnamen nicht bestimmt: " + ortsfehler.message());
+    }
     gibAus(aufruf, bibliothek.eintraege().wert());
-    return schliesseAusgabeAb(0);
+    return schliesseAusgabeAb(lesefehler.empty() && !ortsfehler ? 0 : 1);
 }
 
 }  // namespace spurkiste

@@ -1,18 +1,12 @@
 #include "cli/Pruefe.h"
 
-#include <cerrno>
 #include <cstddef>
 #include <cstdio>
-#include <filesystem>
 #include <string_view>
-#include <system_error>
 #include <utility>
-
-#include <unistd.h>
 
 #include "base/Dateien.h"
 #include "base/Text.h"
-#include "cli/Abschluss.h"
 #include "cli/Dateiauswahl.h"
 #include "track/GpxLeser.h"
 #include "track/JsonText.h"
@@ -98,13 +92,12 @@ void haengeAn(std::string& json, const GpxBefund& befund) {
     json.append("}");
 }
 
-/// Why a path cannot be read as a file.
-std::string warumNicht(const std::string& pfad) {
-    if (::access(pfad.c_str(), R_OK) != 0) {
-        return std::generic_category().message(errno);
+/// Why a path could not be read as a file.
+std::string lesehindernis(const std::error_code& fehler) {
+    if (fehler == std::errc::is_a_directory) {
+        return "ein Ordner";
     }
-    std::error_code unbekannt;
-    return std::filesystem::is_directory(pfad, unbekannt) ? "ein Ordner" : "keine gewöhnliche Datei";
+    return fehler == std::errc::invalid_argument ? "keine gewöhnliche Datei" : fehler.message();
 }
 
 std::string anzahlDateien(std::size_t anzahl) {
@@ -115,24 +108,32 @@ std::string anzahlDateien(std::size_t anzahl) {
 
 std::vector<Pruefergebnis> pruefeDateien(const std::vector<std::string>& worte) {
     std::vector<Pruefergebnis> ergebnisse;
-    for (std::string& pfad : dateiauswahl::sammle(worte)) {
-        ergebnisse.push_back({std::move(pfad), std::nullopt});
+    for (auto& [pfad, fehler] : dateiauswahl::sammle(worte)) {
+        ergebnisse.push_back({std::move(pfad), std::nullopt, fehler});
     }
     dateiauswahl::fuerAlle(ergebnisse.size(), [&](std::size_t i) {
         Pruefergebnis& ergebnis = ergebnisse[i];
-        ergebnis.befunde = GpxLeser::befunde(ergebnis.datei);
-        const auto angaben = dateien::angaben(ergebnis.datei);
-        ergebnis.leer = angaben && angaben->groesse == 0;
+        if (ergebnis.fehler) {
+            return;
+        }
+        ergebnis.befunde = GpxLeser::befunde(ergebnis.datei, ergebnis.fehler);
+        if (ergebnis.befunde) {
+            const auto angaben = dateien::angaben(ergebnis.datei, ergebnis.fehler);
+            ergebnis.leer = angaben && angaben->groesse == 0;
+        }
+        if (ergebnis.fehler) {
+            ergebnis.befunde.reset();
+        }
     });
     return ergebnisse;
 }
 
-std::string alsText(const std::vector<Pruefergebnis>& ergebnisse) {
+std::string alsText(const std::vector<Pruefergebnis>& ergebnisse, Textform form) {
     std::string zeilen;
     std::size_t auffaellige = 0;
     std::size_t unlesbare = 0;
     for (const Pruefergebnis& ergebnis : ergebnisse) {
-        const std::string datei = text::einzeilig(ergebnis.datei);
+        const std::string datei = gezeigt(ergebnis.datei, form);
         if (!ergebnis.befunde) {
             ++unlesbare;
             continue;
@@ -157,12 +158,12 @@ std::string alsText(const std::vector<Pruefergebnis>& ergebnisse) {
     return zeilen.append("\n");
 }
 
-std::string nichtLesbare(const std::vector<Pruefergebnis>& ergebnisse) {
+std::string nichtLesbare(const std::vector<Pruefergebnis>& ergebnisse, Textform form) {
     std::string zeilen;
     for (const Pruefergebnis& ergebnis : ergebnisse) {
         if (!ergebnis.befunde) {
-            zeilen.append(text::einzeilig(ergebnis.datei)).append(": nicht lesbar: ");
-            zeilen.append(warumNicht(ergebnis.datei)).append("\n");
+            zeilen.append(gezeigt(ergebnis.datei, form)).append(": nicht lesbar: ");
+            zeilen.append(lesehindernis(ergebnis.fehler)).append("\n");
         }
     }
     return zeilen;
@@ -182,14 +183,14 @@ std::string alsJson(const std::vector<Pruefergebnis>& ergebnisse) {
         }
         json.append("]}");
     }
-    return json.append("\n]\n");
+    return text::jsonGezeigt(json.append("\n]\n"));
 }
 
-int pruefe(const std::vector<std::string>& worte, bool json) {
+int pruefe(const std::vector<std::string>& worte, bool json, Textform form) {
     const std::vector<Pruefergebnis> ergebnisse = pruefeDateien(worte);
-    const std::string unlesbare = nichtLesbare(ergebnisse);
+    const std::string unlesbare = nichtLesbare(ergebnisse, form);
     schreibe(stderr, unlesbare);
-    schreibe(stdout, json ? alsJson(ergebnisse) : alsText(ergebnisse));
+    schreibe(stdout, json ? alsJson(ergebnisse) : alsText(ergebnisse, form));
     return schliesseAusgabeAb(unlesbare.empty() ? 0 : 1);
 }
 

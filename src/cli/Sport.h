@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/Abschluss.h"
 #include "track/GpxSportart.h"
 
 namespace spurkiste {
@@ -11,6 +12,6 @@ namespace spurkiste {
 /// per file: "DATEI: N elements" on stdout, "DATEI: " and why not on stderr. Where a file has further names (hard
 /// links), stderr says that they lead to the old content still. Returns the exit status: 0 when all were
 /// written, else 1. Main thread.
-[[nodiscard]] int sport(GpxSportart art, const std::vector<std::string>& dateien);
+[[nodiscard]] int sport(GpxSportart art, const std::vector<std::string>& dateien, Textform form);
 
 }  // namespace spurkiste

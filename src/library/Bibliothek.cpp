@@ -1,5 +1,7 @@
 #include "library/Bibliothek.h"
 
+#include <algorithm>
+#include <iterator>
 #include <stdexcept>
 #include <utility>
 
@@ -45,12 +47,13 @@ Bibliothek::Bibliothek(const Anschluesse& anschluesse, const std::string& ordner
 }
 
 Bibliothek::~Bibliothek() {
+    *beendet_ = true;
     if (ladung_) {
         *ladung_->abbruch = true;
     }
     beendeKopien();
-    if (anschluesse_.mitCache && geoeffnet_.wert() && istEtwasFaellig()) {
-        cache_.schreibe(ordner_.wert(), eintraege_.wert(), {});
+    if (mitCache() && geoeffnet_.wert() && istEtwasFaellig()) {
+        cache_.schreibe(ordner_.wert(), zuCachen(), {});
     }
 }
 
@@ -82,22 +85,53 @@ void Bibliothek::setzeEintraege(Eintraege eintraege, Pfadverzeichnis verzeichnis
 }
 
 void Bibliothek::fuegeEin(Eintrag eintrag) {
-    if (rechnetWer()) {
+    if (ladung_ && lesefehler_.wert().contains(eintrag->pfad)) {
+        protokoll_.geaendert(eintrag->pfad);  // the load may do better
+    } else if (rechnetWer()) {
         protokoll_.eingetragen(eintrag);
     }
     eingefuegte_.push_back(eintrag->pfad);
     eintraege_.aendere([&](Eintraege& liste) { verzeichnis_.fuegeEin(liste, std::move(eintrag)); });
 }
 
+/// What reading the file under this path came to; no reason: all is well.
+void Bibliothek::merkeLesefehler(const std::string& pfad, std::optional<std::string> grund) {
+    if (grund) {
+        lesefehler_.aendere([&](Lesefehler& fehler) { fehler.insert_or_assign(pfad, std::move(*grund)); });
+    } else if (lesefehler_.wert().contains(pfad)) {
+        lesefehler_.aendere([&](Lesefehler& fehler) { fehler.erase(pfad); });
+    }
+}
+
+void Bibliothek::vergissLesefehler() {
+    if (!lesefehler_.wert().empty()) {
+        lesefehler_.setze({});
+    }
+}
+
+/// The records that say what their files hold.
+Bibliothek::Eintraege Bibliothek::zuCachen() const {
+    const auto& alle = eintraege_.wert();
+    const auto& fehler = lesefehler_.wert();
+    if (fehler.empty()) {
+        return alle;
+    }
+    Eintraege gute;
+    gute.reserve(alle.size());
+    std::copy_if(alle.begin(), alle.end(), std::back_inserter(gute),
+                 [&](const Eintrag& eintrag) { return !fehler.contains(eintrag->pfad); });
+    return gute;
+}
+
 void Bibliothek::speichereCache(std::vector<Fertig> fertige) {
-    if (!anschluesse_.mitCache) {
+    if (!mitCache()) {
         for (const Fertig& fertig : fertige) {
             fertig();
         }
     } else if (ladung_) {
         cacheFaellig_ = true;  // what the load is about to find out is more than the list knows
     } else {
-        cache_.schreibe(ordner_.wert(), eintraege_.wert(), std::move(fertige));
+        cache_.schreibe(ordner_.wert(), zuCachen(), std::move(fertige));
     }
 }
 

@@ -1,13 +1,16 @@
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
@@ -35,7 +38,7 @@ struct Kopierstapel;
 
 /// The library of the run: a folder, the records of its GPX files, and what there is to say about them. One object
 /// per run, bound to the main thread, which only keeps the list: reading, sorting and writing happen elsewhere. Ending
-/// it drops whatever is still being read, and hands over what is still to be cached.
+/// it drops whatever is still being read, ends the reading itself, and hands over what is still to be cached.
 class Bibliothek {
   public:
     /// What the library needs from outside; everything must outlive it.
@@ -66,6 +69,9 @@ class Bibliothek {
     /// The records in library order: while a load runs the cached ones, then the others as they were read; afterwards
     /// by path.
     using Eintraege = std::vector<Eintrag>;
+
+    /// Why files could not be read, in the system's own words, by path.
+    using Lesefehler = std::map<std::string, std::string>;
 
     /// Called on the main thread when an operation has ended, whatever its outcome, and the cache that it made due is
     /// written. May be empty.
@@ -148,6 +154,13 @@ class Bibliothek {
     [[nodiscard]] const Veroeffentlicht<Eintraege>& eintraege() const { return eintraege_; }
     /// True while at least one run of reading is active.
     [[nodiscard]] const Veroeffentlicht<bool>& laedt() const { return laedt_; }
+    /// The files that could not be read, or not to their end. Their records say less than the files do, are never
+    /// cached, and are read again by the next load; a file whose size and date cannot be had has no record at all.
+    /// Changes together with `eintraege`.
+    [[nodiscard]] const Veroeffentlicht<Lesefehler>& lesefehler() const { return lesefehler_; }
+    /// Why names of places are missing: the list of them could not be read, or memory did not suffice. What lacks them
+    /// is not cached.
+    [[nodiscard]] const std::error_code& ortsfehler() const { return ortsfehler_; }
     /// The notice for the user, one line; absent when there is none.
     [[nodiscard]] const Veroeffentlicht<std::optional<std::string>>& hinweis() const { return hinweis_; }
     /// The library folder, an absolute path.
@@ -182,7 +195,8 @@ class Bibliothek {
                           bool sindKopien = false);
     void lies(const std::shared_ptr<Lauf>& lauf, const std::shared_ptr<const std::vector<std::string>>& dateien,
               std::size_t nummer);
-    void lande(const std::shared_ptr<Lauf>& lauf, const std::string& pfad, Eintrag ergebnis);
+    void lande(const std::shared_ptr<Lauf>& lauf, const std::string& pfad, Eintrag ergebnis,
+               const std::error_code& fehler);
     void beendeLauf();
 
     void schliesseAb(Abschluss abschluss);
@@ -220,6 +234,10 @@ class Bibliothek {
     void landeSportwechsel(const std::shared_ptr<Sportwechsel>& wechsel, Eintrag neuer, const std::string& fehler);
 
     void fuegeEin(Eintrag eintrag);
+    void merkeLesefehler(const std::string& pfad, std::optional<std::string> grund);
+    void vergissLesefehler();
+    [[nodiscard]] Eintraege zuCachen() const;
+    [[nodiscard]] bool mitCache() const { return anschluesse_.mitCache && !ortsfehler_; }
     void entferne(const std::vector<std::string>& pfade);
     void setzeEintraege(Eintraege eintraege, Pfadverzeichnis verzeichnis);
     [[nodiscard]] bool rechnetWer() const { return ladung_ != nullptr || ordnet_; }
@@ -227,6 +245,8 @@ class Bibliothek {
     Anschluesse anschluesse_;
     Veroeffentlicht<Eintraege> eintraege_{{}};
     Veroeffentlicht<bool> laedt_{false};
+    Veroeffentlicht<Lesefehler> lesefehler_{{}};
+    std::error_code ortsfehler_;
     Veroeffentlicht<std::optional<std::string>> hinweis_{std::nullopt};
     Veroeffentlicht<std::string> ordner_{{}};
     Veroeffentlicht<bool> geoeffnet_{false};
@@ -255,6 +275,7 @@ class Bibliothek {
     std::deque<std::shared_ptr<Ruecknahme>> ruecknahmen_;  // the first one may be under way
     bool nimmtZurueck_ = false;                            // it is
     CacheDienst cache_;
+    std::shared_ptr<std::atomic<bool>> beendet_ = std::make_shared<std::atomic<bool>>(false);  // for those who read
     Rueckweg rueckweg_;  // of what is done away from the main thread
 };
 

@@ -52,7 +52,8 @@ Ausgang versucheSportart(GpxSportart art, const std::string& pfad) {
     Ausgang ausgang;
     try {
         ausgang.umkehr = GpxSchreiber::setzeSportart(art, pfad).umkehr;
-        if (auto gelesen = GpxLeser::lese(pfad)) {
+        std::error_code fehler;
+        if (auto gelesen = GpxLeser::lese(pfad, fehler); gelesen && !fehler) {
             ausgang.eintrag = std::make_shared<const GpxMetadaten>(std::move(*gelesen));
         } else {
             throw GpxSchreibausnahme(GpxSchreibfehler::nachSchreibenNichtLesbar);
@@ -101,6 +102,12 @@ void Bibliothek::zieheUm(const std::string& alt, const std::string& neu) {
     }
     for (const auto& lauf : laeufe_) {
         lauf->lenkeUm(alt, neu);
+    }
+    if (const auto& fehler = lesefehler_.wert(); fehler.contains(alt)) {
+        merkeLesefehler(neu, fehler.at(alt));
+        merkeLesefehler(alt, std::nullopt);
+    } else {
+        merkeLesefehler(neu, std::nullopt);
     }
     trageUmbenennungNach(alt, neu);
     speichereCache();
@@ -193,6 +200,7 @@ void Bibliothek::landeSportwechsel(const std::shared_ptr<Sportwechsel>& wechsel,
         if (neuer == nullptr) {
             hinweis_.setze("Sportart nicht gespeichert: " + fehler);
         } else {
+            merkeLesefehler(wechsel->pfad, std::nullopt);
             fuegeEin(neuer->pfad == wechsel->pfad ? std::move(neuer)
                                                   : Aenderungsprotokoll::unterPfad(*neuer, wechsel->pfad));
             hinweis_.setze(std::nullopt);
@@ -218,6 +226,7 @@ void Bibliothek::wechsleOrdner(const std::string& ordner) {
     anschluesse_.einstellungen.schreibe(einstellung::kBibliothekOrdner, ordner_.wert());
     geoeffnet_.setze(false);
     verlauf_.vergiss();  // what it would do could not be seen
+    vergissLesefehler();
     setzeEintraege({}, {});
     rueckweg_.zurueck([this] { lade(); })();
 }

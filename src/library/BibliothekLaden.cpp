@@ -9,22 +9,32 @@
 #include <utility>
 
 #include "library/BibliothekLaeufe.h"
+#include "places/Ortsbuch.h"
 #include "track/GpxLeser.h"
 
 namespace spurkiste {
 
 namespace {
 
-/// Memory that runs out over one monstrous file must not end the program: that file is left out.
-Eintrag leseAlsEintrag(const std::string& pfad) {
+/// What reading one file came to.
+struct Leseergebnis {
+    Eintrag eintrag;  ///< null when there is none
+    std::error_code fehler;
+    std::error_code ortsfehler;  ///< why names of places are missing in it
+};
+
+/// Memory that runs out over one monstrous file must not end the program.
+Leseergebnis leseAlsEintrag(const std::string& pfad, const std::atomic<bool>& beendet) {
+    Leseergebnis ergebnis;
     try {
-        if (auto gelesen = GpxLeser::lese(pfad)) {
-            return std::make_shared<const GpxMetadaten>(std::move(*gelesen));
+        if (auto gelesen = GpxLeser::lese(pfad, ergebnis.fehler, [&] { return beendet.load(); })) {
+            ergebnis.eintrag = std::make_shared<const GpxMetadaten>(std::move(*gelesen));
+            ergebnis.ortsfehler = Ortsbuch::geteilt().lesefehler();
         }
     } catch (const std::bad_alloc&) {
-        return nullptr;
+        ergebnis.fehler = std::make_error_code(std::errc::not_enough_memory);
     }
-    return nullptr;
+    return ergebnis;
 }
 
 void melde(const Bibliothek::Fertig& fertig) {
@@ -68,9 +78,11 @@ void Bibliothek::landeLadung(const std::shared_ptr<Ladung>& ladung, Ordnerlesung
         case Ordnerlesung::Ausgang::gelesen:
             cache_.merke(ordner_.wert(), std::move(lesung.abdruck));
             protokoll_.spieleNach(lesung.stand);
+            vergissLesefehler();  // these files are read once more
             setzeEintraege(std::move(lesung.stand.eintraege), std::move(lesung.stand.verzeichnis));
             break;
         case Ordnerlesung::Ausgang::unerreichbar:
+            vergissLesefehler();
             setzeEintraege({}, {});
             hinweis_.setze("Ordner nicht erreichbar: " + ordner_.wert());
             break;
@@ -126,22 +138,30 @@ void Bibliothek::parseUndHaengeAn(std::vector<std::string> dateien, std::int64_t
 void Bibliothek::lies(const std::shared_ptr<Lauf>& lauf, const std::shared_ptr<const std::vector<std::string>>& dateien,
                       std::size_t nummer) {
     rueckweg_.hinUndZurueck(
-        anschluesse_.arbeiter, [dateien, nummer] { return leseAlsEintrag((*dateien)[nummer]); },
-        [this, lauf, dateien, nummer](const Eintrag& ergebnis) {
+        anschluesse_.arbeiter,
+        [dateien, nummer, beendet = beendet_] { return leseAlsEintrag((*dateien)[nummer], *beendet); },
+        [this, lauf, dateien, nummer](const Leseergebnis& ergebnis) {
             if (lauf->naechste < lauf->dateien->size()) {
                 lies(lauf, lauf->dateien, lauf->naechste++);
             }
-            lande(lauf, (*dateien)[nummer], ergebnis);
+            if (ergebnis.ortsfehler) {
+                ortsfehler_ = ergebnis.ortsfehler;
+            }
+            lande(lauf, (*dateien)[nummer], ergebnis.eintrag, ergebnis.fehler);
         });
 }
 
-void Bibliothek::lande(const std::shared_ptr<Lauf>& lauf, const std::string& pfad, Eintrag ergebnis) {
+void Bibliothek::lande(const std::shared_ptr<Lauf>& lauf, const std::string& pfad, Eintrag ergebnis,
+                       const std::error_code& fehler) {
     const bool aktuell = lauf->generation == generation_;
     if (auto jetzt = lauf->nimmUmlenkung(pfad); jetzt && aktuell) {
         lies(lauf, std::make_shared<const std::vector<std::string>>(1, std::move(*jetzt)), 0);
         return;
     }
     ausstehend_.setze(ausstehend_.wert() - 1);
+    if (aktuell) {
+        merkeLesefehler(pfad, fehler ? std::optional(fehler.message()) : std::nullopt);
+    }
     if (aktuell && ergebnis) {
         fuegeEin(std::move(ergebnis));
     }

@@ -74,6 +74,7 @@ void Bibliothek::landeOrdnung(std::uint64_t nummer, listenordnung::Ergebnis& erg
         return;  // overtaken
     }
     ordnet_ = false;
+    ortsfehler_ = ergebnis.ortsfehler;
     // What was read and then vanished must not stay as a row without a file; without it, the list settles once more.
     std::erase_if(ergebnis.verschwunden,
                   [this](const std::string& pfad) { return !verzeichnis_.stelle(pfad) || dateien::gibtEs(pfad); });
@@ -118,7 +119,7 @@ void Bibliothek::ueberhole() {
     if (ladung_) {
         *ladung_->abbruch = true;
     }
-    const bool zuSchreiben = istEtwasFaellig() && geoeffnet_.wert() && anschluesse_.mitCache;
+    const bool zuSchreiben = istEtwasFaellig() && geoeffnet_.wert() && mitCache();
     std::move(abschluesse_.begin(), abschluesse_.end(), std::back_inserter(inOrdnung_));
     abschluesse_.clear();
     ordnet_ = false;
@@ -126,7 +127,7 @@ void Bibliothek::ueberhole() {
     protokoll_.vergiss();
     std::vector<Fertig> fertige = beende(std::exchange(inOrdnung_, {}));
     if (zuSchreiben) {
-        cache_.schreibe(ordner_.wert(), eintraege_.wert(), std::move(fertige));
+        cache_.schreibe(ordner_.wert(), zuCachen(), std::move(fertige));
         return;
     }
     for (Fertig& fertig : fertige) {

@@ -122,6 +122,9 @@ void Bibliothek::entferne(const std::vector<std::string>& pfade) {
             lauf->lenkeUm(pfad, pfad);
         }
     }
+    for (const std::string& pfad : pfade) {
+        merkeLesefehler(pfad, std::nullopt);
+    }
     eintraege_.aendere([&](Eintraege& liste) { (void)verzeichnis_.entferne(liste, pfade); });
 }
 

@@ -51,8 +51,9 @@ struct Ausgang {
 
 Eintrag lies(const std::string& pfad) {
     try {
-        auto gelesen = GpxLeser::lese(pfad);
-        return gelesen ? std::make_shared<const GpxMetadaten>(std::move(*gelesen)) : nullptr;
+        std::error_code fehler;
+        auto gelesen = GpxLeser::lese(pfad, fehler);
+        return gelesen && !fehler ? std::make_shared<const GpxMetadaten>(std::move(*gelesen)) : nullptr;
     } catch (const std::bad_alloc&) {
         return nullptr;
     }
@@ -70,6 +71,8 @@ std::optional<std::string> hindernis(const std::string& pfad, const std::optiona
 void tue(const Umschrift& umschrift, const Papierkorb* /*papierkorb*/, Ausgang& ausgang) {
     if (auto grund = hindernis(umschrift.pfad, umschrift.umkehr.stand)) {
         ausgang.grund = std::move(*grund);
+    } else if (!umschrift.umkehr.alle) {
+        ausgang.grund = texte::zuViel();
     } else if (auto umkehr = GpxSchreiber::kehreUm(umschrift.umkehr, umschrift.pfad)) {
         ausgang.gegentat = Umschrift{umschrift.pfad, std::move(*umkehr)};
         ausgang.eintrag = lies(umschrift.pfad);
@@ -131,7 +134,7 @@ void Bibliothek::vermerke(const Sportwechsel& wechsel, const std::optional<GpxUm
     if (!umkehr) {
         return;
     }
-    if (umkehr->spleisse.empty()) {
+    if (umkehr->spleisse.empty() && umkehr->alle) {
         verlauf_.verfolge(Richtung::zurueck, wechsel.pfad, umkehr->vorher, umkehr->stand);
         return;
     }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <new>
 #include <utility>
 
 #include "base/Dateien.h"
@@ -14,7 +15,11 @@ namespace {
 
 std::shared_ptr<const CacheAbdruck> schreibeDatei(const std::string& ordner, const std::vector<Eintrag>& eintraege,
                                                   const CacheAbdruck* vorher) {
-    return CacheSchreiber::schreibe(dateien::kindPfad(ordner, Cache::kDateiname), eintraege, vorher).abdruck;
+    try {
+        return CacheSchreiber::schreibe(dateien::kindPfad(ordner, Cache::kDateiname), eintraege, vorher).abdruck;
+    } catch (const std::bad_alloc&) {
+        return nullptr;  // the old file stays
+    }
 }
 
 }  // namespace

@@ -74,11 +74,13 @@ Ergebnis ordne(const std::vector<Eintrag>& eintraege, const std::vector<std::str
                  [](const std::string& pfad) { return !dateien::gibtEs(pfad); });
     ergebnis.eintraege = mitOrtsEtiketten(eintraege);
     ergebnis.neu = ergebnis.eintraege != eintraege;
+    ergebnis.ortsfehler = Ortsbuch::geteilt().lesefehler();
     ergebnis.verzeichnis = ergebnis.neu ? Pfadverzeichnis(ergebnis.eintraege) : Pfadverzeichnis();
     return ergebnis;
 } catch (const std::bad_alloc&) {
     Ergebnis wieBisher;
     wieBisher.neu = false;
+    wieBisher.ortsfehler = std::make_error_code(std::errc::not_enough_memory);
     return wieBisher;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "library/Pfadverzeichnis.h"
@@ -22,9 +23,11 @@ struct Ergebnis {
     Pfadverzeichnis verzeichnis;            ///< of `eintraege`
     bool neu = true;                        ///< false: it is the very list that it was made from, or memory ran out
     std::vector<std::string> verschwunden;  ///< of the new paths those at which there is no file any more
+    std::error_code ortsfehler;             ///< why names of places are missing
 };
 
-/// Settles a list to which records of the paths `neue` have come since the last time.
+/// Settles a list to which records of the paths `neue` have come since the last time. Nothing new when the list is as
+/// it should be, or memory does not suffice to find out.
 [[nodiscard]] Ergebnis ordne(const std::vector<Eintrag>& eintraege, const std::vector<std::string>& neue = {});
 
 }  // namespace spurkiste::listenordnung

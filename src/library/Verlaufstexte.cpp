@@ -41,6 +41,10 @@ std::string geaendert() {
     return " hat sich seitdem geändert";
 }
 
+std::string zuViel() {
+    return " hat zu viele Änderungen für einen Weg zurück";
+}
+
 std::string verschwunden() {
     return " ist nicht mehr da";
 }

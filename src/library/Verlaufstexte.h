@@ -19,6 +19,8 @@ struct Fehlschlag {
 [[nodiscard]] std::string geaendert();
 /// The same of one that is gone.
 [[nodiscard]] std::string verschwunden();
+/// The same of one in which more was replaced than is kept in memory.
+[[nodiscard]] std::string zuViel();
 /// The same of one that the system would not let be changed, in the system's words.
 [[nodiscard]] std::string gescheitert(const std::string& warum);
 

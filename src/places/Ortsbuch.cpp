@@ -143,7 +143,11 @@ Ortsbuch::Ortsbuch(dateien::Leser& datei) {
     for (bool weiter = true; weiter;) {
         const std::size_t rest = puffer.size();
         puffer.resize(rest + stueck);
-        const std::size_t neu = datei.lies(std::span(puffer).subspan(rest));
+        const std::size_t neu = datei.lies(std::span(puffer).subspan(rest), lesefehler_);
+        if (lesefehler_) {
+            vergiss();
+            return;
+        }
         puffer.resize(rest + neu);
         weiter = neu == stueck;
         const std::size_t ganzeZeilen = weiter ? puffer.rfind('\n') + 1 : puffer.size();
@@ -157,9 +161,17 @@ Ortsbuch::Ortsbuch(dateien::Leser& datei) {
 
 const Ortsbuch& Ortsbuch::geteilt() {
     static const Ortsbuch buch = [] {
-        const auto pfad = ressourcen::finde("orte", "tsv");
-        auto datei = pfad ? dateien::Leser::oeffne(*pfad) : std::nullopt;
-        return datei && datei->groesse() <= kGroessteDatei ? Ortsbuch(*datei) : Ortsbuch(std::string_view());
+        std::error_code unauffindbar;
+        const auto pfad = ressourcen::finde("orte", "tsv", unauffindbar);
+        try {
+            if (pfad) {
+                dateien::Leser datei(*pfad);
+                return datei.groesse() <= kGroessteDatei ? Ortsbuch(datei) : Ortsbuch(std::string_view());
+            }
+        } catch (const std::system_error& fehler) {
+            return Ortsbuch(fehler.code());
+        }
+        return Ortsbuch(unauffindbar);
     }();
     return buch;
 }
@@ -174,10 +186,7 @@ void Ortsbuch::erwarte(std::size_t bytes) {
 /// Takes whole lines; forgets everything and returns false when they are not UTF-8.
 bool Ortsbuch::nimmZeilen(std::string_view zeilen) {
     if (!text::istUtf8(zeilen)) {
-        namen_.clear();
-        orte_.clear();
-        genau_.clear();
-        aussen_.clear();
+        vergiss();
         return false;
     }
     for (std::size_t anfang = 0; anfang < zeilen.size();) {
@@ -188,6 +197,13 @@ bool Ortsbuch::nimmZeilen(std::string_view zeilen) {
         anfang = ende + 1;
     }
     return true;
+}
+
+void Ortsbuch::vergiss() {
+    namen_.clear();
+    orte_.clear();
+    genau_.clear();
+    aussen_.clear();
 }
 
 void Ortsbuch::nimmAuf(const OrtsZeile& ort) {

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "geo/Koordinate.h"
@@ -31,13 +32,16 @@ class Ortsbuch {
     ~Ortsbuch() = default;
 
     /// The one of the program, read from the resource "orte.tsv" at the first call, whichever thread makes it; others
-    /// wait meanwhile. Empty when the resource is missing, is not UTF-8 or has more than 4 GiB.
+    /// wait meanwhile. Empty when the resource is missing, cannot be read, is not UTF-8 or has more than 4 GiB.
     static const Ortsbuch& geteilt();
 
     /// The name of the nearest place within `maxMeter` metres (inclusive) in the 5 by 5 cells around the point; of
     /// places at equal distance the first one met, cells south to north, west to east, places in file order.
     /// Nothing when there is none. `punkt` must be finite. The name lives as long as the Ortsbuch.
     [[nodiscard]] std::optional<std::string_view> naechster(const Koordinate& punkt, double maxMeter) const;
+
+    /// Why there are no places although there is a place file: it could not be read. Another run may do better.
+    [[nodiscard]] const std::error_code& lesefehler() const { return lesefehler_; }
 
     /// The number of places that were read.
     [[nodiscard]] std::size_t anzahl() const { return orte_.size() + aussen_.size(); }
@@ -60,9 +64,11 @@ class Ortsbuch {
     class Suche;
 
     explicit Ortsbuch(dateien::Leser& datei);
+    explicit Ortsbuch(const std::error_code& lesefehler) : lesefehler_(lesefehler) {}
     void erwarte(std::size_t bytes);
     [[nodiscard]] bool nimmZeilen(std::string_view zeilen);
     void nimmAuf(const OrtsZeile& ort);
+    void vergiss();
     void ordneNachZellen();
     [[nodiscard]] Koordinate lage(const Ort& ort) const;
 
@@ -70,6 +76,7 @@ class Ortsbuch {
     std::vector<Ort> orte_;             ///< by cell
     std::vector<Koordinate> genau_;     ///< of the places whose figures have more decimals
     std::vector<Aussenseiter> aussen_;  ///< in file order; empty in any sane place file
+    std::error_code lesefehler_;
 };
 
 }  // namespace spurkiste

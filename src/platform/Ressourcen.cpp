@@ -41,10 +41,21 @@ void setzeOrdner(std::string ordner) {
 }
 
 std::optional<std::string> finde(std::string_view name, std::string_view endung) {
+    std::error_code unbekannt;
+    return finde(name, endung, unbekannt);
+}
+
+std::optional<std::string> finde(std::string_view name, std::string_view endung, std::error_code& fehler) {
+    fehler.clear();
     for (std::string pfad : ordnerDerReiheNach()) {
         pfad.append("/").append(name).append(".").append(endung);
-        if (dateien::angaben(pfad)) {
+        std::error_code warum;
+        if (dateien::angaben(pfad, warum)) {
+            fehler.clear();
             return pfad;
+        }
+        if (warum && warum != std::errc::no_such_file_or_directory && warum != std::errc::not_a_directory) {
+            fehler = warum;
         }
     }
     return std::nullopt;

@@ -1,6 +1,7 @@
 #include "sicht/Formate.h"
 
 #include <array>
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <ctime>
@@ -47,6 +48,13 @@ std::string Formate::dauer(double sekunden) {
 std::string Formate::strecke(double meter) {
     if (meter < 1000.0) {
         return std::to_string(zahl::ganz(meter)) + " m";
+    }
+    constexpr double unsinnig = 1e15;  // as many digits as there are would be wider than any screen
+    if (meter >= unsinnig) {
+        std::array<char, 16> puffer{};
+        const auto [ende, fehler] = std::to_chars(puffer.data(), puffer.data() + puffer.size(), meter / 1000.0,
+                                                  std::chars_format::scientific, 0);
+        return std::string(puffer.data(), ende) + " km";
     }
     std::string text = zahl::fest(meter / 1000.0, 1);
     text[text.size() - 2] = ',';

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <iterator>
+#include <new>
 #include <span>
+#include <system_error>
 #include <utility>
 
 #include "base/Dateien.h"
@@ -45,18 +47,70 @@ GpxMetadaten nimmErgebnis(const GpxSammler& sammler) {
     return sammler.ergebnis();
 }
 
+/// Out of a source that is no longer wanted.
+struct Abbruch {};
+
+/// Whether there was nothing at the path, rather than something that cannot be had.
+bool istFort(const std::error_code& fehler) {
+    return fehler == std::errc::no_such_file_or_directory || fehler == std::errc::not_a_directory ||
+           fehler == std::errc::too_many_symbolic_link_levels;
+}
+
+/// Does what reads a file; when that fails, `fehler` says why and nothing has been read.
+template <typename Wert, typename Lies>
+Wert versuche(std::error_code& fehler, Lies lies) {
+    fehler.clear();
+    try {
+        return lies();
+    } catch (const std::system_error& ausnahme) {
+        fehler = ausnahme.code();
+    } catch (const std::bad_alloc&) {
+        fehler = std::make_error_code(std::errc::not_enough_memory);
+    }
+    return {};
+}
+
+/// The bytes of a file. Where reading fails they end, and `fehler` says so.
+XmlLauf::Quelle quelleAus(dateien::Leser& leser, std::error_code& fehler) {
+    return [&](std::span<char> puffer) { return fehler ? 0 : leser.lies(puffer, fehler); };
+}
+
 }  // namespace
 
 std::optional<GpxMetadaten> GpxLeser::lese(const std::string& pfad) {
-    const auto angaben = dateien::angaben(pfad);
+    std::error_code unbekannt;
+    return lese(pfad, unbekannt);
+}
+
+std::optional<GpxMetadaten> GpxLeser::lese(const std::string& pfad, std::error_code& fehler,
+                                           const Abgebrochen& abgebrochen) {
+    const auto angaben = dateien::angaben(pfad, fehler);
     if (!angaben) {
+        fehler = istFort(fehler) ? std::error_code() : fehler;
         return std::nullopt;
     }
+    std::error_code mitten;
     GpxMetadaten eintrag;
-    if (auto leser = dateien::Leser::oeffne(pfad)) {
-        const auto quelle = [&](std::span<char> puffer) { return leser->lies(puffer); };
-        eintrag = leseAus(quelle, static_cast<std::size_t>(angaben->groesse), nimmErgebnis);
+    try {
+        eintrag = versuche<GpxMetadaten>(fehler, [&] {
+            dateien::Leser leser(pfad);
+            const auto quelle = [&, aus = quelleAus(leser, mitten)](std::span<char> puffer) {
+                if (abgebrochen && abgebrochen()) {
+                    throw Abbruch{};
+                }
+                return aus(puffer);
+            };
+            return leseAus(quelle, static_cast<std::size_t>(angaben->groesse), nimmErgebnis);
+        });
+    } catch (const Abbruch&) {
+        fehler = std::make_error_code(std::errc::operation_canceled);
+        return std::nullopt;
     }
+    if (istFort(fehler)) {
+        fehler.clear();
+        return std::nullopt;
+    }
+    fehler = fehler ? fehler : mitten;
     eintrag.pfad = pfad;
     eintrag.dateiName = dateien::ohneEndung(dateien::letzterTeil(pfad));
     eintrag.dateiDatum = angaben->geaendert;
@@ -74,32 +128,38 @@ GpxMetadaten GpxLeser::ausInhalt(std::string_view inhalt, std::size_t amStueck, 
     return leseAus(quelle, inhalt.size(), nimmErgebnis, nullptr, amStueck, weg);
 }
 
-std::vector<Koordinate> GpxLeser::orte(const std::string& pfad) {
-    auto leser = dateien::Leser::oeffne(pfad);
-    if (!leser) {
-        return {};
-    }
-    const auto quelle = [&](std::span<char> puffer) { return leser->lies(puffer); };
-    return leseAus(quelle, leser->groesse(), [](const GpxSammler& sammler) {
-        const auto& punkte = sammler.punkte().punkte;
-        std::vector<Koordinate> orte;
-        orte.reserve(punkte.size());
-        std::transform(punkte.begin(), punkte.end(), std::back_inserter(orte),
-                       [](const GpxPunkt& punkt) { return punkt.ort; });
-        return orte;
+std::vector<Koordinate> GpxLeser::orte(const std::string& pfad, std::error_code& fehler) {
+    return versuche<std::vector<Koordinate>>(fehler, [&] {
+        dateien::Leser leser(pfad);
+        std::error_code mitten;
+        auto gelesen = leseAus(quelleAus(leser, mitten), leser.groesse(), [](const GpxSammler& sammler) {
+            const auto& punkte = sammler.punkte().punkte;
+            std::vector<Koordinate> orte;
+            orte.reserve(punkte.size());
+            std::transform(punkte.begin(), punkte.end(), std::back_inserter(orte),
+                           [](const GpxPunkt& punkt) { return punkt.ort; });
+            return orte;
+        });
+        if (mitten) {
+            throw std::system_error(mitten);
+        }
+        return gelesen;
     });
 }
 
-std::optional<std::vector<GpxBefund>> GpxLeser::befunde(const std::string& pfad) {
-    auto leser = dateien::Leser::oeffne(pfad);
-    if (!leser) {
-        return std::nullopt;
-    }
-    const auto quelle = [&](std::span<char> puffer) { return leser->lies(puffer); };
-    GpxStrichliste maengel;
-    leseAus(
-        quelle, leser->groesse(), [](const GpxSammler& /*sammler*/) {}, &maengel);
-    return maengel.ergebnis();
+std::optional<std::vector<GpxBefund>> GpxLeser::befunde(const std::string& pfad, std::error_code& fehler) {
+    using Befunde = std::optional<std::vector<GpxBefund>>;
+    return versuche<Befunde>(fehler, [&]() -> Befunde {
+        dateien::Leser leser(pfad);
+        std::error_code mitten;
+        GpxStrichliste maengel;
+        leseAus(
+            quelleAus(leser, mitten), leser.groesse(), [](const GpxSammler& /*sammler*/) {}, &maengel);
+        if (mitten) {
+            throw std::system_error(mitten);
+        }
+        return maengel.ergebnis();
+    });
 }
 
 std::optional<Zeitpunkt> GpxLeser::datumAus(std::string_view text) {

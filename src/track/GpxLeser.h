@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "base/Zeitpunkt.h"
@@ -31,6 +33,15 @@ class GpxLeser {
     /// no byte beyond that size is read, however fast the file grows.
     [[nodiscard]] static std::optional<GpxMetadaten> lese(const std::string& pfad);
 
+    /// Asked before each piece whether reading is still wanted; may be empty.
+    using Abgebrochen = std::function<bool()>;
+
+    /// The same. `fehler` becomes why the file's bytes, or the memory for them, could not be had, and else none: such a
+    /// record says less than the file, and another time reading may do better. A file that has vanished is no error.
+    /// Nothing also, with std::errc::operation_canceled, when reading is no longer wanted.
+    [[nodiscard]] static std::optional<GpxMetadaten> lese(const std::string& pfad, std::error_code& fehler,
+                                                          const Abgebrochen& abgebrochen = {});
+
     /// The record that a file of these bytes gives, with everything left out that does not come from the content:
     /// `pfad`, `dateiName`, `dateiDatum`, `dateiGroesse`. The result depends neither on `amStueck`, the size from
     /// which on the bytes are parsed in pieces, nor on the way.
@@ -38,12 +49,13 @@ class GpxLeser {
                                                 XmlWeg weg = XmlWeg::eiligVoran);
 
     /// The coordinates of all points that the record of this file would count, in order. Empty when there are none or
-    /// the file cannot be read.
-    [[nodiscard]] static std::vector<Koordinate> orte(const std::string& pfad);
+    /// when `fehler` says why the file could not be read.
+    [[nodiscard]] static std::vector<Koordinate> orte(const std::string& pfad, std::error_code& fehler);
 
-    /// What reading this file would pass over in silence, each kind at most once; empty when nothing. Absent when the
-    /// file cannot be read at all.
-    [[nodiscard]] static std::optional<std::vector<GpxBefund>> befunde(const std::string& pfad);
+    /// What reading this file would pass over in silence, each kind at most once; empty when nothing. Absent when
+    /// `fehler` says why the file could not be read.
+    [[nodiscard]] static std::optional<std::vector<GpxBefund>> befunde(const std::string& pfad,
+                                                                       std::error_code& fehler);
 
     /// A point's time: an ISO 8601 timestamp as Zeitpunkt::ausIso8601() reads it, with white space around it allowed
     /// and taken as UTC when it has no zone. Nothing for any other text.

@@ -1,8 +1,13 @@
 #include "track/GpxSchreiber.h"
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
+#include <cstdint>
 #include <optional>
+#include <span>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 #include "base/AtomareDatei.h"
@@ -14,24 +19,48 @@ namespace spurkiste {
 
 namespace {
 
-/// A file's bytes, which state of the file they are, and the file itself, open.
+/// A file, open, and the state of it whose bytes are meant.
 struct Fassung {
-    std::string inhalt;
-    dateien::Stand stand;
     dateien::Leser datei;
+    dateien::Stand stand;
 };
 
+/// Opens the file. Where there is none, it is no readable XML; why one that is there cannot be had (rights, no
+/// descriptors, a disk that fails) comes out in the system's own words.
+dateien::Leser oeffne(const std::string& pfad) {
+    try {
+        return dateien::Leser(pfad);
+    } catch (const std::system_error& fehler) {
+        constexpr std::array keineDatei = {ENOENT, ENOTDIR, ELOOP, EISDIR, EINVAL, ENAMETOOLONG};
+        if (std::find(keineDatei.begin(), keineDatei.end(), fehler.code().value()) != keineDatei.end()) {
+            throw GpxSchreibausnahme(GpxSchreibfehler::nichtLesbar);
+        }
+        throw;
+    }
+}
+
 Fassung lies(const std::string& pfad) {
-    auto leser = dateien::Leser::oeffne(pfad);
-    const auto stand = leser ? leser->stand() : std::nullopt;
+    dateien::Leser leser = oeffne(pfad);
+    const auto stand = leser.stand();
     if (!stand) {
-        throw GpxSchreibausnahme(GpxSchreibfehler::nichtLesbar);
+        throw dateien::systemfehler(errno);
     }
-    Fassung fassung{std::string(static_cast<std::size_t>(stand->groesse), '\0'), *stand, std::move(*leser)};
-    if (fassung.datei.lies(fassung.inhalt) < fassung.inhalt.size()) {
-        throw GpxSchreibausnahme(GpxSchreibfehler::nichtLesbar);
-    }
-    return fassung;
+    return {std::move(leser), *stand};
+}
+
+/// The bytes, read where they are needed. The file must live as long.
+XmlInhalt inhalt(const Fassung& fassung) {
+    return [&fassung](std::uint64_t stelle, std::span<char> puffer) {
+        const auto groesse = static_cast<std::uint64_t>(fassung.stand.groesse);
+        const std::uint64_t rest = groesse - std::min(stelle, groesse);
+        std::error_code fehler;
+        const auto anzahl =
+            fassung.datei.liesAb(stelle, puffer.first(std::min<std::uint64_t>(puffer.size(), rest)), fehler);
+        if (fehler) {
+            throw std::system_error(fehler);
+        }
+        return anzahl;
+    };
 }
 
 constexpr mode_t kHoechstens = 0777;
@@ -42,8 +71,15 @@ constexpr const char* kRastlos = "Ein anderes Programm ändert die GPX-Datei ger
 /// is no longer the one that they came from, or somebody has it open for writing: it is unchanged then.
 std::optional<GpxUmkehr> ersetze(const std::string& pfad, const Fassung& fassung, const GpxSpleisse& spleisse) {
     dateien::AtomareDatei neu(pfad);
-    GpxUmkehr umkehr{GpxUmkehr::gegen(spleisse.spleisse, fassung.inhalt), {}, fassung.stand, {}};
-    spleisse.wendeAn(fassung.inhalt, [&](std::string_view stueck) {
+    const XmlInhalt bisher = inhalt(fassung);
+    GpxUmkehr umkehr;
+    umkehr.vorher = fassung.stand;
+    if (auto gegen = spleisse.alle ? GpxUmkehr::gegen(spleisse.spleisse, bisher) : std::nullopt) {
+        umkehr.spleisse = std::move(*gegen);
+    } else {
+        umkehr.alle = false;
+    }
+    spleisse.wendeAn(bisher, [&](std::string_view stueck) {
         neu.schreibe(stueck);
         umkehr.summe.nimm(stueck);
     });
@@ -80,8 +116,11 @@ GpxSchreiber::Ergebnis GpxSchreiber::setzeSportart(GpxSportart art, const std::s
     const std::string datei = dateien::hinterVerweisen(pfad);
     for (int i = 0; i < kVersuche; ++i) {
         const Fassung fassung = lies(datei);
-        const auto spleisse = GpxSpleisse::berechne(fassung.inhalt, art);
+        const auto spleisse = GpxSpleisse::berechne(inhalt(fassung), art);
         if (!spleisse) {
+            if (fassung.datei.stand() != fassung.stand) {
+                continue;  // torn by somebody who is writing into it
+            }
             throw GpxSchreibausnahme(GpxSchreibfehler::nichtLesbar);
         }
         if (spleisse->ziele == 0) {
@@ -106,15 +145,14 @@ std::optional<GpxUmkehr> GpxSchreiber::kehreUm(const GpxUmkehr& umkehr, const st
             return std::nullopt;
         }
         const Fassung fassung = lies(datei);
-        Bytesumme summe;  // there are programs that change a file and put its date back
-        summe.nimm(fassung.inhalt);
-        if (fassung.stand != umkehr.stand || summe != umkehr.summe) {
+        // The sum as well: there are programs that change a file and put its date back.
+        if (!umkehr.alle || fassung.stand != umkehr.stand || Bytesumme::von(inhalt(fassung)) != umkehr.summe) {
             return std::nullopt;
         }
         if (vorher) {
             vorher();
         }
-        if (auto zurueck = ersetze(datei, fassung, {umkehr.spleisse, 0})) {
+        if (auto zurueck = ersetze(datei, fassung, {GpxSportart::rad, umkehr.spleisse, true, 0})) {
             return zurueck;
         }
     }

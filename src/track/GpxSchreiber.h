@@ -15,7 +15,7 @@ namespace spurkiste {
 /// Why a sport type could not be put into a GPX file.
 enum class GpxSchreibfehler {
     keineSpur,                 ///< the root element has neither a track nor a route
-    nichtLesbar,               ///< the file is no XML document, or cannot be read at all
+    nichtLesbar,               ///< the file is no XML document, or there is no file
     nachSchreibenNichtLesbar,  ///< written, but reading it back gave no record
 };
 
@@ -50,8 +50,9 @@ class GpxSchreiber {
     /// it keeps owner, permissions, access list and attributes as far as the system can, loses set-user-ID and
     /// set-group-ID, and gets a new date, at least a second after the old one. When another program changes it
     /// meanwhile or has it open for writing, the work begins again on the new bytes, three times at most.
-    /// Throws GpxSchreibausnahme (keineSpur, nichtLesbar), std::system_error when the file cannot be written, and
-    /// another std::runtime_error, whose what() is for the user, when that other program does not rest; the file is
+    /// The file passes through in pieces: memory does not grow with it.
+    /// Throws GpxSchreibausnahme (keineSpur, nichtLesbar), std::system_error when the file cannot be read or written,
+    /// and another std::runtime_error, whose what() is for the user, when that other program does not rest; the file is
     /// then untouched. Any thread, one call per file at a time. `vorher` is called between reading and writing.
     static Ergebnis setzeSportart(GpxSportart art, const std::string& pfad, const std::function<void()>& vorher = {});
 

@@ -2,19 +2,40 @@
 
 #include <numeric>
 #include <string>
+#include <utility>
 
 namespace spurkiste {
 
-std::vector<GpxSpleisse::Spleiss> GpxUmkehr::gegen(const std::vector<GpxSpleisse::Spleiss>& spleisse,
-                                                   std::string_view inhalt) {
+Bytesumme Bytesumme::von(const XmlInhalt& inhalt) {
+    constexpr std::size_t stueck = std::size_t{256} << 10U;
+    Bytesumme summe;
+    std::vector<char> puffer(stueck);
+    for (std::uint64_t stelle = 0;;) {
+        const std::size_t anzahl = inhalt(stelle, puffer);
+        summe.nimm({puffer.data(), anzahl});
+        stelle += anzahl;
+        if (anzahl < puffer.size()) {
+            return summe;
+        }
+    }
+}
+
+std::optional<std::vector<GpxSpleisse::Spleiss>> GpxUmkehr::gegen(const std::vector<GpxSpleisse::Spleiss>& spleisse,
+                                                                  const XmlInhalt& inhalt) {
     std::vector<GpxSpleisse::Spleiss> ergebnis;
-    ergebnis.reserve(spleisse.size());
+    std::size_t platz = GpxSpleisse::kHoechstens;
     std::size_t dazu = 0;  // by the splices before
     std::size_t weg = 0;
     for (const auto& spleiss : spleisse) {
         const std::size_t laenge = spleiss.stelle.bis - spleiss.stelle.von;
         const std::size_t von = spleiss.stelle.von + dazu - weg;
-        ergebnis.push_back({{von, von + spleiss.text.size()}, std::string(inhalt.substr(spleiss.stelle.von, laenge))});
+        if (laenge > platz || sizeof spleiss > platz - laenge) {
+            return std::nullopt;
+        }
+        platz -= laenge + sizeof spleiss;
+        std::string bisher(laenge, '\0');
+        bisher.resize(inhalt(spleiss.stelle.von, bisher));
+        ergebnis.push_back({{von, von + spleiss.text.size()}, std::move(bisher)});
         dazu += spleiss.text.size();
         weg += laenge;
     }

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -21,6 +22,9 @@ class Bytesumme {
         }
     }
 
+    /// That of a whole document. Throws what reading it throws.
+    [[nodiscard]] static Bytesumme von(const XmlInhalt& inhalt);
+
     friend bool operator==(const Bytesumme&, const Bytesumme&) = default;
 
   private:
@@ -34,10 +38,12 @@ struct GpxUmkehr {
     dateien::Stand stand;                        ///< of the written file
     dateien::Stand vorher;                       ///< of the file that it took the place of
     Bytesumme summe;                             ///< of the written bytes
+    bool alle = true;  ///< false: there was more to keep than GpxSpleisse::kHoechstens, and there is no way back
 
     /// The splices that undo these, which are in file order, on the content that they have not been made in yet.
-    [[nodiscard]] static std::vector<GpxSpleisse::Spleiss> gegen(const std::vector<GpxSpleisse::Spleiss>& spleisse,
-                                                                 std::string_view inhalt);
+    /// Nothing when they take more than GpxSpleisse::kHoechstens. Throws what reading the content throws.
+    [[nodiscard]] static std::optional<std::vector<GpxSpleisse::Spleiss>> gegen(
+        const std::vector<GpxSpleisse::Spleiss>& spleisse, const XmlInhalt& inhalt);
 
     /// Roughly how much memory it takes, in bytes.
     [[nodiscard]] std::size_t gewicht() const;

@@ -24,6 +24,10 @@ constexpr std::size_t kSpeichergrenze = std::size_t{256} << 20U;
 // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
 thread_local std::size_t vergeben = 0;
 
+// Whether the system, not the limit, has refused memory: that says nothing of the document.
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
+thread_local bool verweigert = false;
+
 /// Stands in front of each block, since a block is given back without its size.
 struct alignas(std::max_align_t) Blockkopf {
     std::size_t groesse;
@@ -39,6 +43,7 @@ void* verlege(void* block, std::size_t groesse) {
     }
     auto* neu = static_cast<Blockkopf*>(std::realloc(kopf, sizeof(Blockkopf) + groesse));
     if (neu == nullptr) {
+        verweigert = true;
         return nullptr;
     }
     neu->groesse = groesse;
@@ -76,6 +81,7 @@ int XMLCALL fremdeKodierung(void* /*ohne*/, const XML_Char* name, XML_Encoding* 
 }  // namespace
 
 XmlExpat::XmlExpat(const char* kodierung, void* selbst) {
+    verweigert = false;
     constexpr XML_Memory_Handling_Suite speicher = {nimm, verlege, gibZurueck};
     parser_.reset(XML_ParserCreate_MM(kodierung, &speicher, nullptr));
     if (!parser_) {
@@ -112,6 +118,18 @@ XmlBereich XmlExpat::stelle() const {
 
 #endif
 
+std::string_view XmlExpat::wortlaut() const {
+    int ab = 0;
+    int groesse = 0;
+    const char* puffer = XML_GetInputContext(parser(), &ab, &groesse);
+    if (puffer == nullptr) {
+        return {};
+    }
+    const XmlBereich dort = stelle();
+    return std::string_view(puffer, static_cast<std::size_t>(groesse))
+        .substr(static_cast<std::size_t>(ab), dort.bis - dort.von);
+}
+
 XmlFehler XmlExpat::fehler() const {
     switch (XML_GetErrorCode(parser())) {
         case XML_ERROR_NONE:
@@ -145,6 +163,9 @@ void XmlExpat::merke(std::exception_ptr ausnahme) {
 void XmlExpat::wirfGemerktes() {
     if (gemerkt_) {
         std::rethrow_exception(gemerkt_);
+    }
+    if (verweigert) {
+        throw std::bad_alloc();
     }
 }
 

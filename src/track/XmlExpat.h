@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <exception>
 #include <memory>
+#include <string_view>
 
 #include <expat.h>
 
@@ -34,6 +35,9 @@ class XmlExpat {
     /// Where in the parsed bytes the thing being reported stands; inside an entity's text, that is its reference.
     [[nodiscard]] XmlBereich stelle() const;
 
+    /// The bytes that stand there. Only for what is parsed in XML_GetBuffer(); valid until the handler returns.
+    [[nodiscard]] std::string_view wortlaut() const;
+
     /// Calls `meldung`. What it throws stops the parser and comes out of the next wirfGemerktes().
     template <typename Meldung>
     void melde(Meldung meldung) {
@@ -44,7 +48,7 @@ class XmlExpat {
         }
     }
 
-    /// To be called as soon as expat has returned.
+    /// To be called as soon as expat has returned. Throws also std::bad_alloc, when the system had no more memory.
     void wirfGemerktes();
 
   private:

@@ -1,7 +1,9 @@
 #include "track/XmlLauf.h"
 
 #include <algorithm>
+#include <array>
 #include <cassert>
+#include <limits>
 #include <utility>
 #include <vector>
 
@@ -33,6 +35,7 @@ class Zerleger final : private XmlExpat {
     /// Room for the next piece, inside expat; empty when expat may have no more.
     std::span<char> raum(std::size_t groesse) {
         auto* bytes = static_cast<char*>(XML_GetBuffer(parser(), static_cast<int>(groesse)));
+        wirfGemerktes();
         return {bytes, bytes == nullptr ? 0 : groesse};
     }
 
@@ -90,24 +93,26 @@ class Zerleger final : private XmlExpat {
 /// Hands the places that expat finds to an XmlOrtung.
 class Verorter final : private XmlExpat {
   public:
-    /// `dokument` without its byte order mark, which has `marke` bytes.
-    Verorter(XmlOrtung& empfaenger, const char* kodierung, std::string_view dokument, XmlBreite breite,
-             std::size_t marke)
-        : XmlExpat(kodierung, this), empfaenger_(empfaenger), dokument_(dokument), breite_(breite), marke_(marke) {
+    Verorter(XmlOrtung& empfaenger, const char* kodierung, XmlBreite breite, std::size_t marke)
+        : XmlExpat(kodierung, this), empfaenger_(empfaenger), breite_(breite), marke_(marke) {
         XML_SetElementHandler(parser(), anfang, ende);
     }
 
-    /// Whether the document is well-formed.
-    bool zerlege() {
-        constexpr std::size_t haeppchen = std::size_t{16} << 20U;  // expat copies each and has little memory
-        std::string_view rest = dokument_;
-        for (;;) {
-            const std::string_view stueck = rest.substr(0, haeppchen);
-            rest.remove_prefix(stueck.size());
-            const auto zustand = XML_Parse(parser(), stueck.data(), static_cast<int>(stueck.size()),
-                                           rest.empty() ? XML_TRUE : XML_FALSE);
+    /// Whether the document, without its byte order mark, is well-formed.
+    bool zerlege(const XmlInhalt& dokument) {
+        constexpr std::size_t haeppchen = std::size_t{256} << 10U;  // stays within the processor's cache
+        for (std::uint64_t ab = marke_;;) {
+            auto* raum = static_cast<char*>(XML_GetBuffer(parser(), static_cast<int>(haeppchen)));
             wirfGemerktes();
-            if (zustand != XML_STATUS_OK || rest.empty()) {
+            if (raum == nullptr) {
+                return false;
+            }
+            const std::size_t anzahl = dokument(ab, {raum, haeppchen});
+            ab += anzahl;
+            const bool letztes = anzahl < haeppchen;
+            const auto zustand = XML_ParseBuffer(parser(), static_cast<int>(anzahl), letztes ? XML_TRUE : XML_FALSE);
+            wirfGemerktes();
+            if (zustand != XML_STATUS_OK || letztes) {
                 return zustand == XML_STATUS_OK;
             }
         }
@@ -128,26 +133,27 @@ class Verorter final : private XmlExpat {
     [[nodiscard]] std::size_t zeichenbytes() const { return breite_ == XmlBreite::einByte ? 1 : 2; }
 
     /// The character that begins at a byte, when it is an ASCII one; else a null.
-    [[nodiscard]] char zeichen(std::size_t byte) const {
-        if (byte + zeichenbytes() > dokument_.size()) {
+    [[nodiscard]] char zeichen(std::string_view bytes, std::size_t byte) const {
+        if (byte + zeichenbytes() > bytes.size()) {
             return '\0';
         }
         switch (breite_) {
             case XmlBreite::utf16le:
-                return dokument_[byte + 1] == '\0' ? dokument_[byte] : '\0';
+                return bytes[byte + 1] == '\0' ? bytes[byte] : '\0';
             case XmlBreite::utf16be:
-                return dokument_[byte] == '\0' ? dokument_[byte + 1] : '\0';
+                return bytes[byte] == '\0' ? bytes[byte + 1] : '\0';
             default:
-                return dokument_[byte];
+                return bytes[byte];
         }
     }
 
     void beginne(std::string_view name) {
-        const XmlBereich schild = stelle();
-        const bool steht = zeichen(schild.von) == '<';
+        const std::string_view schild = wortlaut();
+        const bool steht = zeichen(schild, 0) == '<';
         offen_.push_back(steht);
         if (steht) {
-            empfaenger_.anfang(name, mitMarke(schild), zeichen(schild.bis - 2 * zeichenbytes()) == '/');
+            const bool leer = zeichen(schild, schild.size() - 2 * zeichenbytes()) == '/';
+            empfaenger_.anfang(name, mitMarke(stelle()), schild, leer);
         }
     }
 
@@ -160,7 +166,6 @@ class Verorter final : private XmlExpat {
     }
 
     XmlOrtung& empfaenger_;
-    std::string_view dokument_;
     XmlBreite breite_;
     std::size_t marke_;
     std::vector<bool> offen_;  // of each open element, whether it stands in the document itself
@@ -233,21 +238,30 @@ bool XmlLauf::lies(const Quelle& quelle, std::size_t groesse, const Empfang& emp
     return false;
 }
 
-std::optional<XmlBreite> XmlLauf::orte(std::string_view dokument, XmlOrtung& empfaenger) {
-    std::string_view rest = dokument;
+XmlInhalt xmlInhalt(std::string_view dokument) {
+    return [dokument](std::uint64_t stelle, std::span<char> puffer) {
+        const std::size_t ab = std::min<std::uint64_t>(stelle, dokument.size());
+        return dokument.copy(puffer.data(), puffer.size(), ab);
+    };
+}
+
+bool XmlLauf::orte(const XmlInhalt& dokument, XmlOrtung& empfaenger) {
+    std::uint64_t gelesen = 0;
     const Quelle quelle = [&](std::span<char> ziel) {
-        const std::size_t anzahl = rest.copy(ziel.data(), ziel.size());
-        rest.remove_prefix(anzahl);
+        const std::size_t anzahl = dokument(gelesen, ziel);
+        gelesen += anzahl;
         return anzahl;
     };
-    const XmlBytestrom strom(quelle, dokument.size());  // only looks at the first bytes
-    const std::string_view ohneMarke = dokument.substr(strom.marke());
-    if (ohneMarke.starts_with("\xEF\xBB\xBF") || ohneMarke.starts_with("\xFF\xFE") ||
-        ohneMarke.starts_with("\xFE\xFF")) {
-        return std::nullopt;  // expat would believe a second mark
+    const XmlBytestrom strom(quelle, std::numeric_limits<std::size_t>::max());  // only looks at the first bytes
+    constexpr std::size_t laengsteMarke = 3;
+    std::array<char, laengsteMarke> danach{};
+    const std::string_view blick(danach.data(), dokument(strom.marke(), danach));
+    if (blick.starts_with("\xEF\xBB\xBF") || blick.starts_with("\xFF\xFE") || blick.starts_with("\xFE\xFF")) {
+        return false;  // expat would believe a second mark
     }
-    Verorter verorter(empfaenger, strom.kodierung(), ohneMarke, strom.breite(), strom.marke());
-    return verorter.zerlege() ? std::optional(strom.breite()) : std::nullopt;
+    empfaenger.beginn(strom.breite());
+    Verorter verorter(empfaenger, strom.kodierung(), strom.breite(), strom.marke());
+    return verorter.zerlege(dokument);
 }
 
 }  // namespace spurkiste

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <span>
@@ -103,12 +104,22 @@ class XmlOrtung {
     XmlOrtung& operator=(const XmlOrtung&) = delete;
     virtual ~XmlOrtung() = default;
 
+    /// The walk begins, in a document whose characters are so wide.
+    virtual void beginn(XmlBreite breite) = 0;
+
     /// An element begins; its name as written, UTF-8. `schild` is its start tag, or the whole element when that
-    /// is `leer`, one tag for start and end.
-    virtual void anfang(std::string_view name, XmlBereich schild, bool leer) = 0;
+    /// is `leer`, one tag for start and end; `wortlaut` are the tag's bytes.
+    virtual void anfang(std::string_view name, XmlBereich schild, std::string_view wortlaut, bool leer) = 0;
     /// The innermost open element ends. `schild` is its end tag; empty when it has none.
     virtual void ende(XmlBereich schild) = 0;
 };
+
+/// A document that can be read from any place on: fills the buffer from a byte on and returns how many bytes came;
+/// fewer than asked mean the end. Whatever it throws comes out of the function that it was given to.
+using XmlInhalt = std::function<std::size_t(std::uint64_t stelle, std::span<char> puffer)>;
+
+/// A document in memory, which must live as long.
+[[nodiscard]] XmlInhalt xmlInhalt(std::string_view dokument);
 
 /// Which readers an XmlLauf tries. The outcome is the same.
 enum class XmlWeg {
@@ -142,9 +153,10 @@ class XmlLauf {
               XmlWeg weg = XmlWeg::eiligVoran);
 
     /// Walks through a document that must be well-formed from its first byte to its last, and reports where its
-    /// elements stand. Encodings as in lies(), but nothing may stand before the XML declaration. Nothing when it is not
-    /// well-formed, or goes beyond what a hostile document may use; what was reported until then is void.
-    [[nodiscard]] static std::optional<XmlBreite> orte(std::string_view dokument, XmlOrtung& empfaenger);
+    /// elements stand. Encodings as in lies(), but nothing may stand before the XML declaration. False when it is not
+    /// well-formed, or goes beyond what a hostile document may use; what was reported until then is void. The
+    /// document passes through in small pieces, however large it is.
+    [[nodiscard]] static bool orte(const XmlInhalt& dokument, XmlOrtung& empfaenger);
 
   private:
     class Zeilen;

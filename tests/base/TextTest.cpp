@@ -119,6 +119,17 @@ TEST(TextTest, MachtTextSicherFuerEineZeile) {
     }
 }
 
+TEST(TextTest, ZeigtJsonOhneSteuerzeichenMitDemselbenWert) {
+    const Paare faelle = {{"[\"a\",\n\"\\u001b\"]\n", "[\"a\",\n\"\\u001b\"]\n"},
+                          {"\"\x7F\xC2\x9B[31m\"", R"("\u007f\u009b[31m")"},
+                          {"\"x\xE2\x80\xAEgpx\xE2\x80\xA8\"", R"("x\u202egpx\u2028")"},
+                          {"\"Zürich 日本 👨\xE2\x80\x8D👩\"", "\"Zürich 日本 👨\xE2\x80\x8D👩\""},
+                          {"", ""}};
+    for (const auto& [json, gezeigt] : faelle) {
+        EXPECT_EQ(text::jsonGezeigt(json), gezeigt);
+    }
+}
+
 TEST(TextTest, KenntEinByteZeichensaetze) {
     const auto windows = text::einByteZeichensatz("windows-1252");
     ASSERT_TRUE(windows.has_value());

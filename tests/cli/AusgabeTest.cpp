@@ -22,9 +22,9 @@ Eintrag voll() {
     return std::make_shared<const GpxMetadaten>(std::move(e));
 }
 
-std::string csv(const Bibliothek::Eintraege& eintraege) {
+std::string csv(const Bibliothek::Eintraege& eintraege, Textform form = Textform::roh) {
     std::string text;
-    ausgabe::alsCsv(eintraege, [&](std::string_view stueck) { text += stueck; });
+    ausgabe::alsCsv(eintraege, form, [&](std::string_view stueck) { text += stueck; });
     return text;
 }
 
@@ -35,6 +35,30 @@ TEST(Csv, quotesWhatMustBeQuotedAndLeavesAbsentValuesEmpty) {
         csv({voll()}).substr(kopf.size()),
         "\"/b/a,\"\"b\"\"\n.gpx\",\"a,\"\"b\"\"\n\",,1999-12-31T23:59:59Z,2001-01-01T00:00:00Z,12,1234.5,90,1e+300,2,"
         "47.5,-8.25,,,false,true,,,,21.5,,3,NW,,4\r\n");
+}
+
+TEST(Csv, namesAreNeitherFormulasNorOrdersToATerminal) {
+    const std::size_t kopf = csv({}).size();
+    for (const auto& [name, sicher] :
+         std::vector<std::pair<std::string, std::string>>{{"=1+1", "'=1+1"},
+                                                          {"+cmd|' /C calc'!A0", "'+cmd|' /C calc'!A0"},
+                                                          {"-2+3", "'-2+3"},
+                                                          {"@SUM(A1)", "'@SUM(A1)"},
+                                                          {"\t =1", "'  =1"},
+                                                          {"＝1", "'＝1"},
+                                                          {"-12.5", "-12.5"},
+                                                          {"a=b", "a=b"},
+                                                          {"rot\x1b[31m\nzwei", "rot [31m zwei"},
+                                                          {"=\"a\",b", "\"'=\"\"a\"\",b\""},
+                                                          {"\xff", "\xEF\xBF\xBD"}}) {
+        GpxMetadaten e;
+        e.pfad = "/b/x.gpx";
+        e.dateiName = name;
+        e.start = Koordinate{-47.5, -8.25};
+        const std::string zeile = csv({std::make_shared<const GpxMetadaten>(e)}, Textform::sicher).substr(kopf);
+        EXPECT_TRUE(zeile.starts_with("/b/x.gpx," + sicher + ",,,")) << zeile;
+        EXPECT_NE(zeile.find(",-47.5,-8.25,"), std::string::npos) << zeile;
+    }
 }
 
 TEST(Json, isOneArrayWhateverItHolds) {

@@ -37,14 +37,14 @@ TEST(Doppelte, findsSameTracksWhateverTheBytes) {
     const auto null = schreibe("null1.gpx", spur({"lat='0' lon='0'"}));
     const auto minusNull = schreibe("null2.gpx", spur({"lat='-0' lon='0'"}));
 
-    const auto gruppen = findeDoppelte(dateiauswahl::imOrdner(ordner.pfad()));
+    const auto gruppen = findeDoppelte(dateiauswahl::imOrdner(ordner.pfad())).gruppen;
     EXPECT_EQ(gruppen, (std::vector<std::vector<std::string>>{{eins, zwei, drei}, {null, minusNull}}));
 }
 
 TEST(Doppelte, aFolderThatCannotBeListedIsAnError) {
     const TempOrdner ordner;
-    EXPECT_EQ(doppelte(ordner.pfad() + "/fehlt"), 1);
-    EXPECT_EQ(doppelte(ordner.schreibe("a.gpx", spur({}))), 1);
+    EXPECT_EQ(doppelte(ordner.pfad() + "/fehlt", Textform::sicher), 1);
+    EXPECT_EQ(doppelte(ordner.schreibe("a.gpx", spur({})), Textform::sicher), 1);
 }
 
 }  // namespace

@@ -1,8 +1,10 @@
+#include <cerrno>
 #include <filesystem>
 #include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -10,6 +12,7 @@
 
 #include "base/Dateien.h"
 #include "cli/Pruefe.h"
+#include "hilfe/Engpass.h"
 #include "hilfe/TempOrdner.h"
 #include "track/GpxLeser.h"
 
@@ -98,9 +101,10 @@ std::vector<Fall> faelle() {
 
 TEST(Pruefe, saysWhatHowOftenAndWhereFirst) {
     const TempOrdner ordner;
+    std::error_code fehler;
     for (const Fall& fall : faelle()) {
         SCOPED_TRACE(fall.name);
-        const auto gefunden = GpxLeser::befunde(ordner.schreibe("a.gpx", fall.inhalt));
+        const auto gefunden = GpxLeser::befunde(ordner.schreibe("a.gpx", fall.inhalt), fehler);
         ASSERT_TRUE(gefunden);
         EXPECT_EQ(*gefunden, fall.erwartet);
     }
@@ -108,6 +112,7 @@ TEST(Pruefe, saysWhatHowOftenAndWhereFirst) {
 
 TEST(Pruefe, countsLinesInFilesThatAreReadInPieces) {
     const TempOrdner ordner;
+    std::error_code fehler;
     std::string inhalt = "\n\n<?xml version='1.0'?><gpx><trk><trkseg>\n";
     std::size_t zeile = 4;
     while (inhalt.size() <= XmlLauf::kAmStueck) {
@@ -116,7 +121,7 @@ TEST(Pruefe, countsLinesInFilesThatAreReadInPieces) {
     }
     inhalt += "<trkpt lat='47.1' lon='8.1'><time>nie</time></trkpt>\n<trkpt";
     EXPECT_EQ(
-        GpxLeser::befunde(ordner.schreibe("a.gpx", inhalt)),
+        GpxLeser::befunde(ordner.schreibe("a.gpx", inhalt), fehler),
         (Befunde{{Art::abgebrochen, 1, zeile + 1, XmlFehler::endeFehlt}, {Art::zeitUnlesbar, 1, zeile, kKeiner}}));
 }
 
@@ -150,20 +155,22 @@ TEST_F(PruefeOrdner, explainsToPeopleAndChangesNothing) {
     const auto ergebnisse = pruefeDateien({ordner_.pfad(), ordner_.in("ohne.txt")});
     EXPECT_EQ(bestand(), vorher);
     const std::string& o = ordner_.pfad();
-    EXPECT_EQ(alsText(ergebnisse), o + "/b.gpx: bricht in Zeile 4 ab: das Ende fehlt\n" +              //
-                                       o + "/b.gpx: 1 Punkt ohne brauchbare Koordinate (Zeile 3)\n" +  //
-                                       o + "/leer.gpx: leer\n" +                                       //
-                                       o + "/ohne.txt: kein Punkt in Track oder Route\n" +             //
-                                       o +
-                                       "/ohne.txt: bricht in Zeile 1 ab: kein gültiges XML, oft ein einzelnes & oder " +
-                                       "eine falsche Kodierung\n" +  //
-                                       "4 Dateien geprüft, 3 mit Befund, 3 nicht lesbar\n");
-    EXPECT_EQ(nichtLesbare(ergebnisse), o + "/ordner.gpx: nicht lesbar: ein Ordner\n" +                 //
-                                            o + "/rohr.gpx: nicht lesbar: keine gewöhnliche Datei\n" +  //
-                                            o + "/verweis.gpx: nicht lesbar: No such file or directory\n");
+    EXPECT_EQ(alsText(ergebnisse, Textform::sicher),
+              o + "/b.gpx: bricht in Zeile 4 ab: das Ende fehlt\n" +              //
+                  o + "/b.gpx: 1 Punkt ohne brauchbare Koordinate (Zeile 3)\n" +  //
+                  o + "/leer.gpx: leer\n" +                                       //
+                  o + "/ohne.txt: kein Punkt in Track oder Route\n" +             //
+                  o + "/ohne.txt: bricht in Zeile 1 ab: kein gültiges XML, oft ein einzelnes & oder " +
+                  "eine falsche Kodierung\n" +  //
+                  "4 Dateien geprüft, 3 mit Befund, 3 nicht lesbar\n");
+    EXPECT_EQ(nichtLesbare(ergebnisse, Textform::sicher),
+              o + "/ordner.gpx: nicht lesbar: ein Ordner\n" +                 //
+                  o + "/rohr.gpx: nicht lesbar: keine gewöhnliche Datei\n" +  //
+                  o + "/verweis.gpx: nicht lesbar: No such file or directory\n");
     const auto seltsam = pruefeDateien({ordner_.schreibe("a\"\\\n\x01\xff.gpx", spur("<trkpt/>"))});
-    EXPECT_EQ(alsText(seltsam), o + "/a\"\\  \xEF\xBF\xBD.gpx: 1 Punkt ohne brauchbare Koordinate (Zeile 4)\n" +
-                                    "1 Datei geprüft, 1 mit Befund\n");
+    EXPECT_EQ(alsText(seltsam, Textform::sicher),
+              o + "/a\"\\  \xEF\xBF\xBD.gpx: 1 Punkt ohne brauchbare Koordinate (Zeile 4)\n" +
+                  "1 Datei geprüft, 1 mit Befund\n");
 }
 
 TEST_F(PruefeOrdner, takesWhateverIsNamedAndNeverWaits) {
@@ -179,7 +186,13 @@ TEST_F(PruefeOrdner, takesWhateverIsNamedAndNeverWaits) {
     for (const Pruefergebnis& ergebnis : ergebnisse) {
         EXPECT_EQ(ergebnis.befunde.has_value(), ergebnis.datei == ordner_.in("a.GPX")) << ergebnis.datei;
     }
-    EXPECT_EQ(alsText(ergebnisse), "1 Datei geprüft, 0 mit Befund, 6 nicht lesbar\n");
+    EXPECT_EQ(alsText(ergebnisse, Textform::sicher), "1 Datei geprüft, 0 mit Befund, 6 nicht lesbar\n");
+}
+
+TEST_F(PruefeOrdner, saysWhyAFolderCannotBeListed) {
+    const KeineNummern keine;
+    EXPECT_EQ(nichtLesbare(pruefeDateien({ordner_.pfad()}), Textform::sicher),
+              ordner_.pfad() + ": nicht lesbar: " + std::generic_category().message(EMFILE) + "\n");
 }
 
 }  // namespace

@@ -6,6 +6,7 @@ import io
 import json
 import os
 import pty
+import resource
 import struct
 import subprocess
 import sys
@@ -95,7 +96,7 @@ class Programm(unittest.TestCase):
         self.assertIn("Am Abend", [e.get("spurName") for e in self.json()])
 
     def test_csv_is_read_by_others(self):
-        lauf = subprocess.run([PROGRAMM, "liste", self.ordner, "--format=csv"], capture_output=True, env=umgebung(), timeout=60)
+        lauf = subprocess.run([PROGRAMM, "liste", self.ordner, "--format=csv", "--roh"], capture_output=True, env=umgebung(), timeout=60)
         text = lauf.stdout.decode()
         self.assertTrue(all(zeile.endswith("\r\n") for zeile in io.StringIO(text, newline="\r\n")))
         zeilen = list(csv.DictReader(io.StringIO(text, newline=""), strict=True))
@@ -133,6 +134,81 @@ class Programm(unittest.TestCase):
             self.assertEqual((lauf.returncode, lauf.stdout, lauf.stderr.count("\n")), (2, "", 1), falsch)
         self.assertEqual(rufe("--help").returncode, 0)
         self.assertRegex(rufe("--version").stdout, r"^spurkiste-cli \d+\.\d+\.\d+\n$")
+
+    def test_sport_goes_on_behind_a_failure_and_says_so_by_exit_status(self):
+        gut, schlecht = os.path.join(self.ordner, "Morgenrunde.gpx"), os.path.join(self.ordner, "kaputt.gpx")
+        lauf = rufe("sport", "hiking", schlecht, gut)
+        self.assertEqual((lauf.returncode, lauf.stdout), (1, f"{gut}: 1 elements\n"))
+        self.assertEqual(lauf.stderr, f"{schlecht}: Die GPX-Datei ist kein lesbares XML.\n")
+        self.assertEqual((rufe("sport", "hiking", gut).returncode, rufe("sport", "hiking", gut + "x").returncode), (0, 1))
+
+    def eng(self, was, menge, *argumente):
+        def begrenze():
+            resource.setrlimit(was, (menge, menge))
+        return subprocess.run([PROGRAMM, *argumente], capture_output=True, text=True, timeout=120, env=umgebung(),
+                              preexec_fn=begrenze)
+
+    def test_what_could_not_be_read_is_named_and_read_the_next_time(self):
+        wahr = self.json("--ohne-cache")
+        for nummern in range(4, 14):  # with fewer not even its libraries are found
+            lauf = self.eng(resource.RLIMIT_NOFILE, nummern, "liste", self.ordner, "--format", "json")
+            if lauf.returncode == 0:
+                self.assertEqual(json.loads(lauf.stdout), wahr)
+                break
+            self.assertEqual(lauf.returncode, 1)
+            self.assertNotEqual(lauf.stderr, "")
+        self.assertEqual(lauf.returncode, 0)
+        self.assertEqual(self.json(), wahr)
+
+    def test_memory_that_runs_out_ends_with_a_sentence(self):
+        self.schreibe("gross.gpx", "<gpx><trk><trkseg>" + "<trkpt lat='1' lon='2'/>" * 200_000 + "</trkseg></trk></gpx>")
+        wahr = self.json("--ohne-cache")
+        for mebi in (*range(40, 160, 12), 4096):
+            lauf = self.eng(resource.RLIMIT_AS, mebi << 20, "liste", self.ordner, "--format", "json")
+            self.assertIn(lauf.returncode, (0, 1, 127), (mebi, lauf.stderr))  # 127: not even its libraries
+            self.assertEqual(lauf.returncode == 0, lauf.stderr == "", (mebi, lauf.stderr))
+        self.assertEqual((lauf.returncode, json.loads(lauf.stdout)), (0, wahr))
+        self.assertEqual(self.json(), wahr)
+
+    def test_memory_does_not_grow_with_the_file_whose_sport_is_set(self):
+        pfad = os.path.join(self.ordner, "gross.gpx")
+        with open(pfad, "w", encoding="utf-8") as datei:
+            datei.write("<gpx><trk>")
+            for _ in range(400):
+                datei.write(" " * (1 << 20))
+            datei.write("</trk></gpx>")
+        lauf = self.eng(resource.RLIMIT_AS, 300 << 20, "sport", "hiking", pfad)
+        self.assertEqual((lauf.returncode, lauf.stderr), (0, ""))
+        with open(pfad, "rb") as datei:
+            datei.seek(-50, os.SEEK_END)
+            self.assertTrue(datei.read().endswith(b"   <type>hiking</type></trk></gpx>"))
+        self.assertEqual(os.path.getsize(pfad), 10 + (400 << 20) + 19 + 12)
+        with open(pfad, "r+b") as datei:
+            datei.truncate(6 << 30)
+        lauf = self.eng(resource.RLIMIT_AS, 300 << 20, "sport", "running", pfad)
+        self.assertEqual((lauf.returncode, lauf.stderr), (1, f"{pfad}: Die GPX-Datei ist kein lesbares XML.\n"))
+
+    def test_no_name_gives_orders_to_a_terminal(self):
+        boese = os.path.join(self.ordner, "=1+1\x1b[31mrot\nzwei.gpx")
+        os.rename(os.path.join(self.ordner, "Morgenrunde.gpx"), boese)
+        for n in ("x", "y"):
+            os.link(boese, os.path.join(self.ordner, f"\x1b{n}.gpx"))
+        for aufruf in (["sport", "hiking", boese, self.ordner + "/\x07fehlt.gpx"], ["doppelte", self.ordner],
+                       ["doppelte", self.ordner + "\x1b"], ["pruefe", self.ordner], ["liste", self.ordner],
+                       ["liste", self.ordner, "--format=csv"], ["liste", boese + "/\x1bdarin"], ["\x1bzeige"]):
+            lauf = rufe(*aufruf)
+            self.assertNotRegex(lauf.stdout + lauf.stderr, "[\x00-\x09\x0b\x0c\x0e-\x1f]", aufruf)
+        self.assertIn("'=1+1 [31mrot zwei", rufe("liste", self.ordner, "--format=csv").stdout)
+        self.assertIn(boese + ": 1 elements\n", rufe("sport", "hiking", "--roh", boese).stdout)
+        self.assertIn(",=1+1", rufe("liste", self.ordner, "--format=csv", "--roh").stdout.replace('"', ""))
+        steuernd = os.path.join(self.ordner, "\x7f\u009b\u202e\u2066.gpx")
+        os.rename(boese, steuernd)
+        for aufruf, feld in ((["liste", self.ordner, "--format=json"], "pfad"), (["pruefe", self.ordner, "--json"], "datei")):
+            lauf = rufe(*aufruf)
+            self.assertNotRegex(lauf.stdout, "[\x7f-\x9f\u200e\u200f\u2028-\u202e\u2066-\u2069]", aufruf)
+            self.assertIn(steuernd, [eines[feld] for eines in json.loads(lauf.stdout)])
+        for falsch in (["liste", self.ordner, "--roh"], ["pruefe", self.ordner, "--json", "--roh"]):
+            self.assertEqual(rufe(*falsch).returncode, 2, falsch)
 
     def test_checks_whatever_the_names_and_fails_only_on_what_cannot_be_read(self):
         spur = "<gpx><trk><trkseg>\n<trkpt lat='1' lon='2'><ele>x</ele></trkpt>\n"

@@ -92,6 +92,41 @@ inline bool imKind(const std::function<bool()>& tue) {
     return WIFEXITED(zustand) && WEXITSTATUS(zustand) == 0;
 }
 
+/// Makes the system fail, in this process for good, whatever call of this kind wants to have so many bytes or more; for
+/// calls whose third argument says how many. False where the system cannot.
+inline bool scheitereAb(long aufruf, __u32 bytes, int fehler) {
+    constexpr std::size_t anzahl = offsetof(seccomp_data, args) + 2 * sizeof(__u64);
+    sock_filter regeln[] = {
+        {BPF_LD | BPF_W | BPF_ABS, 0, 0, offsetof(seccomp_data, nr)},
+        {BPF_JMP | BPF_JEQ | BPF_K, 0, 3, static_cast<__u32>(aufruf)},
+        {BPF_LD | BPF_W | BPF_ABS, 0, 0, static_cast<__u32>(anzahl)},
+        {BPF_JMP | BPF_JGE | BPF_K, 0, 1, bytes},
+        {BPF_RET | BPF_K, 0, 0, SECCOMP_RET_ERRNO | static_cast<__u32>(fehler)},
+        {BPF_RET | BPF_K, 0, 0, SECCOMP_RET_ALLOW},
+    };
+    const sock_fprog programm{static_cast<unsigned short>(std::size(regeln)), regeln};
+    return ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
+           ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &programm, 0, 0) == 0;
+}
+
+/// Leaves the process no descriptor more than it has, for one scope.
+class KeineNummern {
+  public:
+    KeineNummern() {
+        EXPECT_EQ(::getrlimit(RLIMIT_NOFILE, &vorher_), 0);
+        const int naechste = ::dup(0);
+        const rlimit eng{static_cast<rlim_t>(naechste), vorher_.rlim_max};
+        EXPECT_EQ(::setrlimit(RLIMIT_NOFILE, &eng), 0);
+        ::close(naechste);
+    }
+    KeineNummern(const KeineNummern&) = delete;
+    KeineNummern& operator=(const KeineNummern&) = delete;
+    ~KeineNummern() { ::setrlimit(RLIMIT_NOFILE, &vorher_); }
+
+  private:
+    rlimit vorher_{};
+};
+
 /// What a file system can do beyond the bare minimum.
 enum class Faehigkeiten {
     alle,

@@ -1,5 +1,8 @@
+#include <cstddef>
 #include <filesystem>
+#include <fstream>
 #include <memory>
+#include <string>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -213,6 +216,83 @@ TEST_F(BibliothekTest, saysInANoticeWhatKeepsItFromTheFolder) {
     bibliothek->lade();
     arbeiteAb();
     EXPECT_EQ(bibliothek->hinweis().wert(), std::nullopt);
+}
+
+TEST_F(BibliothekTest, whatCouldNotBeReadIsShownAndSaidAndReadAgain) {
+    const auto bibliothek = mitSpuren({"a.gpx"});
+    ordner.schreibe("b.gpx", gpx(47, 8));
+    const std::string warum = std::generic_category().message(EMFILE);
+    bibliothek->lade();
+    lasseNachsehen();
+    {
+        const KeineNummern keine;
+        arbeiter.fuehreAlle();
+    }
+    arbeiteAb();
+    EXPECT_EQ(namen(*bibliothek), (Namen{"a.gpx", "b.gpx"}));
+    EXPECT_EQ(bibliothek->eintraege().wert()[1]->punkte, 0);
+    EXPECT_EQ(bibliothek->lesefehler().wert(), (Bibliothek::Lesefehler{{ordner.in("b.gpx"), warum}}));
+    EXPECT_EQ(bibliothek->hinweis().wert(), std::nullopt);
+    EXPECT_EQ(cacheText().find("b.gpx"), std::string::npos);
+
+    const auto neu = bibliothek->benenneUm(*bibliothek->eintraege().wert()[1], "c").value();
+    arbeiteAb();
+    EXPECT_EQ(bibliothek->lesefehler().wert(), (Bibliothek::Lesefehler{{neu, warum}})) << "the reason goes along";
+    EXPECT_EQ(cacheText().find("c.gpx"), std::string::npos);
+
+    bibliothek->lade();
+    EXPECT_EQ(arbeiteAb(), 1U);
+    EXPECT_EQ(bibliothek->eintraege().wert()[1]->punkte, 1);
+    EXPECT_TRUE(bibliothek->lesefehler().wert().empty());
+    EXPECT_NE(cacheText().find("c.gpx"), std::string::npos);
+}
+
+TEST_F(BibliothekTest, aSportOrTheTrashEndsWhatWasSaidOfTheFile) {
+    for (const bool papier : {false, true}) {
+        ordner.schreibe("b.gpx", gpx(47, 8));
+        std::filesystem::remove(ordner.in(Cache::kDateiname));
+        const auto bibliothek = mach();
+        bibliothek->lade();
+        lasseNachsehen();
+        {
+            const KeineNummern keine;
+            arbeiter.fuehreAlle();
+        }
+        arbeiteAb();
+        ASSERT_EQ(bibliothek->lesefehler().wert().size(), 1U);
+        if (papier) {
+            bibliothek->inPapierkorb({ordner.in("b.gpx")});
+            papierkorb.anfragen.back().fertig({{ordner.in("b.gpx")}, std::nullopt});
+        } else {
+            bibliothek->setzeSportart(GpxSportart::rad, *bibliothek->eintraege().wert()[0]);
+        }
+        arbeiteAb();
+        EXPECT_TRUE(bibliothek->lesefehler().wert().empty()) << papier;
+    }
+}
+
+TEST_F(BibliothekTest, nothingIsReadForALibraryThatIsGone) {
+    const auto gelesen = [] {
+        std::ifstream strom("/proc/self/io");
+        std::string name;
+        std::size_t bytes = 0;
+        strom >> name >> bytes;
+        return bytes;
+    };
+    constexpr std::size_t gross = std::size_t{4} << 20U;
+    ordner.schreibe("a.gpx", "<gpx>" + std::string(gross, ' ') + "</gpx>");
+    for (const bool lebt : {true, false}) {
+        auto bibliothek = mach();
+        bibliothek->lade();
+        lasseNachsehen();
+        if (!lebt) {
+            bibliothek.reset();
+        }
+        const std::size_t vorher = gelesen();
+        arbeiter.fuehreAlle();
+        EXPECT_EQ(gelesen() - vorher >= gross, lebt);
+        hauptfaden.fuehreAlle();
+    }
 }
 
 TEST_F(BibliothekTest, emptiesTheListWhenTheFolderCannotBeMade) {

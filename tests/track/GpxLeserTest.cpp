@@ -1,16 +1,24 @@
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
 #include <cstddef>
+#include <ctime>
 #include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 
 #include "base/Dateien.h"
+#include "hilfe/Engpass.h"
 #include "hilfe/TempOrdner.h"
 #include "track/GpxLeser.h"
+#include "track/GpxSchreiber.h"
 
 namespace spurkiste {
 
@@ -258,6 +266,86 @@ TEST(GpxLeserTest, LiestDateienAllerArt) {
     const auto eintrag = GpxLeser::lese(ordner.schreibe("gross.gpx", gpx(gross)));
     ASSERT_TRUE(eintrag);
     EXPECT_EQ(eintrag->punkte, groesse / static_cast<std::int64_t>(inhalt.size() - 25) * 2);
+}
+
+TEST(GpxLeserTest, EinLesefehlerIstNichtDasEndeDerDatei) {
+    const TempOrdner ordner;
+    std::string inhalt;
+    for (int i = 0; i < 100; ++i) {
+        inhalt += punkt("1", "2");
+    }
+    const std::string pfad = ordner.schreibe("a.gpx", gpx(inhalt));
+    std::error_code fehler;
+    EXPECT_EQ(GpxLeser::lese(pfad, fehler)->punkte, 100);
+    EXPECT_FALSE(fehler);
+    EXPECT_TRUE(imKind([&] {
+        constexpr unsigned hinterDemKopf = 1025;
+        if (!scheitereAb(SYS_read, hinterDemKopf, EIO) || !scheitereAb(SYS_pread64, hinterDemKopf, EIO)) {
+            return true;
+        }
+        std::error_code warum;
+        const auto teil = GpxLeser::lese(pfad, warum);
+        EXPECT_EQ(warum, std::errc::io_error);
+        EXPECT_GT(teil->punkte, 1);
+        EXPECT_LT(teil->punkte, 100);
+        EXPECT_EQ(teil->dateiGroesse, static_cast<std::int64_t>(gpx(inhalt).size()));
+        EXPECT_EQ(GpxLeser::befunde(pfad, warum), std::nullopt);
+        EXPECT_EQ(warum, std::errc::io_error);
+        warum.clear();
+        EXPECT_TRUE(GpxLeser::orte(pfad, warum).empty());
+        EXPECT_EQ(warum, std::errc::io_error);
+        EXPECT_THROW(GpxSchreiber::setzeSportart(GpxSportart::rad, pfad), std::system_error) << "says what it is";
+        EXPECT_FALSE(dateien::liesGanz(pfad).has_value());
+        return !testing::Test::HasFailure();
+    }));
+    const KeineNummern keine;
+    const auto leer = GpxLeser::lese(pfad, fehler);
+    EXPECT_EQ(leer->punkte, 0);
+    EXPECT_EQ(fehler, std::errc::too_many_files_open);
+    EXPECT_EQ(GpxLeser::lese(ordner.in("fehlt.gpx"), fehler), std::nullopt);
+    EXPECT_FALSE(fehler) << "what has vanished is no error";
+}
+
+TEST(GpxLeserTest, GroesseUndDatumSindDieVorDemErstenByte) {
+    const TempOrdner ordner;
+    const std::string pfad = ordner.schreibe("a.gpx", gpx(punkt("1", "2")));
+    std::filesystem::last_write_time(pfad, std::filesystem::file_time_type::clock::now() - std::chrono::hours(1));
+    const auto vorher = dateien::angaben(pfad).value();
+    std::error_code fehler;
+    const auto eintrag = GpxLeser::lese(pfad, fehler, [&] {
+        ordner.schreibe("a.gpx", gpx(punkt("1", "2") + punkt("3", "4")));
+        return false;
+    });
+    EXPECT_NE(dateien::angaben(pfad)->geaendert, vorher.geaendert);
+    EXPECT_EQ(eintrag->dateiDatum, vorher.geaendert) << "or a record of the old bytes would pass for one of the new";
+    EXPECT_EQ(eintrag->dateiGroesse, vorher.groesse);
+
+    EXPECT_EQ(GpxLeser::lese(pfad, fehler, [] { return true; }), std::nullopt);
+    EXPECT_EQ(fehler, std::errc::operation_canceled);
+}
+
+class Weghoerer final : public XmlOrtung {
+  public:
+    void beginn(XmlBreite /*breite*/) override {}
+    void anfang(std::string_view /*name*/, XmlBereich /*schild*/, std::string_view /*wortlaut*/,
+                bool /*leer*/) override {}
+    void ende(XmlBereich /*schild*/) override {}
+};
+
+TEST(GpxLeserTest, DieZeitWaechstMitDerGroesseUndNichtSchneller) {
+    const auto zeit = [](std::size_t megabytes) {
+        const std::string inhalt = "<gpx><a b='" + std::string(megabytes << 20U, 'x') + "'/></gpx>";
+        Weghoerer niemand;
+        double beste = 1e9;
+        for (int i = 0; i < 3; ++i) {
+            const std::clock_t anfang = std::clock();
+            (void)GpxLeser::ausInhalt(inhalt, 4096);
+            EXPECT_TRUE(XmlLauf::orte(xmlInhalt(inhalt), niemand));
+            beste = std::min(beste, static_cast<double>(std::clock() - anfang));
+        }
+        return beste;
+    };
+    EXPECT_LT(zeit(16), 3.0 * 4.0 * zeit(4)) << "four times as much; a square would be sixteen times as long";
 }
 
 }  // namespace spurkiste

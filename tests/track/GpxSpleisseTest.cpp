@@ -14,10 +14,10 @@ namespace {
 
 /// The document with the sport in it; absent when it is no XML.
 std::optional<std::string> mit(std::string_view inhalt, GpxSportart art) {
-    const auto spleisse = GpxSpleisse::berechne(inhalt, art);
+    const auto spleisse = GpxSpleisse::berechne(xmlInhalt(inhalt), art);
     std::string neu;
     if (spleisse) {
-        spleisse->wendeAn(inhalt, [&](std::string_view stueck) { neu += stueck; });
+        spleisse->wendeAn(xmlInhalt(inhalt), [&](std::string_view stueck) { neu += stueck; });
     }
     return spleisse ? std::optional(neu) : std::nullopt;
 }
@@ -25,7 +25,7 @@ std::optional<std::string> mit(std::string_view inhalt, GpxSportart art) {
 /// The same with the number of tracks and routes behind it.
 std::string gezaehlt(std::string_view inhalt, GpxSportart art) {
     const auto neu = mit(inhalt, art);
-    return neu ? *neu + "#" + std::to_string(GpxSpleisse::berechne(inhalt, art)->ziele) : "no XML";
+    return neu ? *neu + "#" + std::to_string(GpxSpleisse::berechne(xmlInhalt(inhalt), art)->ziele) : "no XML";
 }
 
 std::string weit(std::string_view text, bool gross) {
@@ -173,7 +173,8 @@ TEST(GpxSpleisse, largeFilesHaveTheirPlaceFoundInPieces) {
         return "<gpx><trk>" + std::string(leerraum, ' ') + "<type a=\"/>\"/></trk></gpx>";
     };
     const auto pruefe = [&](std::size_t leerraum) {
-        const auto spleisse = GpxSpleisse::berechne(vorher(leerraum), GpxSportart::laufen);
+        const std::string inhalt = vorher(leerraum);
+        const auto spleisse = GpxSpleisse::berechne(xmlInhalt(inhalt), GpxSportart::laufen);
         ASSERT_TRUE(spleisse.has_value()) << leerraum;
         const std::size_t schildende = 10 + leerraum + 14;
         const std::vector<GpxSpleisse::Spleiss> erwartet = {{{schildende - 2, schildende}, ">running</type>"}};
@@ -183,6 +184,22 @@ TEST(GpxSpleisse, largeFilesHaveTheirPlaceFoundInPieces) {
     for (const std::size_t naht : {10U, 16U, 23U}) {  // where the pieces part: before the tag, in it, before its end
         pruefe(16 * mebi - naht);
     }
+}
+
+TEST(GpxSpleisse, moreTracksThanAreKeptAreFoundAgain) {
+    constexpr std::size_t viele = 200'000;
+    std::string vorher = "<gpx>";
+    std::string nachher = vorher;
+    for (std::size_t i = 0; i < viele; ++i) {
+        vorher += "<trk/>";
+        nachher += "<trk><type>cycling</type></trk>";
+    }
+    const auto spleisse = GpxSpleisse::berechne(xmlInhalt(vorher + "</gpx>"), GpxSportart::rad);
+    ASSERT_TRUE(spleisse.has_value());
+    EXPECT_FALSE(spleisse->alle);
+    EXPECT_LT(spleisse->spleisse.size() * sizeof(GpxSpleisse::Spleiss), GpxSpleisse::kHoechstens);
+    EXPECT_EQ(spleisse->ziele, viele);
+    EXPECT_TRUE(mit(vorher + "</gpx>", GpxSportart::rad) == nachher + "</gpx>");
 }
 
 /// Whether the bytes that would go are only the content of a <type>, or the end of a tag that has to be opened.
@@ -200,7 +217,7 @@ TEST(GpxSpleisse, whateverTheDocumentOnlyTypesChange) {
         const std::string rad = mit(vorher, GpxSportart::rad).value();
         ASSERT_EQ(mit(rad, GpxSportart::rad), rad);
         ASSERT_EQ(mit(mit(rad, GpxSportart::ski).value(), GpxSportart::rad), rad);
-        const auto spleisse = GpxSpleisse::berechne(vorher, GpxSportart::rad);
+        const auto spleisse = GpxSpleisse::berechne(xmlInhalt(vorher), GpxSportart::rad);
         for (const auto& spleiss : spleisse->spleisse) {
             ASSERT_TRUE(istErlaubt(vorher, spleiss.stelle));
         }

@@ -52,6 +52,27 @@ TEST(GpxStatistikTest, StreckeUeberbruecktKeineSegmente) {
     EXPECT_EQ(GpxStatistik::strecke(punkte), summe);
 }
 
+TEST(GpxStatistikTest, EinSegmentAusEinemPunktGehoertZuKeinemNachbarn) {
+    const auto segmente = [](const std::vector<std::vector<double>>& hoehen) {
+        std::vector<GpxPunkt> punkte;
+        for (std::size_t i = 0; i < hoehen.size(); ++i) {
+            for (const double hoehe : hoehen[i]) {
+                punkte.push_back({{0.0, 0.0}, hoehe, static_cast<int>(i)});
+            }
+        }
+        return GpxStatistik::anstieg(punkte);
+    };
+    const std::vector<double> steil = {0, 100, 300, 700, 1500, 3100, 6300};
+    const double allein = segmente({steil});
+    ASSERT_GT(allein, 0);
+    for (const double einzelner : {0.0, 50.0, 9000.0}) {
+        EXPECT_EQ(segmente({{einzelner}, steil}), allein) << einzelner;
+        EXPECT_EQ(segmente({steil, {einzelner}}), allein) << einzelner;
+        EXPECT_EQ(segmente({steil, {einzelner}, steil}), 2 * allein) << einzelner;
+        EXPECT_EQ(segmente({{einzelner}, {0.0}, {einzelner}, steil}), allein) << einzelner;
+    }
+}
+
 TEST(GpxStatistikTest, AnstiegZaehltJedenStiegDerGeglaettetenLinie) {
     const std::vector<std::pair<std::vector<double>, double>> faelle = {
         {{}, 0},

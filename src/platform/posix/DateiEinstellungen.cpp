@@ -51,14 +51,20 @@ DateiEinstellungen::DateiEinstellungen(std::string pfad) : pfad_(std::move(pfad)
 
 bool DateiEinstellungen::liesDatei() {
     constexpr std::size_t hoechstens = std::size_t{1} << 20U;  // thousands of times what the program writes
-    auto leser = dateien::Leser::oeffne(pfad_);
-    const std::size_t groesse = leser ? leser->groesse() : 0;
-    if (groesse > hoechstens) {
-        return true;
-    }
-    std::string inhalt(groesse, '\0');
-    if (leser ? leser->lies(inhalt) < groesse : dateien::angaben(pfad_).has_value()) {
-        return false;
+    std::string inhalt;
+    try {
+        dateien::Leser leser(pfad_);
+        if (leser.groesse() > hoechstens) {
+            return true;
+        }
+        inhalt.resize(leser.groesse());
+        if (leser.lies(inhalt) < inhalt.size()) {
+            return false;
+        }
+    } catch (const std::system_error&) {
+        if (dateien::angaben(pfad_)) {
+            return false;
+        }
     }
     std::string_view rest = inhalt;
     while (!rest.empty()) {

@@ -168,12 +168,13 @@ void DetailAnsicht::kleide() {
     }
 }
 
-void DetailAnsicht::zeige(const Eintrag& eintrag) {
-    if (eintrag == eintrag_) {
+void DetailAnsicht::zeige(const Eintrag& eintrag, const std::string& lesefehler) {
+    if (eintrag == eintrag_ && lesefehler == lesefehler_) {
         return;
     }
     const bool andere = !eintrag || !eintrag_ || eintrag->pfad != eintrag_->pfad;
     eintrag_ = eintrag;
+    lesefehler_ = lesefehler;
     if (eintrag_) {
         fuelle();
     }
@@ -185,7 +186,11 @@ void DetailAnsicht::zeige(const Eintrag& eintrag) {
 
 void DetailAnsicht::fuelle() {
     const std::string sprache = AppSprache::code();
-    const auto texte = DetailTexte::aus(*eintrag_, sprache, groesse(eintrag_->dateiGroesse, sprache).toStdString());
+    std::string dateitext = groesse(eintrag_->dateiGroesse, sprache).toStdString();
+    if (!lesefehler_.empty()) {
+        dateitext += " · nicht lesbar: " + lesefehler_;
+    }
+    const auto texte = DetailTexte::aus(*eintrag_, sprache, std::move(dateitext));
     ueberzeile_->setText(alsText(texte.ueberzeile));
     titel_->zeige(alsText(texte.titel));
     datum_->setText(alsText(texte.datum));

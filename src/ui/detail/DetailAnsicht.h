@@ -3,6 +3,7 @@
 #include <QScrollArea>
 #include <QStackedWidget>
 #include <QWidget>
+#include <string>
 #include <vector>
 
 #include "track/GpxMetadaten.h"
@@ -26,8 +27,9 @@ class DetailAnsicht final : public QWidget {
   public:
     explicit DetailAnsicht(QWidget* eltern = nullptr);
 
-    /// Shows a record; null shows the invitation. Cheap when it is the record shown already.
-    void zeige(const Eintrag& eintrag);
+    /// Shows a record; null shows the invitation. `lesefehler`, empty when there is none, is why its file could not be
+    /// read to the end. Cheap when it is what is shown already.
+    void zeige(const Eintrag& eintrag, const std::string& lesefehler = {});
     /// Takes texts and fonts anew, after the language changed.
     void kleide();
 
@@ -47,6 +49,7 @@ class DetailAnsicht final : public QWidget {
     void fuelle();
 
     Eintrag eintrag_;
+    std::string lesefehler_;
     QStackedWidget* stapel_;
     Leerbild* leer_;
     QScrollArea* rolle_;

@@ -122,6 +122,7 @@ void InhaltsAnsicht::verbinde() {
         hinweisNeu_ = true;
         auffrischung_.fordere();
     }));
+    abos_.push_back(bibliothek_.lesefehler().beobachte(fordere));
     abos_.push_back(bibliothek_.ordner().beobachte(fordere));
     abos_.push_back(bibliothek_.ausstehend().beobachte(fordere));
     abos_.push_back(bibliothek_.zuKopieren().beobachte(fordere));
@@ -264,7 +265,9 @@ Ansichtszustand::Oeffnung InhaltsAnsicht::oeffnung() {
 }
 
 void InhaltsAnsicht::zeigeAusgewaehlten(const Eintrag& eintrag) {
-    detail_->zeige(eintrag);
+    const auto& lesefehler = bibliothek_.lesefehler().wert();
+    const auto fehler = eintrag ? lesefehler.find(eintrag->pfad) : lesefehler.end();
+    detail_->zeige(eintrag, fehler == lesefehler.end() ? std::string() : fehler->second);
     kopf_->zeigeSport(eintrag);
 }
 

@@ -150,6 +150,14 @@ TEST_F(DetailAnsichtTest, saysWhatIsNotKnown) {
     EXPECT_EQ(texteAller<DetailKarte>().at(1), (Texte{"ROUTE", "Start", "Zürich · –", "Ziel", "47.37690, 8.54170"}));
 }
 
+TEST_F(DetailAnsichtTest, saysWhyTheFileCouldNotBeRead) {
+    const Eintrag eintrag = voll();
+    ansicht.zeige(eintrag, "Kein Zugriff");
+    EXPECT_EQ(texteAller<DetailKarte>().at(2).back(), "123 kB · nicht lesbar: Kein Zugriff");
+    ansicht.zeige(eintrag);
+    EXPECT_EQ(texteAller<DetailKarte>().at(2).back(), "123 kB");
+}
+
 TEST_F(DetailAnsichtTest, invitesToSelectWhenThereIsNothingToShow) {
     for (const bool vorher : {false, true}) {
         if (vorher) {
