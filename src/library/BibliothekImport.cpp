@@ -25,21 +25,26 @@ bool liegtIn(const std::string& ordner, const std::string& pfad) {
     return dateien::kindPfad(ordner, dateien::letzterTeil(pfad)) == pfad;
 }
 
-/// Copies files into the folder. With `nurNeues` of a single one, which is told in place of a copy where the folder has
-/// a file with the same bytes already.
-Kopierstapel hole(const std::string& ordner, const std::vector<std::string>& quellen, bool nurNeues,
+/// Copies files into the folder. What is there already with the same bytes is told in place of a copy, where `bestand`
+/// is present.
+Kopierstapel hole(const std::string& ordner, const std::vector<std::string>& quellen, oeffnung::Bestand* bestand,
                   const std::atomic<bool>& abbruch) {
-    if (nurNeues) {
-        assert(quellen.size() == 1);
-        try {
-            if (auto gleiche = oeffnung::gleiche(ordner, quellen.front())) {
-                return {{{quellen.front(), std::move(*gleiche), {}}}, {}};
-            }
-        } catch (const std::bad_alloc&) {
-            return {{{quellen.front(), {}, std::generic_category().message(ENOMEM)}}, {}};
-        }
+    if (bestand == nullptr) {
+        return Kopierstapel::kopiere(ordner, quellen, abbruch);
     }
-    return Kopierstapel::kopiere(ordner, quellen, abbruch);
+    assert(quellen.size() == 1);
+    try {
+        if (auto gleiche = bestand->gleiche(quellen.front())) {
+            return {{{quellen.front(), std::move(*gleiche), {}}}, {}};
+        }
+    } catch (const std::bad_alloc&) {
+        return {{{quellen.front(), {}, std::generic_category().message(ENOMEM)}}, {}};
+    }
+    Kopierstapel stapel = Kopierstapel::kopiere(ordner, quellen, abbruch);
+    for (const Kopierstapel::Kopie& kopie : stapel.kopien) {
+        bestand->kommt(kopie.ziel);
+    }
+    return stapel;
 }
 
 }  // namespace
@@ -86,8 +91,9 @@ void Bibliothek::kopiereNaechste() {
     Ausfuehrer& kopierer = anschluesse_.kopierer != nullptr ? *anschluesse_.kopierer : anschluesse_.arbeiter;
     rueckweg_.hinUndZurueck(
         kopierer,
-        [ordner = import->ordner, quellen = std::move(quellen), nurNeues = import->nurNeues,
-         abbruch = import->abbruch] { return hole(ordner, quellen, nurNeues, *abbruch); },
+        [ordner = import->ordner, quellen = std::move(quellen), bestand = import->bestand, abbruch = import->abbruch] {
+            return hole(ordner, quellen, bestand.get(), *abbruch);
+        },
         [this, import](const Kopierstapel& stapel) { landeKopien(import, stapel); });
 }
 
@@ -98,7 +104,7 @@ void Bibliothek::landeKopien(const std::shared_ptr<Import>& import, const Kopier
             meldeFehlkopie(kopie.quelle, kopie.fehler);
         } else {
             import->gefundene.push_back(kopie.ziel);
-            if (!import->nurNeues || !kennt(kopie.ziel)) {
+            if (!import->bestand || !kennt(kopie.ziel)) {
                 import->neue.push_back(kopie.ziel);
             }
         }

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "library/Bibliothek.h"
+#include "library/Oeffnung.h"
 
 namespace spurkiste {
 
@@ -31,7 +32,7 @@ struct Bibliothek::Import {
     std::vector<std::string> neue;  ///< the copies that succeeded
     Fertig fertig;
     Gefunden gefunden = {};
-    bool nurNeues = false;  ///< what the folder has already is not copied but told
+    std::shared_ptr<oeffnung::Bestand> bestand = nullptr;  ///< what it has already is not copied but told
     std::vector<std::string> gefundene = {};
     std::size_t stapel = 1;  ///< how many files the next task gets: the first row comes soon, the others come fast
     /// True once only the copy in hand is still wanted.

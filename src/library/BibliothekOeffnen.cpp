@@ -45,13 +45,14 @@ void Bibliothek::oeffne(const std::vector<std::string>& pfade, const Gefunden& g
     if (!eigene.empty()) {
         gefunden(eigene);
     }
+    const auto bestand = std::make_shared<oeffnung::Bestand>(ordner);
     for (const std::string& pfad : fremde) {
         auto import = std::make_shared<Import>();
         import->quellen = {pfad};
         import->ordner = ordner;
         import->generation = generation_;
         import->gefunden = gefunden;
-        import->nurNeues = true;
+        import->bestand = bestand;
         reiheEin(import);
     }
 }

@@ -6,8 +6,9 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <new>
 #include <system_error>
-#include <vector>
+#include <utility>
 
 #include "base/Dateien.h"
 #include "base/Dateinummer.h"
@@ -73,23 +74,39 @@ bool liegtIn(const std::string& ordner, const std::string& pfad) {
     return fs::equivalent(dateien::ordnerVon(pfad), ordner, fehlt) && !fehlt;
 }
 
-std::optional<std::string> gleiche(const std::string& ordner, const std::string& pfad) {
-    const auto gesucht = dateien::angaben(pfad);
-    if (!gesucht) {
-        return std::nullopt;
+void Bestand::kommt(const std::string& pfad) try {
+    const auto angaben = dateien::angaben(pfad);
+    if (angaben && heisstGpx(pfad)) {
+        namen_[angaben->groesse].emplace(dateien::letzterTeil(pfad));
     }
-    std::vector<std::string> namen;
+} catch (const std::bad_alloc&) {
+    return;
+}
+
+void Bestand::sieheNach() {
     try {
-        namen = dateien::liste(ordner);
+        for (const std::string& name : dateien::liste(ordner_)) {
+            if (heisstGpx(name)) {
+                kommt(dateien::kindPfad(ordner_, name));
+            }
+        }
     } catch (const std::system_error&) {
+        namen_.clear();
+    }
+}
+
+std::optional<std::string> Bestand::gleiche(const std::string& pfad) {
+    if (!std::exchange(bekannt_, true)) {
+        sieheNach();
+    }
+    const auto gesucht = dateien::angaben(pfad);
+    const auto gleichGrosse = gesucht ? namen_.find(gesucht->groesse) : namen_.end();
+    if (gleichGrosse == namen_.end()) {
         return std::nullopt;
     }
-    std::erase_if(namen, [](const std::string& name) { return !heisstGpx(name); });
-    std::sort(namen.begin(), namen.end());
-    for (const std::string& name : namen) {
-        std::string hier = dateien::kindPfad(ordner, name);
-        const auto angaben = dateien::angaben(hier);
-        if (angaben && angaben->groesse == gesucht->groesse && sindGleich(hier, pfad, gesucht->groesse)) {
+    for (const std::string& name : gleichGrosse->second) {
+        std::string hier = dateien::kindPfad(ordner_, name);
+        if (sindGleich(hier, pfad, gesucht->groesse)) {
             return hier;
         }
     }

@@ -314,13 +314,10 @@ void InhaltsAnsicht::frischeAuf() {
     } else if (kopierblatt_) {
         QTimer::singleShot(0, this, &QWidget::close);
     }
-    if (zeilenbau_.baut()) {
-        return;
-    }
-    if (std::exchange(rolltZurAuswahl_, false)) {
+    if (!zeilenbau_.baut() && std::exchange(rolltZurAuswahl_, false)) {
         tabelle_->rolleZurAuswahl();
     }
-    if (!zuZeigen_.empty()) {
+    if (koennenGezeigtWerden()) {
         QTimer::singleShot(0, this, &InhaltsAnsicht::zeigeGeoeffnete);
     }
 }

@@ -95,6 +95,7 @@ class InhaltsAnsicht final : public QWidget {
     [[nodiscard]] Eintrag eintragMit(const std::string& pfad) const;
     void importiere(const std::vector<std::string>& pfade, std::size_t zusammen);
     [[nodiscard]] Bibliothek::Gefunden zeigeSobaldDa();
+    [[nodiscard]] bool koennenGezeigtWerden() const;
     void zeigeGeoeffnete();
     void zeigeImDateimanager(const std::string& pfad);
     void bereinigeAuswahl();
@@ -115,6 +116,7 @@ class InhaltsAnsicht final : public QWidget {
     std::vector<std::string> wartend_;          ///< files to open after it
     std::unordered_set<std::string> zuZeigen_;  ///< files to show whose rows are not there yet
     bool zeigtErste_ = false;                   ///< none of them has been selected yet
+    bool zeigtZusammen_ = false;                ///< they are many
     bool rolltZurAuswahl_ = false;              ///< as soon as the rows are up to the records
     bool hatGeladen_ = false;                   ///< the last refresh was during a load
 

@@ -1,6 +1,7 @@
 // Files that the user opens from outside: from the desktop's file manager or the command line.
 
 #include <QPointer>
+#include <cstddef>
 #include <string>
 #include <utility>
 #include <vector>
@@ -8,6 +9,12 @@
 #include "ui/fenster/InhaltsAnsicht.h"
 
 namespace spurkiste {
+
+namespace {
+
+constexpr std::size_t kWenige = 20;  // files that one looks for one by one
+
+}  // namespace
 
 void InhaltsAnsicht::ladeErstmals() {
     bibliothek_.lade([selbst = QPointer<InhaltsAnsicht>(this)] {
@@ -23,14 +30,14 @@ void InhaltsAnsicht::oeffneDateien(const std::vector<std::string>& pfade) {
         return;
     }
     zeigtErste_ = zuZeigen_.empty();
+    zeigtZusammen_ = pfade.size() > kWenige || (zeigtZusammen_ && !zuZeigen_.empty());
     bibliothek_.oeffne(pfade, zeigeSobaldDa());
 }
 
 /// Copies files into the library, `zusammen` of them with one gesture, and shows them. Of many nobody looks for each.
 void InhaltsAnsicht::importiere(const std::vector<std::string>& pfade, std::size_t zusammen) {
-    constexpr std::size_t wenige = 20;
     zeigtErste_ = zuZeigen_.empty();
-    bibliothek_.importiere(pfade, {}, zusammen <= wenige ? zeigeSobaldDa() : Bibliothek::Gefunden());
+    bibliothek_.importiere(pfade, {}, zusammen <= kWenige ? zeigeSobaldDa() : Bibliothek::Gefunden());
 }
 
 Bibliothek::Gefunden InhaltsAnsicht::zeigeSobaldDa() {
@@ -42,9 +49,15 @@ Bibliothek::Gefunden InhaltsAnsicht::zeigeSobaldDa() {
     };
 }
 
+/// Whether the files to show may be there. Many are shown together, once all are: each costs a refresh.
+bool InhaltsAnsicht::koennenGezeigtWerden() const {
+    const bool kommenNoch = bibliothek_.laedt().wert() || bibliothek_.zuKopieren().wert() > 0;
+    return !zuZeigen_.empty() && !zeilenbau_.baut() && !(zeigtZusammen_ && kommenNoch);
+}
+
 /// Selects those of the opened files that have come to the list by now, the first ones in place of the old selection.
 void InhaltsAnsicht::zeigeGeoeffnete() {
-    if (zeilenbau_.baut()) {
+    if (!koennenGezeigtWerden()) {
         return;  // the refresh after it comes back here
     }
     Ansichtszustand da = zustand_;

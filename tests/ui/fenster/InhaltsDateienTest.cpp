@@ -129,6 +129,28 @@ TEST_F(InhaltsDateienTest, OffersToTakeLocalFilesOnly) {
     EXPECT_TRUE(nimmt("https://example.org/x.gpx\r\nfile:///x.gpx\r\n"));
 }
 
+TEST_F(InhaltsDateienTest, ManyOpenedFilesAreShownTogether) {
+    oeffne({"Tour.gpx"});
+    waehle({"Tour.gpx"});
+    const TempOrdner fremd;
+    Namen viele = {ordner.in("Tour.gpx")};
+    for (int i = 0; i < 25; ++i) {
+        viele.push_back(fremd.schreibe("Weg " + std::to_string(i) + ".gpx", gpx(46.0, 8.0 + i)));
+    }
+    fenster->oeffneDateien(viele);
+    while (kopierer.wartende() > 0) {
+        kopierer.fuehre(0);
+        hauptfaden.fuehreAlle();
+        arbeiter.fuehreAlle();
+        hauptfaden.fuehreAlle();
+        bis([&] { return tabelle().modell().rowCount() == static_cast<int>(bibliothek->eintraege().wert().size()); });
+        QCoreApplication::processEvents();
+        EXPECT_EQ(tabelle().auswahl().size(), 1U);
+    }
+    setzeDurch();
+    bis([&] { return tabelle().auswahl().size() == viele.size(); });
+}
+
 TEST_F(InhaltsDateienTest, WhatTheUserLooksForIsShownOnceManyRowsAreMade) {
     HandAusfuehrer zeilenmacher;
     werkstatt = {&hauptfaden, &zeilenmacher, nullptr, 0};
