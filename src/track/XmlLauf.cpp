@@ -90,10 +90,10 @@ class Zerleger final : private XmlExpat {
 /// Hands the places that expat finds to an XmlOrtung.
 class Verorter final : private XmlExpat {
   public:
-    /// `dokument` without its byte order mark, which has `marke` bytes.
+    /// `dokument` without what lies before it, byte order mark and white space, `vorlauf` bytes.
     Verorter(XmlOrtung& empfaenger, const char* kodierung, std::string_view dokument, XmlBreite breite,
-             std::size_t marke)
-        : XmlExpat(kodierung, this), empfaenger_(empfaenger), dokument_(dokument), breite_(breite), marke_(marke) {
+             std::size_t vorlauf)
+        : XmlExpat(kodierung, this), empfaenger_(empfaenger), dokument_(dokument), breite_(breite), vorlauf_(vorlauf) {
         XML_SetElementHandler(parser(), anfang, ende);
     }
 
@@ -123,7 +123,9 @@ class Verorter final : private XmlExpat {
         v.melde([&] { v.beende(); });
     }
 
-    [[nodiscard]] XmlBereich mitMarke(XmlBereich bereich) const { return {bereich.von + marke_, bereich.bis + marke_}; }
+    [[nodiscard]] XmlBereich inDatei(XmlBereich bereich) const {
+        return {bereich.von + vorlauf_, bereich.bis + vorlauf_};
+    }
 
     [[nodiscard]] std::size_t zeichenbytes() const { return breite_ == XmlBreite::einByte ? 1 : 2; }
 
@@ -147,7 +149,7 @@ class Verorter final : private XmlExpat {
         const bool steht = zeichen(schild.von) == '<';
         offen_.push_back(steht);
         if (steht) {
-            empfaenger_.anfang(name, mitMarke(schild), zeichen(schild.bis - 2 * zeichenbytes()) == '/');
+            empfaenger_.anfang(name, inDatei(schild), zeichen(schild.bis - 2 * zeichenbytes()) == '/');
         }
     }
 
@@ -155,14 +157,14 @@ class Verorter final : private XmlExpat {
         const bool steht = offen_.back();
         offen_.pop_back();
         if (steht) {
-            empfaenger_.ende(mitMarke(stelle()));
+            empfaenger_.ende(inDatei(stelle()));
         }
     }
 
     XmlOrtung& empfaenger_;
     std::string_view dokument_;
     XmlBreite breite_;
-    std::size_t marke_;
+    std::size_t vorlauf_;
     std::vector<bool> offen_;  // of each open element, whether it stands in the document itself
 };
 
@@ -241,12 +243,12 @@ std::optional<XmlBreite> XmlLauf::orte(std::string_view dokument, XmlOrtung& emp
         return anzahl;
     };
     const XmlBytestrom strom(quelle, dokument.size());  // only looks at the first bytes
-    const std::string_view ohneMarke = dokument.substr(strom.marke());
-    if (ohneMarke.starts_with("\xEF\xBB\xBF") || ohneMarke.starts_with("\xFF\xFE") ||
-        ohneMarke.starts_with("\xFE\xFF")) {
+    const std::string_view ohneVorlauf = dokument.substr(strom.vorlauf());
+    if (ohneVorlauf.starts_with("\xEF\xBB\xBF") || ohneVorlauf.starts_with("\xFF\xFE") ||
+        ohneVorlauf.starts_with("\xFE\xFF")) {
         return std::nullopt;  // expat would believe a second mark
     }
-    Verorter verorter(empfaenger, strom.kodierung(), ohneMarke, strom.breite(), strom.marke());
+    Verorter verorter(empfaenger, strom.kodierung(), ohneVorlauf, strom.breite(), strom.vorlauf());
     return verorter.zerlege() ? std::optional(strom.breite()) : std::nullopt;
 }
 

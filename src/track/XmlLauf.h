@@ -142,7 +142,7 @@ class XmlLauf {
               XmlWeg weg = XmlWeg::eiligVoran);
 
     /// Walks through a document that must be well-formed from its first byte to its last, and reports where its
-    /// elements stand. Encodings as in lies(), but nothing may stand before the XML declaration. Nothing when it is not
+    /// elements stand. Encodings and white space before the XML declaration as in lies(). Nothing when it is not
     /// well-formed, or goes beyond what a hostile document may use; what was reported until then is void.
     [[nodiscard]] static std::optional<XmlBreite> orte(std::string_view dokument, XmlOrtung& empfaenger);
 
