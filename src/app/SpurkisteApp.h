@@ -14,6 +14,7 @@
 #include "platform/qt/QtAusfuehrer.h"
 #include "platform/qt/QtDateimanager.h"
 #include "platform/qt/QtWecker.h"
+#include "ui/teile/Baukastensprache.h"
 
 namespace spurkiste {
 
@@ -37,6 +38,8 @@ class SpurkisteApp {
     InhaltsAnsicht& oeffneFenster();
 
   private:
+    void sprichNeu();
+
     DateiEinstellungen einstellungen_;
     DateiEinstellungen altbestand_;
     PosixSystemumgebung umgebung_;
@@ -51,6 +54,8 @@ class SpurkisteApp {
     GioPapierkorb papierkorb_{schreiber_};  // after what is still to be written
     QtDateimanager dateimanager_;
     Meldestelle sprachwechsel_;
+    Abo sprachabo_;
+    Baukastensprache baukasten_;
     std::optional<Bibliothek> bibliothek_;
 };
 

@@ -15,6 +15,7 @@
 #include "ui/fenster/InhaltsAnsicht.h"
 #include "ui/fenster/UmbenennenDialog.h"
 #include "ui/teile/PapierMenue.h"
+#include "ui/teile/Textmenue.h"
 #include "ui/teile/Textzeile.h"
 
 namespace spurkiste {
@@ -30,6 +31,14 @@ QFileDialog* neuerWaehler(QWidget* fenster, const QString& botschaft, const QStr
     waehler->setLabelText(QFileDialog::Accept, knopf);
     waehler->setLabelText(QFileDialog::Reject, QStringLiteral("Abbrechen"));
     return waehler;
+}
+
+/// Its fields exist only now, and where the desktop has a chooser of its own there are none.
+void oeffne(QFileDialog& waehler) {
+    waehler.open();
+    for (QLineEdit* feld : waehler.findChildren<QLineEdit*>()) {
+        textmenue::kleide(*feld);
+    }
 }
 
 std::string systempfad(const QString& pfad) {
@@ -57,7 +66,7 @@ void InhaltsAnsicht::waehleImport() {
         std::transform(gewaehlt.begin(), gewaehlt.end(), pfade.begin(), systempfad);
         bibliothek_.importiere(pfade);
     });
-    waehler->open();
+    oeffne(*waehler);
 }
 
 void InhaltsAnsicht::waehleOrdner() {
@@ -67,7 +76,7 @@ void InhaltsAnsicht::waehleOrdner() {
     waehler->setDirectory(QFile::decodeName(bibliothek_.ordner().wert().c_str()));
     connect(waehler, &QFileDialog::fileSelected, this,
             [this](const QString& ordner) { bibliothek_.wechsleOrdner(systempfad(ordner)); });
-    waehler->open();
+    oeffne(*waehler);
 }
 
 void InhaltsAnsicht::oeffneKontextmenue(const QPoint& wo) {
