@@ -50,6 +50,7 @@ int fuehreAus(int& anzahl, char** argumente) {
         return 0;
     }
     QApplication::setApplicationName(QStringLiteral("spurkiste"));
+    QApplication::setApplicationVersion(QStringLiteral(SPURKISTE_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("org.spurkiste.Spurkiste"));
     const QApplication programm(anzahl, argumente);
     QApplication::setWindowIcon(programmsymbol());

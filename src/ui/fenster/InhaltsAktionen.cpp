@@ -14,6 +14,7 @@
 #include "sicht/UriListe.h"
 #include "ui/fenster/InhaltsAnsicht.h"
 #include "ui/fenster/UmbenennenDialog.h"
+#include "ui/tabelle/Zeilenkopie.h"
 #include "ui/teile/PapierMenue.h"
 #include "ui/teile/Textmenue.h"
 #include "ui/teile/Textzeile.h"
@@ -69,6 +70,17 @@ void InhaltsAnsicht::waehleImport() {
     oeffne(*waehler);
 }
 
+/// Imports the files that another program hands over, on request without those that are in the library already.
+void InhaltsAnsicht::importiereAlle(const QMimeData& daten, bool nurFremde) {
+    const bool ueblich = daten.hasFormat(QLatin1String(kUriListe));
+    const QByteArray liste = daten.data(QLatin1String(ueblich ? kUriListe : zeilenkopie::kDateimanager));
+    for (const std::string& pfad : uriliste::pfade({liste.constData(), static_cast<std::size_t>(liste.size())})) {
+        if (!nurFremde || !eintragMit(pfad)) {
+            bibliothek_.importiere({pfad});
+        }
+    }
+}
+
 void InhaltsAnsicht::waehleOrdner() {
     QFileDialog* waehler = neuerWaehler(this, QStringLiteral("Bibliotheksordner wählen"), QStringLiteral("Wählen"));
     waehler->setFileMode(QFileDialog::Directory);
@@ -116,31 +128,26 @@ Eintrag InhaltsAnsicht::eintragMit(const std::string& pfad) const {
 
 void InhaltsAnsicht::oeffneUmbenennen(const std::string& pfad) {
     const Eintrag eintrag = eintragMit(pfad);
-    if (!eintrag || blatt_) {
+    if (!eintrag) {
         return;
     }
-    const QPointer<QWidget> vorher = focusWidget();
-    setzeTasten(false);  // the sheet is the only thing that can be used now
-    blatt_ = new UmbenennenDialog(
-        eintrag,
-        [this, eintrag](const QString& name) {
-            // A name that is not UTF-8 cannot be typed: left as it was shown, it is the file's own.
-            const bool bleibt = name == alsText(eintrag->dateiName);
-            if (const auto neu = bibliothek_.benenneUm(*eintrag, bleibt ? eintrag->dateiName : name.toStdString())) {
-                zustand_.auswahl = {*neu};
-                auffrischung_.sofort();
-                tabelle_->rolleZu(*neu);
-                if (zeilenbau_.baut()) {
-                    zuZeigen_ = {*neu};
+    legeBlatt([this, &eintrag] {
+        return new UmbenennenDialog(
+            eintrag,
+            [this, eintrag](const QString& name) {
+                // A name that is not UTF-8 cannot be typed: left as it was shown, it is the file's own.
+                const bool bleibt = name == alsText(eintrag->dateiName);
+                if (const auto neu =
+                        bibliothek_.benenneUm(*eintrag, bleibt ? eintrag->dateiName : name.toStdString())) {
+                    zustand_.auswahl = {*neu};
+                    auffrischung_.sofort();
+                    tabelle_->rolleZu(*neu);
+                    if (zeilenbau_.baut()) {
+                        zuZeigen_ = {*neu};
+                    }
                 }
-            }
-        },
-        this);
-    connect(blatt_, &QDialog::finished, this, [this, vorher] {
-        setzeTasten(true);
-        if (vorher) {
-            vorher->setFocus();
-        }
+            },
+            this);
     });
 }
 
@@ -199,10 +206,7 @@ void InhaltsAnsicht::dragLeaveEvent(QDragLeaveEvent* /*ereignis*/) {
 
 void InhaltsAnsicht::dropEvent(QDropEvent* ereignis) {
     ablage_->hide();
-    const QByteArray liste = ereignis->mimeData()->data(QLatin1String(kUriListe));
-    for (const std::string& pfad : uriliste::pfade({liste.constData(), static_cast<std::size_t>(liste.size())})) {
-        bibliothek_.importiere({pfad});
-    }
+    importiereAlle(*ereignis->mimeData(), false);
     ereignis->setDropAction(Qt::CopyAction);
     ereignis->accept();
 }

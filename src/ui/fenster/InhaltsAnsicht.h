@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QDialog>
+#include <QMimeData>
 #include <QPointer>
 #include <QTimer>
 #include <QWidget>
+#include <functional>
 #include <string>
 #include <unordered_set>
 #include <vector>
@@ -22,6 +24,7 @@
 #include "ui/fenster/Kopf.h"
 #include "ui/fenster/Kopierblatt.h"
 #include "ui/fenster/Statusleiste.h"
+#include "ui/fenster/Tasten.h"
 #include "ui/fenster/Werkzeuge.h"
 #include "ui/tabelle/TabellenAnsicht.h"
 #include "ui/teile/Leerbild.h"
@@ -60,6 +63,13 @@ class InhaltsAnsicht final : public QWidget {
     void ordneAn();
     void verbinde();
     void belegeTasten();
+    void fuehreAus(Fenstertat tat);
+    void kopiere();
+    void fuegeEin();
+    void bitteUmMenue();
+    void legeBlatt(const std::function<QDialog*()>& mach);
+    void oeffneTastenblatt();
+    void oeffneUeberblatt();
     void stelleWiederHer();
     void frischeAuf();
     [[nodiscard]] Ansichtszustand::Oeffnung oeffnung();
@@ -73,6 +83,7 @@ class InhaltsAnsicht final : public QWidget {
 
     void verbindeAktionen();
     void waehleImport();
+    void importiereAlle(const QMimeData& daten, bool nurFremde);
     void waehleOrdner();
     void oeffneKontextmenue(const QPoint& wo);
     void oeffneUmbenennen(const std::string& pfad);

@@ -4,6 +4,7 @@
 #include <QContextMenuEvent>
 #include <QEvent>
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QKeySequence>
 #include <QMimeData>
 #include <QTextDocument>
@@ -88,6 +89,12 @@ void oeffne(QWidget& ueber, const std::vector<Zeile>& zeilen, const QPoint& wo) 
     menue->oeffneUnter(QRect(wo, QSize(0, 0)), 0);
 }
 
+/// Shift+F10, where no window has taken it: in sheets and choosers.
+bool istMenuetaste(const QEvent& ereignis) {
+    return ereignis.type() == QEvent::KeyPress &&
+           static_cast<const QKeyEvent&>(ereignis).keyCombination() == (Qt::SHIFT | Qt::Key_F10);
+}
+
 /// Takes the wish for a menu before the widget sees it.
 class Waechter final : public QObject {
   public:
@@ -96,10 +103,14 @@ class Waechter final : public QObject {
 
   protected:
     bool eventFilter(QObject* quelle, QEvent* ereignis) override {
-        if (ereignis->type() != QEvent::ContextMenu) {
+        if (ereignis->type() == QEvent::ContextMenu) {
+            oeffne(ueber_, zeilen_(), static_cast<const QContextMenuEvent*>(ereignis)->globalPos());
+        } else if (istMenuetaste(*ereignis)) {
+            const QRect marke = ueber_.inputMethodQuery(Qt::ImCursorRectangle).toRect();
+            oeffne(ueber_, zeilen_(), ueber_.mapToGlobal(marke.center()));
+        } else {
             return QObject::eventFilter(quelle, ereignis);
         }
-        oeffne(ueber_, zeilen_(), static_cast<const QContextMenuEvent*>(ereignis)->globalPos());
         return true;
     }
 

@@ -33,7 +33,7 @@ QString alsKurzhilfe(const QString& text) {
     for (QTextLine zeile = satz.createLine(); zeile.isValid(); zeile = satz.createLine()) {
         zeile.setLineWidth(hoechstbreite);
         zeilen += zeilen.isEmpty() ? QString() : QStringLiteral("<br>");
-        zeilen += text.mid(zeile.textStart(), zeile.textLength()).trimmed().toHtmlEscaped();
+        zeilen += text.mid(zeile.textStart(), zeile.textLength()).toHtmlEscaped();
     }
     satz.endLayout();
     return QStringLiteral("<div style=\"white-space:pre\">") + zeilen + QStringLiteral("</div>");
