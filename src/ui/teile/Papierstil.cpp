@@ -1,6 +1,7 @@
 #include "ui/teile/Papierstil.h"
 
 #include <QBitmap>
+#include <QMenu>
 #include <QPainter>
 #include <QStyleOption>
 #include <QToolTip>
@@ -16,6 +17,8 @@ namespace {
 
 constexpr double kRadius = 7;
 constexpr double kSchrift = 12;
+constexpr double kMenueschrift = 12.5;
+constexpr double kUeberfahren = 0.17;
 constexpr int kRand = 6;  // around a tooltip's text
 
 /// The class of tooltips is the toolkit's own affair: only its name is known.
@@ -25,6 +28,27 @@ bool istKurzhilfe(const QWidget* element) {
 
 bool scheintDurch(const QWidget* element) {
     return element != nullptr && element->testAttribute(Qt::WA_TranslucentBackground);
+}
+
+/// A menu of the toolkit's own, as the chooser of files has them; ours paint themselves.
+void kleideMenue(QMenu& menue) {
+    const bool gemischt = Schwebekarte::wirdGemischt();
+    if (gemischt) {  // else the corners would be black
+        menue.setWindowFlags(menue.windowFlags() | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint);
+        menue.setAttribute(Qt::WA_TranslucentBackground);
+    }
+    menue.setFont(Schrift::mach(kMenueschrift, QFont::Medium));
+    menue.setStyleSheet(
+        QStringLiteral("QMenu{background:%1;border:1px solid %2;border-radius:%3px;padding:5px}"
+                       "QMenu::item{height:26px;padding:0 12px 0 32px;border-radius:%4px;color:%5}"
+                       "QMenu::item:selected{background:%6}QMenu::item:disabled{color:%7;background:transparent}"
+                       "QMenu::separator{height:1px;background:%2;margin:5px 10px}")
+            .arg(KistePapier::karte.name(), KistePapier::linie.name())
+            .arg(gemischt ? Schwebekarte::kRadius : 0)
+            .arg(kRadius)
+            .arg(KistePapier::tinte.name(),
+                 KistePapier::mitDeckkraft(KistePapier::gold, kUeberfahren).name(QColor::HexArgb),
+                 KistePapier::gravur.name()));
 }
 
 }  // namespace
@@ -51,6 +75,10 @@ void Papierstil::kleideKurzhilfen() {
 
 void Papierstil::polish(QWidget* element) {
     QProxyStyle::polish(element);
+    auto* menue = qobject_cast<QMenu*>(element);
+    if (menue != nullptr && menue->styleSheet().isEmpty()) {  // ours have measures of their own
+        kleideMenue(*menue);
+    }
     if (istKurzhilfe(element) && Schwebekarte::wirdGemischt()) {
         element->setAttribute(Qt::WA_TranslucentBackground);
     }

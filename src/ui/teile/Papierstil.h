@@ -4,7 +4,7 @@
 
 namespace spurkiste {
 
-/// The toolkit's style, where it draws by itself: tooltips are small cards. GUI thread.
+/// The style of what the toolkit draws by itself: tooltips are small cards, and menus look like ours. GUI thread.
 class Papierstil final : public QProxyStyle {
     Q_OBJECT
 
