@@ -17,6 +17,7 @@
 #include "ui/fenster/Tastenblatt.h"
 #include "ui/fenster/Ueberblatt.h"
 #include "ui/fenster/UmbenennenDialog.h"
+#include "ui/teile/Absatz.h"
 #include "ui/teile/PapierMenue.h"
 
 namespace spurkiste {
@@ -166,6 +167,11 @@ TEST_F(InhaltsTasten, ThePanelKnowsTheKeysOfTheRows) {
         zeigen->setFocus();
         ASSERT_EQ(QApplication::focusWidget(), zeigen);
     };
+    auto* wert = fenster->findChild<Kachel*>()->findChild<Absatz*>();
+    wert->setFocus();
+    wert->selectAll();
+    druecke(Qt::CTRL | Qt::Key_C);  // what is marked comes before the rows
+    EXPECT_EQ(QApplication::clipboard()->text(), wert->toPlainText());
     imPanel();
     druecke(Qt::Key_F2);
     ASSERT_NE(fenster->findChild<UmbenennenDialog*>(), nullptr);
