@@ -8,6 +8,7 @@
 #include <QKeySequence>
 #include <QMimeData>
 #include <QTextDocument>
+#include <algorithm>
 #include <functional>
 #include <utility>
 #include <vector>
@@ -108,6 +109,8 @@ class Waechter final : public QObject {
         } else if (istMenuetaste(*ereignis)) {
             const QRect marke = ueber_.inputMethodQuery(Qt::ImCursorRectangle).toRect();
             oeffne(ueber_, zeilen_(), ueber_.mapToGlobal(marke.center()));
+        } else if (ereignis->type() == QEvent::ShortcutOverride && istMoeglich(static_cast<QKeyEvent&>(*ereignis))) {
+            ereignis->accept();
         } else {
             return QObject::eventFilter(quelle, ereignis);
         }
@@ -115,6 +118,13 @@ class Waechter final : public QObject {
     }
 
   private:
+    /// A command that can be given comes before a shortcut of the window; the toolkit sees to that in fields only.
+    [[nodiscard]] bool istMoeglich(QKeyEvent& taste) const {
+        const auto zeilen = zeilen_();
+        return std::any_of(zeilen.begin(), zeilen.end(),
+                           [&](const Zeile& zeile) { return zeile.moeglich && taste.matches(zeile.taste); });
+    }
+
     QWidget& ueber_;
     std::function<std::vector<Zeile>()> zeilen_;
 };
