@@ -1,6 +1,7 @@
 #include "app/SpurkisteApp.h"
 
 #include <algorithm>
+#include <chrono>
 #include <thread>
 
 #include "i18n/AppSprache.h"
@@ -55,8 +56,38 @@ InhaltsAnsicht& SpurkisteApp::oeffneFenster() {
         {&hauptfaden_, &zeilenmacher_, &arbeiter_, std::max(1U, std::thread::hardware_concurrency()) - 1});
     fenster->setAttribute(Qt::WA_DeleteOnClose);
     QObject::connect(fenster, &InhaltsAnsicht::neuesFensterGewuenscht, qApp, [this] { oeffneFenster(); });
+    QObject::connect(fenster, &InhaltsAnsicht::ordnerGewaehlt, qApp,
+                     [this](const std::string& ordner) { wechsleOrdner(ordner); });
     fenster->show();
     return *fenster;
+}
+
+Einzelinstanz::Ausgang SpurkisteApp::beginne(const Einzelinstanz::Nachricht& nachricht) {
+    constexpr std::chrono::seconds geduld(10);  // for a program that is busy with a large library
+    QObject::connect(&instanz_, &Einzelinstanz::gerufen, qApp,
+                     [this](const auto& ruf) { oeffneDateien(ruf.dateien, ruf.marke); });
+    return instanz_.nimm(bibliothek_->ordner().wert(), nachricht, geduld);
+}
+
+int SpurkisteApp::laufe() {
+    const int ende = QApplication::exec();
+    instanz_.verstumme();
+    return ende;
+}
+
+/// A folder that another program has open comes to the front there, and here everything stays.
+void SpurkisteApp::wechsleOrdner(const std::string& ordner) {
+    constexpr std::chrono::seconds geduld(2);  // the window stands still for that long
+    switch (instanz_.nimm(ordner, {}, geduld)) {
+        case Einzelinstanz::Ausgang::unser:
+            bibliothek_->wechsleOrdner(ordner);
+            break;
+        case Einzelinstanz::Ausgang::uebergeben:
+            break;
+        case Einzelinstanz::Ausgang::stumm:
+            bibliothek_->weiseHin("Dieser Ordner ist schon offen, in einem Fenster, das gerade nicht antwortet");
+            break;
+    }
 }
 
 void SpurkisteApp::oeffneDateien(const std::vector<std::string>& pfade, const std::string& marke) {
@@ -72,9 +103,7 @@ void SpurkisteApp::oeffneDateien(const std::vector<std::string>& pfade, const st
     if (!marke.empty()) {
         qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(marke));  // the toolkit takes it from here
     }
-    fenster->setWindowState(fenster->windowState() & ~Qt::WindowMinimized);
-    fenster->raise();
-    fenster->activateWindow();
+    fenster->kommNachVorn();
     fenster->oeffneDateien(pfade);
 }
 

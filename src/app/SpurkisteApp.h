@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "app/Einzelinstanz.h"
 #include "base/ArbeiterPool.h"
 #include "base/Meldestelle.h"
 #include "library/Bibliothek.h"
@@ -30,6 +31,12 @@ class SpurkisteApp {
     SpurkisteApp& operator=(const SpurkisteApp&) = delete;
     ~SpurkisteApp();
 
+    /// Takes the library's folder for this program, or hands the files over to the one that has it.
+    [[nodiscard]] Einzelinstanz::Ausgang beginne(const Einzelinstanz::Nachricht& nachricht);
+
+    /// Runs until the last window closes, or somebody asks the program to end, and returns the exit status.
+    [[nodiscard]] int laufe();
+
     /// Shows files of the library and imports others, in the window that is used now, which comes to the front; opens
     /// one when there is none. `marke` is the desktop's permission for that; empty when it gave none.
     void oeffneDateien(const std::vector<std::string>& pfade, const std::string& marke);
@@ -39,7 +46,9 @@ class SpurkisteApp {
 
   private:
     void sprichNeu();
+    void wechsleOrdner(const std::string& ordner);
 
+    Einzelinstanz instanz_;  // keeps the folder until all that is in hand is written
     DateiEinstellungen einstellungen_;
     DateiEinstellungen altbestand_;
     PosixSystemumgebung umgebung_;

@@ -34,12 +34,12 @@ std::string Startaufruf::hilfe() {
 
   spurkiste                  öffnet die Bibliothek, die zuletzt gewählt war
   spurkiste --ordner DIR     öffnet DIR, nur für dieses Mal
-  spurkiste DATEI.gpx ...    zeigt Dateien der Bibliothek und importiert andere; ist die Bibliothek schon offen,
-                             dann in ihrem Fenster
+  spurkiste DATEI.gpx ...    zeigt Dateien der Bibliothek und importiert andere, die sie noch nicht enthält; ist die
+                             Bibliothek schon offen, dann in ihrem Fenster
   spurkiste --help           diese Hilfe
   spurkiste --version        die Version
 
-Ende: 0, oder 2 nach einem falschen Aufruf. Ohne Fenster: spurkiste-cli --help
+Ende: 0; 1, wenn nichts zu öffnen war; oder 2 nach einem falschen Aufruf. Ohne Fenster: spurkiste-cli --help
 )";
 }
 

@@ -3,7 +3,9 @@
 #include <QSocketNotifier>
 #include <QString>
 #include <algorithm>
+#include <cstddef>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <iterator>
 #include <optional>
@@ -16,6 +18,7 @@
 #include "app/SpurkisteApp.h"
 #include "app/Startaufruf.h"
 #include "base/Dateien.h"
+#include "library/Oeffnung.h"
 #include "platform/posix/Signalleitung.h"
 #include "ui/fenster/InhaltsAnsicht.h"
 
@@ -23,8 +26,30 @@ namespace {
 
 using spurkiste::Startaufruf;
 
+constexpr int kGescheitert = 1;
+
 void schreibe(std::FILE* strom, const std::string& text) {
     (void)std::fputs(text.c_str(), strom);
+}
+
+/// What the toolkit says while it looks for a display would help nobody; without one it would abort.
+void sageOhneBildschirm(QtMsgType art, const QMessageLogContext& /*woher*/, const QString& /*text*/) {
+    if (art == QtFatalMsg) {
+        schreibe(stderr, "spurkiste: Kein Bildschirm erreichbar. Ohne Fenster: spurkiste-cli --help\n");
+        std::_Exit(kGescheitert);
+    }
+}
+
+/// Says which of the files cannot be opened, and returns the exit status of a program that opens the others.
+int pruefe(const std::vector<std::string>& dateien) {
+    std::size_t gescheitert = 0;
+    for (const std::string& datei : dateien) {
+        if (const auto einwand = spurkiste::oeffnung::einwand(datei)) {
+            schreibe(stderr, "spurkiste: " + spurkiste::oeffnung::meldung(datei, *einwand) + "\n");
+            ++gescheitert;
+        }
+    }
+    return !dateien.empty() && gescheitert == dateien.size() ? kGescheitert : 0;
 }
 
 /// The icon of all windows, drawn for each of these sizes.
@@ -52,7 +77,9 @@ int fuehreAus(int& anzahl, char** argumente) {
     QApplication::setApplicationName(QStringLiteral("spurkiste"));
     QApplication::setApplicationVersion(QStringLiteral(SPURKISTE_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("org.spurkiste.Spurkiste"));
+    const QtMessageHandler vorher = qInstallMessageHandler(sageOhneBildschirm);
     const QApplication programm(anzahl, argumente);
+    qInstallMessageHandler(vorher);
     QApplication::setWindowIcon(programmsymbol());
     std::vector<std::string> dateien;
     std::transform(aufruf.dateien.begin(), aufruf.dateien.end(), std::back_inserter(dateien),
@@ -61,9 +88,17 @@ int fuehreAus(int& anzahl, char** argumente) {
     if (aufruf.ordner) {
         ordner = spurkiste::dateien::absolut(*aufruf.ordner);
     }
-    spurkiste::Einzelinstanz instanz(ordner);
-    if (instanz.gibWeiter({qEnvironmentVariable("XDG_ACTIVATION_TOKEN").toStdString(), dateien})) {
-        return 0;
+    const int ausgang = pruefe(dateien);
+    spurkiste::SpurkisteApp app(ordner);
+    switch (app.beginne({qEnvironmentVariable("XDG_ACTIVATION_TOKEN").toStdString(), dateien})) {
+        case spurkiste::Einzelinstanz::Ausgang::unser:
+            break;
+        case spurkiste::Einzelinstanz::Ausgang::uebergeben:
+            return ausgang;
+        case spurkiste::Einzelinstanz::Ausgang::stumm:
+            schreibe(stderr,
+                     "spurkiste: Diese Bibliothek ist schon offen, in einem Fenster, das gerade nicht antwortet\n");
+            return kGescheitert;
     }
     // Asked to end, the program asks no window, finishes what is in hand and begins nothing new.
     const spurkiste::Signalleitung signale;
@@ -72,11 +107,9 @@ int fuehreAus(int& anzahl, char** argumente) {
         wache.emplace(signale.lesende(), QSocketNotifier::Read);
         QObject::connect(&*wache, &QSocketNotifier::activated, &programm, [] { QCoreApplication::exit(0); });
     }
-    spurkiste::SpurkisteApp app(ordner);
-    QObject::connect(&instanz, &spurkiste::Einzelinstanz::gerufen, &instanz,
-                     [&app](const auto& nachricht) { app.oeffneDateien(nachricht.dateien, nachricht.marke); });
     app.oeffneFenster().oeffneDateien(dateien);
-    return QApplication::exec();
+    const int ende = app.laufe();
+    return ende == 0 ? ausgang : ende;
 }
 
 }  // namespace
@@ -88,6 +121,6 @@ int main(int anzahl, char** argumente) {
         (void)std::fputs("spurkiste: ", stderr);
         (void)std::fputs(fehler.what(), stderr);
         (void)std::fputs("\n", stderr);
-        return 1;
+        return kGescheitert;
     }
 }

@@ -14,7 +14,7 @@ namespace {
 
 /// Writes, and reads once more what is there now.
 GpxSchreiber::Ergebnis schreibeMitProbe(GpxSportart art, const std::string& pfad) {
-    const auto ergebnis = GpxSchreiber::setzeSportart(art, pfad);
+    auto ergebnis = GpxSchreiber::setzeSportart(art, pfad);
     if (!GpxLeser::lese(pfad)) {
         throw GpxSchreibausnahme(GpxSchreibfehler::nachSchreibenNichtLesbar);
     }
@@ -31,8 +31,9 @@ int sport(GpxSportart art, const std::vector<std::string>& dateien) {
     };
     for (const std::string& datei : dateien) {
         try {
-            const auto [elemente, andereNamen] = schreibeMitProbe(art, datei);
-            schreibe(stdout, datei + ": " + std::to_string(elemente) + " elements\n");
+            const auto ergebnis = schreibeMitProbe(art, datei);
+            const auto andereNamen = ergebnis.andereNamen;
+            schreibe(stdout, datei + ": " + std::to_string(ergebnis.elemente) + " elements\n");
             if (andereNamen > 0) {
                 schreibe(stderr, datei + ": keeps the old content under " + std::to_string(andereNamen) +
                                      (andereNamen == 1 ? " other name (hard link)\n" : " other names (hard links)\n"));

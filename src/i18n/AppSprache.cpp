@@ -45,7 +45,10 @@ std::string AppSprache::text(std::string_view key) {
 
 std::string AppSprache::code() {
     const auto [einstellungen, umgebung] = quellen();
-    const auto gewaehlt = einstellungen != nullptr ? einstellungen->lies(einstellung::kAppLanguage) : std::nullopt;
+    auto gewaehlt = einstellungen != nullptr ? einstellungen->lies(einstellung::kAppLanguage) : std::nullopt;
+    if (gewaehlt && gewaehlt->empty()) {
+        gewaehlt.reset();  // as every empty setting
+    }
     const auto bevorzugt = umgebung != nullptr ? umgebung->bevorzugteSprachen() : std::vector<std::string>{};
     return Sprachtabelle::code(datei(), gewaehlt.value_or(std::string(Sprachtabelle::kWieDasSystem)), bevorzugt);
 }

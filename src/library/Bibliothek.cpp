@@ -85,6 +85,7 @@ void Bibliothek::fuegeEin(Eintrag eintrag) {
     if (rechnetWer()) {
         protokoll_.eingetragen(eintrag);
     }
+    eingefuegte_.push_back(eintrag->pfad);
     eintraege_.aendere([&](Eintraege& liste) { verzeichnis_.fuegeEin(liste, std::move(eintrag)); });
 }
 

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "base/Ausfuehrer.h"
@@ -21,6 +22,7 @@
 #include "library/Listenordnung.h"
 #include "library/Ordnerlesung.h"
 #include "library/Pfadverzeichnis.h"
+#include "library/Verlauf.h"
 #include "platform/Einstellungen.h"
 #include "platform/Papierkorb.h"
 #include "platform/Systemumgebung.h"
@@ -69,6 +71,10 @@ class Bibliothek {
     /// written. May be empty.
     using Fertig = std::function<void()>;
 
+    /// Called on the main thread with paths of the library's files that the user has opened: their records are in the
+    /// list, or come as soon as the files have been read.
+    using Gefunden = std::function<void(const std::vector<std::string>&)>;
+
     /// Chooses the folder from the settings: the program's own, else the predecessor's (which is then taken over),
     /// else "GPX-Bibliothek" on the archive volume or in the user's documents. Touches no file of the library.
     /// Throws std::runtime_error when the default is needed and the user has no documents folder.
@@ -91,7 +97,14 @@ class Bibliothek {
     /// thread, and reads the copies. What has not the extension "gpx" or lies directly in the folder already is passed
     /// over; a name that is taken gets a number. Records appear as they are read; the list is sorted, labelled and
     /// cached when no other import waits, or now and then meanwhile. Failed copies end in `hinweis`.
-    void importiere(const std::vector<std::string>& pfade, Fertig fertig = {});
+    /// `gefunden` hears of the copies once all are made.
+    void importiere(const std::vector<std::string>& pfade, Fertig fertig = {}, Gefunden gefunden = {});
+
+    /// Takes files that the user opens from outside, absolute paths. One that lies in the folder, by whatever way the
+    /// path leads there, is read if the list does not know it as it is now; any other is copied as by importiere(),
+    /// unless the folder has a file with the same bytes. `gefunden`, which must not be empty, hears of them in one or
+    /// more calls. What cannot be opened ends in `hinweis`.
+    void oeffne(const std::vector<std::string>& pfade, const Gefunden& gefunden);
 
     /// Makes no more copies but the one in hand; what has been copied stays and is read.
     void brichImporteAb();
@@ -100,16 +113,37 @@ class Bibliothek {
     /// moved, because the name says nothing new or, with a notice, because it cannot be had.
     std::optional<std::string> benenneUm(const GpxMetadaten& eintrag, std::string_view neuerName);
 
-    /// Moves the files of the records with these paths to the trash; their records go when the trash has them.
-    /// Failures end in `hinweis`.
+    /// Moves the files of the records with these paths to the trash; their records go when the trash has them. What
+    /// has been asked for already is not asked again; a file that gets another name meanwhile is found under that one.
+    /// Failures end in `hinweis`, and so does the name of a file that had vanished, whose record goes as well.
     void inPapierkorb(const std::unordered_set<std::string>& kennungen);
 
     /// Writes the sport into the record's file, reads it back and replaces the record. Changes are carried out in the
     /// order in which they were asked for. Failures end in `hinweis`, a success clears it.
     void setzeSportart(GpxSportart art, const GpxMetadaten& eintrag, Fertig fertig = {});
 
+    /// What has become of one step that was to be taken back or done again.
+    struct Zurueckgenommen {
+        std::string text;                ///< what there is to say of it, one line; empty when nothing was done
+        std::vector<std::string> pfade;  ///< the files of the library that it concerned, as they are called now
+    };
+    using NachRuecknahme = std::function<void(const Zurueckgenommen&)>;
+
+    /// Takes back the newest renaming, move to the trash or change of a sport that has not been taken back yet, or does
+    /// again what was taken back last. What is still being done is waited for; several calls are carried out one after
+    /// the other. Files that have changed since are left alone, which a notice says, and so are failures. Another
+    /// folder makes all of it forgotten. `fertig`, which may be empty, is called as soon as the list shows it.
+    void nimmZurueck(Richtung richtung, NachRuecknahme fertig = {});
+
     /// Makes another folder, an absolute path, the library, remembers it in the settings, and starts to load it.
     void wechsleOrdner(const std::string& ordner);
+
+    /// A notice about the library from somebody else, one line; it stays as long as one of the library's own.
+    void weiseHin(std::string hinweis) { hinweis_.setze(std::move(hinweis)); }
+
+    /// Those of the paths whose files the newest load or an import is reading, or has failed to read. Their records may
+    /// be missing from the list for that long.
+    [[nodiscard]] std::unordered_set<std::string> werdenGelesen(const std::unordered_set<std::string>& pfade) const;
 
     [[nodiscard]] const Veroeffentlicht<Eintraege>& eintraege() const { return eintraege_; }
     /// True while at least one run of reading is active.
@@ -130,6 +164,9 @@ class Bibliothek {
     struct Ladung;
     struct Import;
     struct Sportwechsel;
+    struct Ruecknahme;
+    /// Called when the trash has answered and the list knows it.
+    using Geworfen = std::function<void(const Papierkorb::Ergebnis&)>;
     /// Waits for a settled list.
     struct Abschluss {
         bool endetLauf = false;  ///< counts in ladeLaeufe_
@@ -157,16 +194,29 @@ class Bibliothek {
     void ueberhole();
     void speichereCache(std::vector<Fertig> fertige = {});
 
+    void reiheEin(const std::shared_ptr<Import>& import);
+    [[nodiscard]] bool kennt(const std::string& pfad) const;
     void kopiereNaechste();
     void beendeKopien();
     void landeKopien(const std::shared_ptr<Import>& import, const Kopierstapel& stapel);
     void liesImport(Import& import);
     void meldeFehlkopie(const std::string& quelle, const std::string& fehler);
     [[nodiscard]] bool verschiebe(const std::string& alt, const std::string& neu, const std::string& name);
+    void zieheUm(const std::string& alt, const std::string& neu);
     void trageUmbenennungNach(const std::string& alt, const std::string& neu);
+    void wirfWeg(std::vector<std::string> pfade, Geworfen danach);
+    void landeWurf(const std::vector<std::string>& gefragte, const Papierkorb::Ergebnis& ergebnis,
+                   const Geworfen& danach);
     void schreibeSportart(const std::shared_ptr<Sportwechsel>& wechsel);
     [[nodiscard]] bool versucheNocheinmal(const std::shared_ptr<Sportwechsel>& wechsel, const std::string& pfad,
                                           bool gelungen);
+    void vermerke(const Sportwechsel& wechsel, const std::optional<GpxUmkehr>& umkehr);
+    void beendeSchritt(Verlauf::Nummer schritt);
+    void gehImVerlaufWeiter();
+    void benenneZurueck(Ruecknahme& ruecknahme);
+    void stelleWiederHer(const std::shared_ptr<Ruecknahme>& ruecknahme);
+    void wirfWiederWeg(const std::shared_ptr<Ruecknahme>& ruecknahme);
+    void beendeRuecknahme(Ruecknahme& ruecknahme);
     void landeSportwechsel(const std::shared_ptr<Sportwechsel>& wechsel, Eintrag neuer, const std::string& fehler);
 
     void fuegeEin(Eintrag eintrag);
@@ -198,7 +248,12 @@ class Bibliothek {
     std::size_t fehlkopien_ = 0;                   // since no import waited
     bool weckerLaeuft_ = false;                    // of the imports that settle together
     bool geweckt_ = false;                         // it has rung and the list has not been settled since
-    std::vector<std::shared_ptr<Sportwechsel>> wechsel_;  // those whose file is being written
+    std::vector<std::string> eingefuegte_;         // paths of records since the last settling began
+    std::unordered_map<std::string, std::string> wuerfe_;  // what the trash was told, and where the file is now
+    std::vector<std::shared_ptr<Sportwechsel>> wechsel_;   // those whose file is being written
+    Verlauf verlauf_;
+    std::deque<std::shared_ptr<Ruecknahme>> ruecknahmen_;  // the first one may be under way
+    bool nimmtZurueck_ = false;                            // it is
     CacheDienst cache_;
     Rueckweg rueckweg_;  // of what is done away from the main thread
 };

@@ -18,14 +18,6 @@
 
 namespace spurkiste {
 
-/// One call of setzeSportart(). Bound to the main thread.
-struct Bibliothek::Sportwechsel {
-    std::string pfad;  ///< where the file is now: it may be renamed before the result lands
-    GpxSportart art;
-    std::int64_t generation;
-    Fertig fertig;
-};
-
 namespace {
 
 constexpr std::string_view kPunktGpx = ".gpx";
@@ -53,20 +45,24 @@ std::string beschreibung(const std::exception& fehler) {
 struct Ausgang {
     Eintrag eintrag;
     std::string fehler;
+    std::optional<GpxUmkehr> umkehr;  ///< present when the file was written
 };
 
 Ausgang versucheSportart(GpxSportart art, const std::string& pfad) {
+    Ausgang ausgang;
     try {
-        (void)GpxSchreiber::setzeSportart(art, pfad);
+        ausgang.umkehr = GpxSchreiber::setzeSportart(art, pfad).umkehr;
         if (auto gelesen = GpxLeser::lese(pfad)) {
-            return {std::make_shared<const GpxMetadaten>(std::move(*gelesen)), {}};
+            ausgang.eintrag = std::make_shared<const GpxMetadaten>(std::move(*gelesen));
+        } else {
+            throw GpxSchreibausnahme(GpxSchreibfehler::nachSchreibenNichtLesbar);
         }
-        throw GpxSchreibausnahme(GpxSchreibfehler::nachSchreibenNichtLesbar);
     } catch (const std::bad_alloc&) {
-        return {nullptr, std::generic_category().message(ENOMEM)};
+        ausgang.fehler = std::generic_category().message(ENOMEM);
     } catch (const std::exception& fehler) {
-        return {nullptr, beschreibung(fehler)};
+        ausgang.fehler = beschreibung(fehler);
     }
+    return ausgang;
 }
 
 }  // namespace
@@ -78,12 +74,29 @@ std::optional<std::string> Bibliothek::benenneUm(const GpxMetadaten& eintrag, st
     }
     const std::string alt = eintrag.pfad;  // the record may go with the list that it is changed in
     const std::string neu = dateien::ordnerVon(alt).append(*name).append(kPunktGpx);
+    if (const auto wurf = wuerfe_.find(neu); wurf != wuerfe_.end() && wurf->second != alt) {
+        // The trash may still come to this path for a file that has left it.
+        hinweis_.setze("Umbenennen fehlgeschlagen: " + std::generic_category().message(EBUSY));
+        return std::nullopt;
+    }
     if (!verschiebe(alt, neu, *name)) {
         return std::nullopt;
     }
+    verlauf_.tue(Umzug{neu, alt, dateien::stand(neu)});
+    zieheUm(alt, neu);
+    return neu;
+}
+
+/// The library's part of a renaming: whatever is under way with the file finds it under its new path.
+void Bibliothek::zieheUm(const std::string& alt, const std::string& neu) {
     for (const auto& wechsel : wechsel_) {
         if (wechsel->pfad == alt) {
             wechsel->pfad = neu;
+        }
+    }
+    for (auto& [gefragt, jetzt] : wuerfe_) {
+        if (jetzt == alt) {
+            jetzt = neu;
         }
     }
     for (const auto& lauf : laeufe_) {
@@ -91,7 +104,6 @@ std::optional<std::string> Bibliothek::benenneUm(const GpxMetadaten& eintrag, st
     }
     trageUmbenennungNach(alt, neu);
     speichereCache();
-    return neu;
 }
 
 /// The file's part of a renaming; false, with a notice, when it keeps its old path.
@@ -131,47 +143,9 @@ void Bibliothek::trageUmbenennungNach(const std::string& alt, const std::string&
     eintraege_.aendere([&](Eintraege& liste) { verzeichnis_.ersetze(liste, *verzeichnis_.stelle(neu), umbenannt); });
 }
 
-void Bibliothek::inPapierkorb(const std::unordered_set<std::string>& kennungen) {
-    std::vector<std::string> pfade;
-    for (const Eintrag& eintrag : eintraege_.wert()) {
-        if (kennungen.contains(eintrag->pfad)) {
-            pfade.push_back(eintrag->pfad);
-        }
-    }
-    if (pfade.empty()) {
-        return;
-    }
-    const std::string praefix = "Papierkorb fehlgeschlagen: ";
-    if (anschluesse_.papierkorb == nullptr) {
-        hinweis_.setze(praefix + std::generic_category().message(ENOTSUP));
-        return;
-    }
-    const auto lande = [this, praefix](const Papierkorb::Ergebnis& ergebnis) {
-        if (!ergebnis.verschoben.empty()) {
-            entferne(ergebnis.verschoben);
-            speichereCache();
-        }
-        if (ergebnis.fehler) {
-            hinweis_.setze(praefix + *ergebnis.fehler);
-        }
-    };
-    anschluesse_.papierkorb->verschiebe(std::move(pfade), rueckweg_.zurueck(lande));
-}
-
-void Bibliothek::entferne(const std::vector<std::string>& pfade) {
-    if (rechnetWer()) {
-        protokoll_.entfernt(pfade);
-    }
-    for (const auto& lauf : laeufe_) {
-        for (const std::string& pfad : pfade) {
-            lauf->lenkeUm(pfad, pfad);
-        }
-    }
-    eintraege_.aendere([&](Eintraege& liste) { (void)verzeichnis_.entferne(liste, pfade); });
-}
-
 void Bibliothek::setzeSportart(GpxSportart art, const GpxMetadaten& eintrag, Fertig fertig) {
-    wechsel_.push_back(std::make_shared<Sportwechsel>(Sportwechsel{eintrag.pfad, art, generation_, std::move(fertig)}));
+    wechsel_.push_back(std::make_shared<Sportwechsel>(
+        Sportwechsel{eintrag.pfad, art, generation_, std::move(fertig), verlauf_.beginne(), eintrag.pfad}));
     schreibeSportart(wechsel_.back());
 }
 
@@ -180,8 +154,13 @@ void Bibliothek::schreibeSportart(const std::shared_ptr<Sportwechsel>& wechsel) 
     rueckweg_.hinUndZurueck(
         schreiber, [art = wechsel->art, pfad = wechsel->pfad] { return versucheSportart(art, pfad); },
         [this, wechsel, pfad = wechsel->pfad](const Ausgang& ausgang) {
+            vermerke(*wechsel, ausgang.umkehr);
             if (!versucheNocheinmal(wechsel, pfad, ausgang.eintrag != nullptr)) {
                 landeSportwechsel(wechsel, ausgang.eintrag, ausgang.fehler);
+            }
+            const bool schreibtWieder = std::find(wechsel_.begin(), wechsel_.end(), wechsel) != wechsel_.end();
+            if (!schreibtWieder) {
+                beendeSchritt(wechsel->schritt);
             }
         });
 }
@@ -238,6 +217,7 @@ void Bibliothek::wechsleOrdner(const std::string& ordner) {
     ordner_.setze(dateien::absolut(ordner));
     anschluesse_.einstellungen.schreibe(einstellung::kBibliothekOrdner, ordner_.wert());
     geoeffnet_.setze(false);
+    verlauf_.vergiss();  // what it would do could not be seen
     setzeEintraege({}, {});
     rueckweg_.zurueck([this] { lade(); })();
 }

@@ -3,28 +3,21 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cassert>
+#include <cerrno>
 #include <cstddef>
 #include <iterator>
+#include <new>
+#include <system_error>
 #include <utility>
 
 #include "base/Dateien.h"
 #include "base/Text.h"
-#include "library/Bibliothek.h"
+#include "library/BibliothekLaeufe.h"
 #include "library/Kopierstapel.h"
+#include "library/Oeffnung.h"
 
 namespace spurkiste {
-
-/// One call of importiere(). Bound to the main thread.
-struct Bibliothek::Import {
-    std::deque<std::string> quellen;  ///< what is still to be copied
-    std::string ordner;               ///< where to, whatever folder the library has meanwhile
-    std::int64_t generation;
-    std::vector<std::string> neue;  ///< the copies that succeeded
-    Fertig fertig;
-    std::size_t stapel = 1;  ///< how many files the next task gets: the first row comes soon, the others come fast
-    /// True once only the copy in hand is still wanted.
-    std::shared_ptr<std::atomic<bool>> abbruch = std::make_shared<std::atomic<bool>>(false);
-};
 
 namespace {
 
@@ -32,10 +25,36 @@ bool liegtIn(const std::string& ordner, const std::string& pfad) {
     return dateien::kindPfad(ordner, dateien::letzterTeil(pfad)) == pfad;
 }
 
+/// Copies files into the folder. What is there already with the same bytes is told in place of a copy, where `bestand`
+/// is present.
+Kopierstapel hole(const std::string& ordner, const std::vector<std::string>& quellen, oeffnung::Bestand* bestand,
+                  const std::atomic<bool>& abbruch) {
+    if (bestand == nullptr) {
+        return Kopierstapel::kopiere(ordner, quellen, abbruch);
+    }
+    assert(quellen.size() == 1);
+    try {
+        if (auto gleiche = bestand->gleiche(quellen.front())) {
+            return {{{quellen.front(), std::move(*gleiche), {}}}, {}};
+        }
+    } catch (const std::bad_alloc&) {
+        return {{{quellen.front(), {}, std::generic_category().message(ENOMEM)}}, {}};
+    }
+    Kopierstapel stapel = Kopierstapel::kopiere(ordner, quellen, abbruch);
+    for (const Kopierstapel::Kopie& kopie : stapel.kopien) {
+        bestand->kommt(kopie.ziel);
+    }
+    return stapel;
+}
+
 }  // namespace
 
-void Bibliothek::importiere(const std::vector<std::string>& pfade, Fertig fertig) {
-    const auto import = std::make_shared<Import>(Import{{}, ordner_.wert(), generation_, {}, std::move(fertig)});
+void Bibliothek::importiere(const std::vector<std::string>& pfade, Fertig fertig, Gefunden gefunden) {
+    const auto import = std::make_shared<Import>();
+    import->ordner = ordner_.wert();
+    import->generation = generation_;
+    import->fertig = std::move(fertig);
+    import->gefunden = std::move(gefunden);
     for (const std::string& roh : pfade) {
         if (roh.empty()) {
             continue;
@@ -49,6 +68,10 @@ void Bibliothek::importiere(const std::vector<std::string>& pfade, Fertig fertig
         parseUndHaengeAn({}, import->generation, std::move(import->fertig));
         return;
     }
+    reiheEin(import);
+}
+
+void Bibliothek::reiheEin(const std::shared_ptr<Import>& import) {
     zuKopieren_.setze(zuKopieren_.wert() + import->quellen.size());
     importe_.push_back(import);
     if (importe_.size() == 1) {
@@ -68,8 +91,8 @@ void Bibliothek::kopiereNaechste() {
     Ausfuehrer& kopierer = anschluesse_.kopierer != nullptr ? *anschluesse_.kopierer : anschluesse_.arbeiter;
     rueckweg_.hinUndZurueck(
         kopierer,
-        [ordner = import->ordner, quellen = std::move(quellen), abbruch = import->abbruch] {
-            return Kopierstapel::kopiere(ordner, quellen, *abbruch);
+        [ordner = import->ordner, quellen = std::move(quellen), bestand = import->bestand, abbruch = import->abbruch] {
+            return hole(ordner, quellen, bestand.get(), *abbruch);
         },
         [this, import](const Kopierstapel& stapel) { landeKopien(import, stapel); });
 }
@@ -80,7 +103,10 @@ void Bibliothek::landeKopien(const std::shared_ptr<Import>& import, const Kopier
         if (kopie.ziel.empty()) {
             meldeFehlkopie(kopie.quelle, kopie.fehler);
         } else {
-            import->neue.push_back(kopie.ziel);
+            import->gefundene.push_back(kopie.ziel);
+            if (!import->bestand || !kennt(kopie.ziel)) {
+                import->neue.push_back(kopie.ziel);
+            }
         }
     }
     if (*import->abbruch) {
@@ -107,6 +133,9 @@ void Bibliothek::liesImport(Import& import) {
     const bool verpasst = !import.neue.empty() && import.ordner == ordner_.wert();
     parseUndHaengeAn(std::move(import.neue), verpasst ? generation_ : import.generation, std::move(import.fertig),
                      true);
+    if (import.gefunden && !import.gefundene.empty() && import.ordner == ordner_.wert()) {
+        import.gefunden(import.gefundene);
+    }
     ordne();
 }
 

@@ -159,6 +159,23 @@ void Bibliothek::lande(const std::shared_ptr<Lauf>& lauf, const std::string& pfa
     }
 }
 
+std::unordered_set<std::string> Bibliothek::werdenGelesen(const std::unordered_set<std::string>& pfade) const {
+    std::unordered_set<std::string> gelesene;
+    for (const auto& lauf : laeufe_) {
+        for (const std::string& pfad : *lauf->dateien) {
+            if (pfade.contains(pfad)) {
+                gelesene.insert(pfad);
+            }
+        }
+        for (const auto& [alt, jetzt] : lauf->umgelenkt) {
+            if (pfade.contains(jetzt)) {
+                gelesene.insert(jetzt);
+            }
+        }
+    }
+    return gelesene;
+}
+
 void Bibliothek::beendeLauf() {
     if (--ladeLaeufe_ == 0) {
         laedt_.setze(false);

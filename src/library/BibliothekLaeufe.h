@@ -1,7 +1,9 @@
 #pragma once
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <optional>
 #include <string>
@@ -10,6 +12,7 @@
 #include <vector>
 
 #include "library/Bibliothek.h"
+#include "library/Oeffnung.h"
 
 namespace spurkiste {
 
@@ -18,6 +21,21 @@ struct Bibliothek::Ladung {
     std::int64_t generation = 0;
     Fertig fertig;
     /// True once the load is overtaken: the folder need not be looked into.
+    std::shared_ptr<std::atomic<bool>> abbruch = std::make_shared<std::atomic<bool>>(false);
+};
+
+/// One call of importiere(), or one file of oeffne(). Bound to the main thread.
+struct Bibliothek::Import {
+    std::deque<std::string> quellen;  ///< what is still to be copied
+    std::string ordner;               ///< where to, whatever folder the library has meanwhile
+    std::int64_t generation = 0;
+    std::vector<std::string> neue;  ///< the copies that succeeded
+    Fertig fertig;
+    Gefunden gefunden = {};
+    std::shared_ptr<oeffnung::Bestand> bestand = nullptr;  ///< what it has already is not copied but told
+    std::vector<std::string> gefundene = {};
+    std::size_t stapel = 1;  ///< how many files the next task gets: the first row comes soon, the others come fast
+    /// True once only the copy in hand is still wanted.
     std::shared_ptr<std::atomic<bool>> abbruch = std::make_shared<std::atomic<bool>>(false);
 };
 
@@ -52,6 +70,16 @@ struct Bibliothek::Lauf {
         umgelenkt.erase(stelle);
         return jetzt;
     }
+};
+
+/// One call of setzeSportart(). Bound to the main thread.
+struct Bibliothek::Sportwechsel {
+    std::string pfad;  ///< where the file is now: it may be renamed before the result lands
+    GpxSportart art;
+    std::int64_t generation;
+    Fertig fertig;
+    Verlauf::Nummer schritt;  ///< that it belongs to
+    std::string anfangs;      ///< where the file was when the step began
 };
 
 }  // namespace spurkiste

@@ -5,6 +5,7 @@
 #include <memory>
 #include <utility>
 
+#include "base/Dateien.h"
 #include "base/Speicher.h"
 #include "library/BibliothekLaeufe.h"
 
@@ -32,15 +33,17 @@ void Bibliothek::ordne() {
     inOrdnung_ = std::exchange(abschluesse_, {});
     protokoll_.vergiss();
     const auto liste = std::make_shared<Eintraege>(eintraege_.wert());
+    const auto neue = std::make_shared<std::vector<std::string>>(std::exchange(eingefuegte_, {}));
     rueckweg_.hinUndZurueck(
         hintergrund(),
-        [liste] {
+        [liste, neue] {
             // By now the load has left behind what it needed, and sorting leaves as much.
             const bool lang = liste->size() > kLang;
             if (lang) {
                 speicher::gibZurueck();
             }
-            auto ergebnis = std::make_shared<listenordnung::Ergebnis>(listenordnung::ordne(std::exchange(*liste, {})));
+            auto ergebnis = std::make_shared<listenordnung::Ergebnis>(
+                listenordnung::ordne(std::exchange(*liste, {}), std::exchange(*neue, {})));
             if (lang) {
                 speicher::gibZurueck();
             }
@@ -71,6 +74,17 @@ void Bibliothek::landeOrdnung(std::uint64_t nummer, listenordnung::Ergebnis& erg
         return;  // overtaken
     }
     ordnet_ = false;
+    // What was read and then vanished must not stay as a row without a file; without it, the list settles once more.
+    std::erase_if(ergebnis.verschwunden,
+                  [this](const std::string& pfad) { return !verzeichnis_.stelle(pfad) || dateien::gibtEs(pfad); });
+    if (!ergebnis.verschwunden.empty()) {
+        entferne(ergebnis.verschwunden);
+        abschluesse_.insert(abschluesse_.begin(), std::make_move_iterator(inOrdnung_.begin()),
+                            std::make_move_iterator(inOrdnung_.end()));
+        inOrdnung_.clear();
+        ordne();
+        return;
+    }
     if (ergebnis.neu) {
         protokoll_.spieleNach(ergebnis.eintraege, ergebnis.verzeichnis);
         setzeEintraege(std::move(ergebnis.eintraege), std::move(ergebnis.verzeichnis));

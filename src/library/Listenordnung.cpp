@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <deque>
+#include <iterator>
 #include <memory>
 #include <new>
 #include <optional>
@@ -9,6 +10,7 @@
 #include <string_view>
 #include <utility>
 
+#include "base/Dateien.h"
 #include "base/Text.h"
 #include "places/OrtsEtiketten.h"
 
@@ -66,8 +68,10 @@ std::vector<Eintrag> mitOrtsEtiketten(std::vector<Eintrag> eintraege) {
     return eintraege;
 }
 
-Ergebnis ordne(const std::vector<Eintrag>& eintraege) try {
+Ergebnis ordne(const std::vector<Eintrag>& eintraege, const std::vector<std::string>& neue) try {
     Ergebnis ergebnis;
+    std::copy_if(neue.begin(), neue.end(), std::back_inserter(ergebnis.verschwunden),
+                 [](const std::string& pfad) { return !dateien::gibtEs(pfad); });
     ergebnis.eintraege = mitOrtsEtiketten(eintraege);
     ergebnis.neu = ergebnis.eintraege != eintraege;
     ergebnis.verzeichnis = ergebnis.neu ? Pfadverzeichnis(ergebnis.eintraege) : Pfadverzeichnis();

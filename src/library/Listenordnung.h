@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "library/Pfadverzeichnis.h"
@@ -18,10 +19,12 @@ void sortiereNachPfad(std::vector<Eintrag>& eintraege);
 /// A settled list.
 struct Ergebnis {
     std::vector<Eintrag> eintraege;
-    Pfadverzeichnis verzeichnis;  ///< of `eintraege`
-    bool neu = true;              ///< false: it is the very list that it was made from, or memory did not suffice
+    Pfadverzeichnis verzeichnis;            ///< of `eintraege`
+    bool neu = true;                        ///< false: it is the very list that it was made from, or memory ran out
+    std::vector<std::string> verschwunden;  ///< of the new paths those at which there is no file any more
 };
 
-[[nodiscard]] Ergebnis ordne(const std::vector<Eintrag>& eintraege);
+/// Settles a list to which records of the paths `neue` have come since the last time.
+[[nodiscard]] Ergebnis ordne(const std::vector<Eintrag>& eintraege, const std::vector<std::string>& neue = {});
 
 }  // namespace spurkiste::listenordnung

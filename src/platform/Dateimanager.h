@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 namespace spurkiste {
@@ -13,8 +14,8 @@ class Dateimanager {
     virtual ~Dateimanager() = default;
 
     /// Shows the file, an absolute path, selected in a window of the file manager, or at least its folder. Returns at
-    /// once and reports nothing: a file that is gone, or a desktop without file manager, shows nothing.
-    virtual void zeige(const std::string& pfad) = 0;
+    /// once; `vergeblich`, which must not be empty, is called when there is no file manager at all, now or later.
+    virtual void zeige(const std::string& pfad, std::function<void()> vergeblich) = 0;
 };
 
 }  // namespace spurkiste

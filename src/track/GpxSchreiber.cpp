@@ -35,23 +35,30 @@ Fassung lies(const std::string& pfad) {
 }
 
 constexpr mode_t kHoechstens = 0777;
+constexpr int kVersuche = 3;
+constexpr const char* kRastlos = "Ein anderes Programm ändert die GPX-Datei gerade.";
 
-/// Puts the new content in place of the bytes that were read. False when the file is no longer the one that they came
-/// from: nothing is changed then.
-bool ersetze(const std::string& pfad, const Fassung& fassung, const GpxSpleisse& spleisse) {
+/// Puts the new content in place of the bytes that were read, and returns what takes that back. Nothing when the file
+/// is no longer the one that they came from, or somebody has it open for writing: it is unchanged then.
+std::optional<GpxUmkehr> ersetze(const std::string& pfad, const Fassung& fassung, const GpxSpleisse& spleisse) {
     dateien::AtomareDatei neu(pfad);
-    spleisse.wendeAn(fassung.inhalt, [&neu](std::string_view stueck) { neu.schreibe(stueck); });
+    GpxUmkehr umkehr{GpxUmkehr::gegen(spleisse.spleisse, fassung.inhalt), {}, fassung.stand, {}};
+    spleisse.wendeAn(fassung.inhalt, [&](std::string_view stueck) {
+        neu.schreibe(stueck);
+        umkehr.summe.nimm(stueck);
+    });
     dateien::uebernimmMerkmale(fassung.datei.nummer(), neu.nummer());
     if (!dateien::uebernimmRechte(fassung.datei.nummer(), neu.nummer(), kHoechstens)) {
         throw dateien::systemfehler(EPERM);  // rather not at all than for more eyes
     }
     neu.datiereNach(fassung.stand);
     neu.sichere();
+    umkehr.stand = neu.stand().value_or(dateien::Stand{});
     if (!neu.tausche(fassung.datei, fassung.stand)) {
-        return false;
+        return std::nullopt;
     }
     neu.sichereOrdner();
-    return true;
+    return umkehr;
 }
 
 }  // namespace
@@ -70,9 +77,8 @@ std::string beschreibung(GpxSchreibfehler fehler) {
 
 GpxSchreiber::Ergebnis GpxSchreiber::setzeSportart(GpxSportart art, const std::string& pfad,
                                                    const std::function<void()>& vorher) {
-    constexpr int versuche = 3;
     const std::string datei = dateien::hinterVerweisen(pfad);
-    for (int i = 0; i < versuche; ++i) {
+    for (int i = 0; i < kVersuche; ++i) {
         const Fassung fassung = lies(datei);
         const auto spleisse = GpxSpleisse::berechne(fassung.inhalt, art);
         if (!spleisse) {
@@ -85,11 +91,34 @@ GpxSchreiber::Ergebnis GpxSchreiber::setzeSportart(GpxSportart art, const std::s
             vorher();
         }
         const std::uint64_t namen = fassung.datei.namen();
-        if (ersetze(datei, fassung, *spleisse)) {
-            return {spleisse->ziele, namen - 1};
+        if (auto umkehr = ersetze(datei, fassung, *spleisse)) {
+            return {spleisse->ziele, namen - 1, std::move(*umkehr)};
         }
     }
-    throw std::runtime_error("Ein anderes Programm ändert die GPX-Datei gerade.");
+    throw std::runtime_error(kRastlos);
+}
+
+std::optional<GpxUmkehr> GpxSchreiber::kehreUm(const GpxUmkehr& umkehr, const std::string& pfad,
+                                               const std::function<void()>& vorher) {
+    const std::string datei = dateien::hinterVerweisen(pfad);
+    for (int i = 0; i < kVersuche; ++i) {
+        if (dateien::stand(datei) != umkehr.stand) {
+            return std::nullopt;
+        }
+        const Fassung fassung = lies(datei);
+        Bytesumme summe;  // there are programs that change a file and put its date back
+        summe.nimm(fassung.inhalt);
+        if (fassung.stand != umkehr.stand || summe != umkehr.summe) {
+            return std::nullopt;
+        }
+        if (vorher) {
+            vorher();
+        }
+        if (auto zurueck = ersetze(datei, fassung, {umkehr.spleisse, 0})) {
+            return zurueck;
+        }
+    }
+    throw std::runtime_error(kRastlos);
 }
 
 }  // namespace spurkiste

@@ -3,10 +3,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <stdexcept>
 #include <string>
 
 #include "track/GpxSportart.h"
+#include "track/GpxUmkehr.h"
 
 namespace spurkiste {
 
@@ -40,6 +42,7 @@ class GpxSchreiber {
     struct Ergebnis {
         std::size_t elemente = 0;       ///< tracks and routes that have the sport now
         std::uint64_t andereNamen = 0;  ///< further names (hard links) of the file, which still lead to the old content
+        GpxUmkehr umkehr;               ///< takes the writing back
     };
 
     /// Puts the sport's raw value into the <type> of every track and route that is a child of the root element. All
@@ -51,6 +54,13 @@ class GpxSchreiber {
     /// another std::runtime_error, whose what() is for the user, when that other program does not rest; the file is
     /// then untouched. Any thread, one call per file at a time. `vorher` is called between reading and writing.
     static Ergebnis setzeSportart(GpxSportart art, const std::string& pfad, const std::function<void()>& vorher = {});
+
+    /// Puts back the bytes that a writing has replaced, in the same way, and returns what takes that back in turn. The
+    /// file gets a new date: those who keep copies of it shall see that it has changed. Nothing, and the file is
+    /// untouched, when it is no longer the one that was written. Throws as setzeSportart(). Any thread, one call per
+    /// file at a time. `vorher` is called between reading and writing.
+    [[nodiscard]] static std::optional<GpxUmkehr> kehreUm(const GpxUmkehr& umkehr, const std::string& pfad,
+                                                          const std::function<void()>& vorher = {});
 };
 
 }  // namespace spurkiste

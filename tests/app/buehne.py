@@ -50,11 +50,11 @@ def warte_bis(bedingung, worauf):
 class Programm:
     """A running program and its window, as a screen reader sees it."""
 
-    def __init__(self, atspi, ordner, heim, oben=0):
+    def __init__(self, atspi, ordner, heim, oben=0, umgebung=None):
         self.atspi, self.ordner = atspi, ordner
         self.umgebung = os.environ | {
             "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "QT_QPA_PLATFORM": "xcb", "LANG": "de_DE.UTF-8", "TZ": "UTC",
-            "SPURKISTE_RESSOURCEN": RESSOURCEN, "HOME": heim, "XDG_CONFIG_HOME": heim, "XDG_RUNTIME_DIR": heim, "XDG_DATA_HOME": heim}
+            "SPURKISTE_RESSOURCEN": RESSOURCEN, "HOME": heim, "XDG_CONFIG_HOME": heim, "XDG_RUNTIME_DIR": heim, "XDG_DATA_HOME": heim} | (umgebung or {})
         self.prozess = subprocess.Popen([PROGRAMM, "--ordner", ordner], env=self.umgebung)
         try:
             warte_bis(self.fenster, "the window appears on the accessibility bus")
@@ -203,8 +203,8 @@ class Fenstertest(unittest.TestCase):
         return pfad
 
     @classmethod
-    def starte(cls, ordner, heim, oben=0):
-        programm = Programm(cls.atspi, ordner, heim, oben)
+    def starte(cls, ordner, heim, oben=0, umgebung=None):
+        programm = Programm(cls.atspi, ordner, heim, oben, umgebung)
         cls.addClassCleanup(programm.beende)
         return programm
 

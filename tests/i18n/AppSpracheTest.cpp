@@ -23,6 +23,8 @@ TEST(AppSprache, AsksSettingAndSystemAnewEachTime) {
     einstellungen.schreibe("appLanguage", "xx");
     EXPECT_EQ(AppSprache::code(), "xx");
     EXPECT_EQ(AppSprache::text("hiking"), "Hiking");
+    einstellungen.schreibe("appLanguage", "");
+    EXPECT_EQ(AppSprache::code(), "fr");
     einstellungen.schreibe("appLanguage", "system");
     umgebung.sprachen = {"sv"};
     EXPECT_EQ(AppSprache::text("weather"), "Väder");

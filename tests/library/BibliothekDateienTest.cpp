@@ -22,6 +22,8 @@ TEST_F(BibliothekDateienTest, removesFromTheListWhatTheTrashHas) {
     bibliothek->inPapierkorb({ordner.in("c.gpx"), ordner.in("fehlt.gpx"), ordner.in("a.gpx"), ordner.in("d.gpx")});
     ASSERT_EQ(papierkorb.anfragen.size(), 1U);
     EXPECT_EQ(papierkorb.anfragen[0].pfade, (Namen{ordner.in("a.gpx"), ordner.in("c.gpx"), ordner.in("d.gpx")}));
+    fs::remove(ordner.in("a.gpx"));
+    fs::remove(ordner.in("d.gpx"));
     papierkorb.anfragen[0].fertig({{ordner.in("d.gpx"), ordner.in("a.gpx")}, "c ist voll"});
     EXPECT_EQ(namen(*bibliothek).size(), 4U);  // nothing on the trash's thread
     hauptfaden.fuehreAlle();
@@ -31,10 +33,76 @@ TEST_F(BibliothekDateienTest, removesFromTheListWhatTheTrashHas) {
     EXPECT_EQ(cacheText().find("a.gpx"), std::string::npos);
 
     bibliothek->inPapierkorb({ordner.in("b.gpx")});
+    fs::remove(ordner.in("b.gpx"));
     papierkorb.anfragen[1].fertig({{ordner.in("b.gpx")}, std::nullopt});
     hauptfaden.fuehreAlle();
     EXPECT_EQ(namen(*bibliothek), Namen{"c.gpx"});
     EXPECT_NE(bibliothek->hinweis().wert(), std::nullopt);  // a success leaves the notice
+}
+
+TEST_F(BibliothekDateienTest, asksTheTrashOnceForEachFileAndFollowsARenaming) {
+    const auto bibliothek = mitSpuren({"a.gpx", "b.gpx", "c.gpx"});
+    bibliothek->inPapierkorb({ordner.in("a.gpx"), ordner.in("b.gpx")});
+    bibliothek->inPapierkorb({ordner.in("a.gpx"), ordner.in("c.gpx")});
+    ASSERT_EQ(papierkorb.anfragen.size(), 2U);
+    EXPECT_EQ(papierkorb.anfragen[1].pfade, Namen{ordner.in("c.gpx")});
+    EXPECT_EQ(bibliothek->benenneUm(erster(*bibliothek), "neu"), ordner.in("neu.gpx"));
+    bibliothek->inPapierkorb({ordner.in("neu.gpx")});
+    EXPECT_EQ(papierkorb.anfragen.size(), 2U);
+    // Nothing else may come to the path at which the trash still looks.
+    const Eintrag c = bibliothek->eintraege().wert().back();
+    EXPECT_EQ(bibliothek->benenneUm(*c, "a"), std::nullopt);
+    fs::remove(ordner.in("b.gpx"));
+    papierkorb.anfragen[0].fertig({{ordner.in("b.gpx")}, std::nullopt, {ordner.in("a.gpx")}});
+    hauptfaden.fuehreAlle();
+    EXPECT_EQ(namen(*bibliothek), (Namen{"neu.gpx", "c.gpx"}));
+    ASSERT_EQ(papierkorb.anfragen.size(), 3U);
+    EXPECT_EQ(papierkorb.anfragen[2].pfade, Namen{ordner.in("neu.gpx")});
+    fs::remove(ordner.in("neu.gpx"));
+    papierkorb.anfragen[2].fertig({{ordner.in("neu.gpx")}, std::nullopt});
+    hauptfaden.fuehreAlle();
+    EXPECT_EQ(namen(*bibliothek), Namen{"c.gpx"});
+}
+
+TEST_F(BibliothekDateienTest, dropsTheRecordOfAVanishedFileAndSaysItsName) {
+    const auto bibliothek = mitSpuren({"a.gpx", "b.gpx", "c.gpx"});
+    const auto wirfWeg = [&](const Namen& pfade) {
+        bibliothek->inPapierkorb({pfade.begin(), pfade.end()});
+        papierkorb.anfragen.back().fertig({{}, std::nullopt, pfade});
+        hauptfaden.fuehreAlle();
+        arbeiteAb();
+    };
+    fs::remove(ordner.in("a.gpx"));
+    wirfWeg({ordner.in("a.gpx")});
+    EXPECT_EQ(namen(*bibliothek), (Namen{"b.gpx", "c.gpx"}));
+    EXPECT_EQ(bibliothek->hinweis().wert(), "a.gpx war schon verschwunden");
+    EXPECT_EQ(cacheText().find("a.gpx"), std::string::npos);
+    bibliothek->lade();
+    arbeiteAb();
+    wirfWeg({ordner.in("b.gpx")});  // it has come back since the trash looked
+    EXPECT_EQ(namen(*bibliothek), (Namen{"b.gpx", "c.gpx"}));
+    EXPECT_EQ(bibliothek->hinweis().wert(), std::nullopt);
+    fs::remove(ordner.in("b.gpx"));
+    fs::remove(ordner.in("c.gpx"));
+    wirfWeg({ordner.in("b.gpx"), ordner.in("c.gpx")});
+    EXPECT_EQ(namen(*bibliothek), Namen{});
+    EXPECT_EQ(bibliothek->hinweis().wert(), "2 Dateien waren schon verschwunden, zuletzt c.gpx");
+}
+
+TEST_F(BibliothekDateienTest, keepsNoRowOfAFileThatVanishedOnceItWasRead) {
+    for (const char* name : {"a.gpx", "b.gpx", "c.gpx"}) {
+        ordner.schreibe(name, gpx(47, 8));
+    }
+    const auto bibliothek = mach();
+    bibliothek->lade();
+    lasseNachsehen();
+    arbeiter.fuehreAlle();
+    fs::remove(ordner.in("a.gpx"));
+    fs::rename(ordner.in("b.gpx"), ordner.in("woanders"));
+    arbeiteAb();
+    EXPECT_EQ(namen(*bibliothek), Namen{"c.gpx"});
+    EXPECT_FALSE(bibliothek->laedt().wert());
+    EXPECT_EQ(cacheText().find("a.gpx"), std::string::npos);
 }
 
 TEST_F(BibliothekDateienTest, leavesTheListWhenNothingWentToTheTrash) {

@@ -109,6 +109,32 @@ TEST_F(BibliothekTest, readsOnlyWhatChangedTheNextTime) {
     EXPECT_EQ(cacheText(), davor);
 }
 
+TEST_F(BibliothekTest, clearsAwayWhatAKilledProgramLeftBehind) {
+    ordner.schreibe(".spurkiste-12.tmp", "halb");
+    ordner.schreibe(".spurkiste-notizen", "fremd");
+    const auto bibliothek = mitSpuren({"a.gpx"});
+    EXPECT_EQ(imOrdner(), (Namen{".spurkiste-notizen", "a.gpx"}));
+}
+
+TEST_F(BibliothekTest, hasTheFinalListBeforeItSaysThatItHasLoaded) {
+    for (const char* name : {"b.gpx", "a.gpx"}) {
+        ordner.schreibe(name, gpx(47.37, 8.54));
+    }
+    const auto bibliothek = mach();
+    Namen amEnde;
+    const Abo abo = bibliothek->laedt().beobachte([&] {
+        amEnde = bibliothek->laedt().wert() ? namen(*bibliothek) : Namen{};
+        EXPECT_TRUE(amEnde.empty() || bibliothek->eintraege().wert().front()->startOrt.has_value());
+    });
+    bibliothek->lade();
+    lasseNachsehen();
+    while (arbeiter.wartende() > 0) {
+        arbeiter.fuehre(arbeiter.wartende() - 1);  // the other way round
+    }
+    arbeiteAb();
+    EXPECT_EQ(amEnde, (Namen{"a.gpx", "b.gpx"}));
+}
+
 TEST_F(BibliothekTest, publishesEveryResultByItselfAndCountsDown) {
     for (int i = 0; i < 5; ++i) {
         ordner.schreibe(std::to_string(i) + ".gpx", gpx(47, 8));

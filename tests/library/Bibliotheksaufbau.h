@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include "base/Dateien.h"
+#include "base/Dateiumzug.h"
 #include "hilfe/HandAusfuehrer.h"
 #include "hilfe/SpeicherEinstellungen.h"
 #include "hilfe/TempOrdner.h"
@@ -49,6 +50,24 @@ class HandPapierkorb final : public Papierkorb {
     void verschiebe(std::vector<std::string> pfade, Fertig fertig) override {
         anfragen.push_back({std::move(pfade), std::move(fertig)});
     }
+    void holeZurueck(const Fund& fund) const override { dateien::verschiebe(fund.ort, fund.pfad); }
+
+    /// Moves what was asked for into a folder, and tells where it lies.
+    void wirfAlles(const TempOrdner& korb) {
+        for (const Anfrage& anfrage : std::exchange(anfragen, {})) {
+            Ergebnis ergebnis;
+            for (const std::string& pfad : anfrage.pfade) {
+                const std::string ort = korb.in(std::to_string(++geworfene_));
+                dateien::verschiebe(pfad, ort);
+                ergebnis.verschoben.push_back(pfad);
+                ergebnis.funde.push_back({pfad, ort, dateien::stand(ort)});
+            }
+            anfrage.fertig(ergebnis);
+        }
+    }
+
+  private:
+    int geworfene_ = 0;
 };
 
 /// An alarm clock that rings when the test says so.

@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -106,14 +107,45 @@ TEST_F(GioPapierkorbTest, keepsFilesOfOneNameApart) {
     EXPECT_THAT(inhalte, UnorderedElementsAre("1", "2"));
 }
 
+TEST_F(GioPapierkorbTest, findsWhereTheFilesLieAndPutsThemBack) {
+    (void)wirfWeg({spur("a.b.gpx", "0")});  // of the same name, thrown away before
+    fs::create_directory_symlink("spuren", heim->in("link"));
+    const std::string a = spur("a.b.gpx", "A");
+    const std::string h = heim->in("link/Höhe 1%.gpx");  // notes may have another way to the same file
+    (void)spur("Höhe 1%.gpx", "H");
+    fs::create_symlink("nirgends", heim->in("spuren/.tot.gpx"));
+    const auto funde = wirfWeg({a, h, heim->in("spuren/.tot.gpx")}).funde;
+    ASSERT_EQ(funde.size(), 3U);
+    for (const auto& fund : funde) {
+        EXPECT_EQ(dateien::stand(fund.ort), fund.stand);
+        papierkorb.holeZurueck(fund);
+    }
+    EXPECT_EQ(heim->lies("spuren/a.b.gpx"), "A");
+    EXPECT_EQ(heim->lies("spuren/Höhe 1%.gpx"), "H");
+    EXPECT_TRUE(fs::is_symlink(heim->in("spuren/.tot.gpx")));
+    EXPECT_THAT(imKorb(), ElementsAre("a.b.gpx"));
+    EXPECT_THAT(dateien::liste(heim->in("daten/Trash/info")), ElementsAre("a.b.gpx.trashinfo"));
+
+    const auto weg = wirfWeg({a}).funde;
+    ASSERT_EQ(weg.size(), 1U);
+    (void)spur("a.b.gpx", "neu");
+    EXPECT_THROW(papierkorb.holeZurueck(weg.front()), std::system_error);
+    EXPECT_EQ(heim->lies("spuren/a.b.gpx"), "neu");
+    EXPECT_TRUE(dateien::gibtEs(weg.front().ort));
+}
+
 TEST_F(GioPapierkorbTest, saysTheFirstErrorAndMovesTheOthers) {
     const std::string a = spur("a.gpx");
     const std::string b = spur("b.gpx");
-    const auto ergebnis = wirfWeg({heim->in("spuren/weg\n1.gpx"), a, heim->in("spuren/weg2.gpx"), b});
+    fs::create_symlink("kreis", heim->in("spuren/kreis"));
+    const std::string unerreichbar = heim->in("spuren/kreis/weg\n1.gpx");
+    const std::string weg = heim->in("spuren/weg.gpx");
+    const auto ergebnis = wirfWeg({weg, unerreichbar, a, heim->in("spuren/kreis/weg2.gpx"), b});
     EXPECT_THAT(ergebnis.verschoben, ElementsAre(a, b));
+    EXPECT_THAT(ergebnis.verschwunden, ElementsAre(weg));
     ASSERT_TRUE(ergebnis.fehler.has_value());
     EXPECT_THAT(*ergebnis.fehler, HasSubstr("weg 1.gpx"));  // on one line
-    EXPECT_THAT(spuren(), IsEmpty());
+    EXPECT_THAT(spuren(), ElementsAre("kreis"));
 }
 
 TEST_F(GioPapierkorbTest, deletesNothingWhenTheTrashCannotBeWritten) {

@@ -1,10 +1,12 @@
 #include <cerrno>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <system_error>
@@ -164,6 +166,74 @@ TEST(GpxSchreiber, failsWholeWhereTheDiskOrTheRightsFail) {
         EXPECT_EQ(ordner.lies("a.gpx"), kVorher);
         EXPECT_EQ(dateienIn(ordner), 1U);
     }
+}
+
+TEST(GpxSchreiber, takesAWritingBackToTheByteAndDoesItAgain) {
+    const TempOrdner ordner;
+    const std::string viele =
+        "<gpx>\r\n<trk><name>\xC3\xA4</name><type> MTB\n</type></trk><!-- x --><rte/>"
+        "<trk><type/></trk><trk a='1'/><trk><type>cycling</type></trk></gpx>  \n";
+    for (const std::string& vorher : {std::string(kVorher), viele, std::string(kNachher)}) {
+        const std::string pfad = ordner.schreibe("a.gpx", vorher);
+        const auto umkehr = GpxSchreiber::setzeSportart(GpxSportart::rad, pfad).umkehr;
+        const std::string nachher = ordner.lies("a.gpx");
+        EXPECT_EQ(umkehr.spleisse.empty(), vorher == nachher);
+        const auto wieder = GpxSchreiber::kehreUm(umkehr, pfad);
+        ASSERT_TRUE(wieder.has_value());
+        EXPECT_EQ(ordner.lies("a.gpx"), vorher);
+        EXPECT_EQ(wieder->vorher, umkehr.stand);
+        ASSERT_TRUE(GpxSchreiber::kehreUm(*wieder, pfad).has_value());
+        EXPECT_EQ(ordner.lies("a.gpx"), nachher);
+    }
+
+    // Behind a link, and not while another program may write into what would lose its place.
+    const std::string pfad = ordner.schreibe("a.gpx", kVorher);
+    const std::string link = ordner.in("link.gpx");
+    fs::create_symlink("a.gpx", link);
+    const auto umkehr = GpxSchreiber::setzeSportart(GpxSportart::rad, link).umkehr;
+    {
+        const std::ofstream anderer(pfad, std::ios::app);
+        EXPECT_THROW((void)GpxSchreiber::kehreUm(umkehr, link), std::runtime_error);
+        EXPECT_EQ(ordner.lies("a.gpx"), kNachher);
+    }
+    EXPECT_TRUE(GpxSchreiber::kehreUm(umkehr, link).has_value());
+    EXPECT_EQ(ordner.lies("a.gpx"), kVorher);
+    EXPECT_TRUE(fs::is_symlink(link));
+    EXPECT_EQ(dateienIn(ordner), 2U);
+}
+
+TEST(GpxSchreiber, leavesAFileAloneThatHasChangedSinceItWasWritten) {
+    const TempOrdner ordner;
+    const std::string pfad = ordner.in("a.gpx");
+    std::string anders = kNachher;
+    anders[anders.find('2')] = '3';
+    const auto bleibt = [&](const std::string& inhalt, const auto& mitten) {
+        ordner.schreibe("a.gpx", kVorher);
+        const auto umkehr = GpxSchreiber::setzeSportart(GpxSportart::rad, pfad).umkehr;
+        const auto zeit = fs::last_write_time(pfad);
+        const bool vorher = mitten(zeit);
+        const auto nun = [&] {
+            if (!vorher) {
+                ordner.schreibe("a.gpx", inhalt);
+            }
+        };
+        EXPECT_EQ(GpxSchreiber::kehreUm(umkehr, pfad, nun), std::nullopt);
+        EXPECT_EQ(ordner.lies("a.gpx"), inhalt);
+        EXPECT_EQ(dateienIn(ordner), 1U);
+    };
+    const auto ueberschreibe = [&](const std::string& inhalt) {
+        std::ofstream(pfad, std::ios::in | std::ios::out | std::ios::binary) << inhalt;  // the same file, as long
+    };
+    bleibt(anders, [&](auto zeit) {  // by a program that puts the date back
+        ueberschreibe(anders);
+        fs::last_write_time(pfad, zeit);
+        return true;
+    });
+    bleibt(kNachher, [&](auto zeit) {
+        fs::last_write_time(pfad, zeit + std::chrono::seconds(1));
+        return true;
+    });
+    bleibt("anders", [](auto /*zeit*/) { return false; });  // between reading and writing
 }
 
 }  // namespace

@@ -18,6 +18,8 @@ class GioPapierkorb final : public Papierkorb {
     /// Moves the files one after the other; of several errors the first one's description is told.
     void verschiebe(std::vector<std::string> pfade, Fertig fertig) override;
 
+    void holeZurueck(const Fund& fund) const override;
+
   private:
     Ausfuehrer& arbeiter_;
 };

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <functional>
+#include <string>
+
 #include "platform/Dateimanager.h"
 
 namespace spurkiste {
@@ -9,7 +12,7 @@ namespace spurkiste {
 /// folders. GUI thread.
 class QtDateimanager final : public Dateimanager {
   public:
-    void zeige(const std::string& pfad) override;
+    void zeige(const std::string& pfad, std::function<void()> vergeblich) override;
 };
 
 }  // namespace spurkiste

@@ -10,7 +10,10 @@
 #include <QShortcut>
 #include <algorithm>
 #include <utility>
+#include <vector>
 
+#include "base/Dateien.h"
+#include "base/Text.h"
 #include "sicht/UriListe.h"
 #include "ui/fenster/InhaltsAnsicht.h"
 #include "ui/fenster/UmbenennenDialog.h"
@@ -46,6 +49,12 @@ std::string systempfad(const QString& pfad) {
     return QFile::encodeName(pfad).toStdString();
 }
 
+std::vector<std::string> lokaleDateien(const QMimeData& daten) {
+    const bool ueblich = daten.hasFormat(QLatin1String(kUriListe));
+    const QByteArray liste = daten.data(QLatin1String(ueblich ? kUriListe : zeilenkopie::kDateimanager));
+    return uriliste::pfade({liste.constData(), static_cast<std::size_t>(liste.size())});
+}
+
 }  // namespace
 
 void InhaltsAnsicht::verbindeAktionen() {
@@ -65,19 +74,19 @@ void InhaltsAnsicht::waehleImport() {
     connect(waehler, &QFileDialog::filesSelected, this, [this](const QStringList& gewaehlt) {
         std::vector<std::string> pfade(static_cast<std::size_t>(gewaehlt.size()));
         std::transform(gewaehlt.begin(), gewaehlt.end(), pfade.begin(), systempfad);
-        bibliothek_.importiere(pfade);
+        importiere(pfade, pfade.size());
     });
     oeffne(*waehler);
 }
 
 /// Imports the files that another program hands over, on request without those that are in the library already.
 void InhaltsAnsicht::importiereAlle(const QMimeData& daten, bool nurFremde) {
-    const bool ueblich = daten.hasFormat(QLatin1String(kUriListe));
-    const QByteArray liste = daten.data(QLatin1String(ueblich ? kUriListe : zeilenkopie::kDateimanager));
-    for (const std::string& pfad : uriliste::pfade({liste.constData(), static_cast<std::size_t>(liste.size())})) {
-        if (!nurFremde || !eintragMit(pfad)) {
-            bibliothek_.importiere({pfad});
-        }
+    auto dateien = lokaleDateien(daten);
+    if (nurFremde) {
+        std::erase_if(dateien, [this](const std::string& pfad) { return eintragMit(pfad) != nullptr; });
+    }
+    for (const std::string& pfad : dateien) {
+        importiere({pfad}, dateien.size());
     }
 }
 
@@ -87,7 +96,7 @@ void InhaltsAnsicht::waehleOrdner() {
     waehler->setOption(QFileDialog::ShowDirsOnly);
     waehler->setDirectory(QFile::decodeName(bibliothek_.ordner().wert().c_str()));
     connect(waehler, &QFileDialog::fileSelected, this,
-            [this](const QString& ordner) { bibliothek_.wechsleOrdner(systempfad(ordner)); });
+            [this](const QString& ordner) { Q_EMIT ordnerGewaehlt(systempfad(ordner)); });
     oeffne(*waehler);
 }
 
@@ -105,12 +114,21 @@ void InhaltsAnsicht::oeffneKontextmenue(const QPoint& wo) {
         connect(menue->addAction(QStringLiteral("Umbenennen")), &QAction::triggered, this,
                 [this, pfad] { oeffneUmbenennen(pfad); });
         connect(menue->addAction(QStringLiteral("Im Finder zeigen")), &QAction::triggered, this,
-                [this, pfad] { dateimanager_.zeige(pfad); });
+                [this, pfad] { zeigeImDateimanager(pfad); });
         menue->addSeparator();
     }
     connect(menue->fuegeLoeschenHinzu(QStringLiteral("In den Papierkorb")), &QAction::triggered, this,
             [this, auswahl = std::move(auswahl)] { bibliothek_.inPapierkorb(auswahl.menge()); });
     menue->oeffneUnter(QRect(wo, QSize(0, 0)), 0);
+}
+
+void InhaltsAnsicht::zeigeImDateimanager(const std::string& pfad) {
+    dateimanager_.zeige(pfad, [selbst = QPointer<InhaltsAnsicht>(this), pfad] {
+        if (selbst) {
+            selbst->bibliothek_.weiseHin("Kein Dateimanager gefunden, der „" +
+                                         text::einzeilig(dateien::letzterTeil(pfad)) + "“ zeigt");
+        }
+    });
 }
 
 void InhaltsAnsicht::wirfWeg() {
@@ -143,7 +161,7 @@ void InhaltsAnsicht::oeffneUmbenennen(const std::string& pfad) {
                     auffrischung_.sofort();
                     tabelle_->rolleZu(*neu);
                     if (zeilenbau_.baut()) {
-                        zuZeigen_ = {*neu};
+                        zuZeigen_.insert(*neu);
                     }
                 }
             },
@@ -187,8 +205,8 @@ void InhaltsAnsicht::oeffneKopierblatt() {
 }
 
 void InhaltsAnsicht::dragEnterEvent(QDragEnterEvent* ereignis) {
-    // Rows of this program are files of the library already: dropping them would do nothing.
-    if (ereignis->source() == nullptr && ereignis->mimeData()->hasFormat(QLatin1String(kUriListe)) && !blatt_) {
+    // Rows of this program are files of the library already: dropping them would do nothing. Nor would other addresses.
+    if (ereignis->source() == nullptr && !blatt_ && !lokaleDateien(*ereignis->mimeData()).empty()) {
         ereignis->setDropAction(Qt::CopyAction);
         ereignis->accept();
         ablage_->zeigeUeber(QRect(0, werkzeuge_->height(), width(), height() - werkzeuge_->height()));

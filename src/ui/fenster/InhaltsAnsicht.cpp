@@ -127,6 +127,7 @@ void InhaltsAnsicht::verbinde() {
     connect(&werkzeuge_->suchfeld(), &QLineEdit::textChanged, this, [this](const QString& text) {
         aendere([suche = text.toStdString()](Ansichtszustand& zustand) { zustand.suche = suche; });
     });
+    connect(&werkzeuge_->suchfeld(), &Suchfeld::verlassen, this, &InhaltsAnsicht::verlasseSuche);
     connect(werkzeuge_, &Werkzeuge::neuladenGewuenscht, this, [this] { bibliothek_.lade(); });
     connect(werkzeuge_, &Werkzeuge::spracheGewaehlt, this, &InhaltsAnsicht::waehleSprache);
     connect(werkzeuge_, &Werkzeuge::tastenGewuenscht, this, &InhaltsAnsicht::oeffneTastenblatt);
@@ -136,10 +137,27 @@ void InhaltsAnsicht::verbinde() {
     });
     connect(tabelle_, &TabellenAnsicht::auswahlGeaendert, this, [this](const TabellenAnsicht::Auswahl& auswahl) {
         zustand_.auswahl = auswahl;
+        zuZeigen_.clear();  // whoever chooses for himself is looking elsewhere
         auffrischung_.fordere();
     });
     detail_->installEventFilter(this);
     tabelle_->viewport()->installEventFilter(this);
+}
+
+/// To the rows that were found: to those selected, if there are some among them, else to the first.
+void InhaltsAnsicht::verlasseSuche() {
+    tabelle_->setFocus(Qt::ShortcutFocusReason);
+    tabelle_->markiere(0);
+    tabelle_->rolleZurAuswahl();
+}
+
+void InhaltsAnsicht::leereOderVerlasseSuche() {
+    Suchfeld& suchfeld = werkzeuge_->suchfeld();
+    if (suchfeld.hasFocus() && suchfeld.text().isEmpty()) {
+        tabelle_->setFocus(Qt::ShortcutFocusReason);
+    } else {
+        suchfeld.clear();
+    }
 }
 
 void InhaltsAnsicht::stelleWiederHer() {
@@ -233,8 +251,9 @@ void InhaltsAnsicht::frischeAuf() {
     zustand_.laedt = bibliothek_.laedt().wert();
     zeilenbau_.gleicheAb(eintraege, texte_, zustand_.sortierung);
     zustand_.oeffnung = oeffnung();
-    if (std::exchange(eintraegeNeu_, false)) {
-        zustand_.behalteVorhandene(eintraege);
+    const bool eintraegeNeu = std::exchange(eintraegeNeu_, eintraegeNeu_ && zeilenbau_.baut());
+    if (const bool zuEnde = std::exchange(hatGeladen_, zustand_.laedt) && !zustand_.laedt; eintraegeNeu || zuEnde) {
+        bereinigeAuswahl();
     }
     if (werkzeuge_->suchfeld().text().toStdString() != zustand_.suche) {
         const QSignalBlocker still(werkzeuge_->suchfeld());
@@ -245,9 +264,15 @@ void InhaltsAnsicht::frischeAuf() {
     kopf_->zeige(alsText(bild.routenText), alsText(bild.summeText));
     filter_->zeige(bild, zustand_, texte_);
     tabelle_->setzeSortierung(zustand_.sortierung);
+    const bool folgt = eintraegeNeu && folgtDieAuswahl();
     tabelle_->setzeZeilen(std::move(bild.zeilen));
     zeilenbau_.raeumeAuf();
     tabelle_->setzeAuswahl(zustand_.auswahl);
+    if (folgt && !zustand_.auswahl.empty() && eintragMit(*zustand_.auswahl.begin()) != nullptr) {
+        tabelle_->markiere();
+    }
+    letzteFilter_ = zustand_.filter;
+    letzteSuche_ = zustand_.suche;
     detail_->zeige(bild.ausgewaehlt);
     kopf_->zeigeSport(bild.ausgewaehlt);
     leereTabelle_->setVisible(bild.leer.has_value());
@@ -265,9 +290,44 @@ void InhaltsAnsicht::frischeAuf() {
     } else if (kopierblatt_) {
         QTimer::singleShot(0, this, &QWidget::close);
     }
-    if (!zuZeigen_.empty() && !zeilenbau_.baut()) {
-        zeigeInDerListe(std::exchange(zuZeigen_, {}));
+    if (!zeilenbau_.baut() && std::exchange(rolltZurAuswahl_, false)) {
+        tabelle_->rolleZurAuswahl();
     }
+    if (koennenGezeigtWerden()) {
+        QTimer::singleShot(0, this, &InhaltsAnsicht::zeigeGeoeffnete);
+    }
+}
+
+/// Takes out of the selection what is no longer in the library. A file that is being read anew still is.
+void InhaltsAnsicht::bereinigeAuswahl() {
+    const Pfadmenge vorher = zustand_.auswahl;
+    zustand_.behalteVorhandene(bibliothek_.eintraege().wert());
+    if (!zustand_.laedt || zustand_.auswahl.size() == vorher.size()) {
+        return;
+    }
+    Pfadmenge::Menge fehlende;
+    for (const std::string& pfad : vorher) {
+        if (!zustand_.auswahl.contains(pfad)) {
+            fehlende.insert(pfad);
+        }
+    }
+    for (const std::string& pfad : bibliothek_.werdenGelesen(fehlende)) {
+        zustand_.auswahl.insert(pfad);
+    }
+}
+
+void InhaltsAnsicht::kommNachVorn() {
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    raise();
+    activateWindow();
+}
+
+/// A change of the selected record, by its sport say, may have taken its row out of what the filters show. Who works
+/// through the rows by keyboard goes on with the next one, which is selected then: what the keyboard means is what is
+/// marked. Filters and search themselves leave the selection alone, and so does whoever works elsewhere.
+bool InhaltsAnsicht::folgtDieAuswahl() const {
+    return tabelle_->hasFocus() && tabelle_->istMarkiert() && letzteFilter_ == zustand_.filter &&
+           letzteSuche_ == zustand_.suche && tabelle_->auswahl() == zustand_.auswahl;
 }
 
 }  // namespace spurkiste

@@ -42,13 +42,18 @@ class InhaltsAnsicht final : public QWidget {
     InhaltsAnsicht(Bibliothek& bibliothek, Einstellungen& einstellungen, Dateimanager& dateimanager,
                    const Meldestelle& sprachwechsel, const Zeilenbau::Werkstatt& werkstatt = {});
 
-    /// Selects and shows those of the files, absolute paths, that lie in the library's folder, and imports the others
-    /// one by one; folders and what does not exist are passed over. Waits for the window's first load.
+    /// Opens files, absolute paths, in the library (Bibliothek::oeffne), and selects and shows each as soon as it is in
+    /// the list. Waits for the window's first load.
     void oeffneDateien(const std::vector<std::string>& pfade);
+
+    /// Brings the window before the others, minimised or not.
+    void kommNachVorn();
 
   Q_SIGNALS:
     /// The user asked for one more window.
     void neuesFensterGewuenscht();
+    /// The user has chosen another library folder, an absolute path in the system's bytes.
+    void ordnerGewaehlt(const std::string& pfad);
 
   protected:
     void paintEvent(QPaintEvent* ereignis) override;
@@ -70,9 +75,14 @@ class InhaltsAnsicht final : public QWidget {
     void legeBlatt(const std::function<QDialog*()>& mach);
     void oeffneTastenblatt();
     void oeffneUeberblatt();
+    void nimmZurueck(Richtung richtung);
+    void waehleBetroffene(const std::vector<std::string>& pfade);
+    void verlasseSuche();
+    void leereOderVerlasseSuche();
     void stelleWiederHer();
     void frischeAuf();
     [[nodiscard]] Ansichtszustand::Oeffnung oeffnung();
+    [[nodiscard]] bool folgtDieAuswahl() const;
     void legeLeereTabelle();
     void aendere(const Filterleiste::Aenderung& aenderung);
     void waehleSprache(const QString& code);
@@ -92,7 +102,12 @@ class InhaltsAnsicht final : public QWidget {
     [[nodiscard]] bool mussNochKopieren() const;
     void oeffneKopierblatt();
     [[nodiscard]] Eintrag eintragMit(const std::string& pfad) const;
-    void zeigeInDerListe(const std::unordered_set<std::string>& pfade);
+    void importiere(const std::vector<std::string>& pfade, std::size_t zusammen);
+    [[nodiscard]] Bibliothek::Gefunden zeigeSobaldDa();
+    [[nodiscard]] bool koennenGezeigtWerden() const;
+    void zeigeGeoeffnete();
+    void zeigeImDateimanager(const std::string& pfad);
+    void bereinigeAuswahl();
 
     Bibliothek& bibliothek_;
     Einstellungen& einstellungen_;
@@ -100,13 +115,19 @@ class InhaltsAnsicht final : public QWidget {
     const Meldestelle& sprachwechsel_;
     Ansichtstexte texte_;
     Ansichtszustand zustand_;
-    bool eintraegeNeu_ = false;                 ///< the records changed since the last refresh
+    bool eintraegeNeu_ = false;                 ///< the records changed since the rows were last brought up to them
+    Filterwahl letzteFilter_;                   ///< those of the last refresh
+    std::string letzteSuche_;                   ///< that of the last refresh
     bool hinweisNeu_ = false;                   ///< a notice was given since the last refresh
     bool gezeigt_ = false;                      ///< the first frame has been painted
     QTimer geduld_;                             ///< runs while it need not yet be said that the library is being opened
     bool geladen_ = false;                      ///< the window's first load is over
     std::vector<std::string> wartend_;          ///< files to open after it
-    std::unordered_set<std::string> zuZeigen_;  ///< paths to show once their rows are there
+    std::unordered_set<std::string> zuZeigen_;  ///< files to show whose rows are not there yet
+    bool zeigtErste_ = false;                   ///< none of them has been selected yet
+    bool zeigtZusammen_ = false;                ///< they are many
+    bool rolltZurAuswahl_ = false;              ///< as soon as the rows are up to the records
+    bool hatGeladen_ = false;                   ///< the last refresh was during a load
 
     Werkzeuge* werkzeuge_;
     Hauptteiler* teiler_;

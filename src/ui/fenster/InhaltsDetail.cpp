@@ -9,7 +9,7 @@ void InhaltsAnsicht::verbindeDetail() {
     connect(detail_, &DetailAnsicht::sportGewaehlt, this, setze);
     connect(kopf_, &Kopf::sportGewaehlt, this, setze);
     connect(detail_, &DetailAnsicht::zeigenGewuenscht, this,
-            [this](const Eintrag& eintrag) { dateimanager_.zeige(eintrag->pfad); });
+            [this](const Eintrag& eintrag) { zeigeImDateimanager(eintrag->pfad); });
     connect(tabelle_, &TabellenAnsicht::sportmenueGewuenscht, this,
             [this, setze](const std::string& pfad, const QRect& kapsel) {
                 if (const Eintrag eintrag = eintragMit(pfad)) {

@@ -34,7 +34,7 @@ void InhaltsAnsicht::fuehreAus(Fenstertat tat) {
             werkzeuge_->suchfeld().selectAll();
             break;
         case Fenstertat::sucheLeeren:
-            werkzeuge_->suchfeld().clear();
+            leereOderVerlasseSuche();
             break;
         case Fenstertat::importieren:
             waehleImport();
@@ -55,6 +55,12 @@ void InhaltsAnsicht::fuehreAus(Fenstertat tat) {
                 tabelle_->setFocus(Qt::ShortcutFocusReason);  // what had the keyboard goes with the file
                 wirfWeg();
             }
+            break;
+        case Fenstertat::rueckgaengig:
+            nimmZurueck(Richtung::zurueck);
+            break;
+        case Fenstertat::wiederholen:
+            nimmZurueck(Richtung::wieder);
             break;
         case Fenstertat::kopieren:
             kopiere();

@@ -26,6 +26,7 @@ Statusleiste::Statusleiste(QWidget* eltern)
       summe_(new Schild(this)),
       ring_(new Ladering(this)),
       hinweis_(new Hinweiszeile(this)),
+      leise_(new Leisezeile(this)),
       ordner_(new Schild(this)) {
     setFixedHeight(kHoehe);
     dateien_->setzeFarbe(KistePapier::tinte);
@@ -41,6 +42,7 @@ Statusleiste::Statusleiste(QWidget* eltern)
     zeile->addWidget(summe_);
     zeile->addWidget(ring_);
     zeile->addWidget(hinweis_);
+    zeile->addWidget(leise_);
     zeile->addSpacing(kVorDemPfad - kAbstand);
     zeile->addWidget(ordner_, 1);
     kleide();
@@ -52,6 +54,7 @@ void Statusleiste::kleide() {
         schild->setFont(schrift);
     }
     hinweis_->kleide(schrift);
+    leise_->kleide(schrift);
 }
 
 void Statusleiste::zeigeZahlen(const QString& dateien, const QString& summe) {

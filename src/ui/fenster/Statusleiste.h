@@ -3,13 +3,14 @@
 #include <QWidget>
 
 #include "ui/fenster/Hinweiszeile.h"
+#include "ui/fenster/Leisezeile.h"
 #include "ui/teile/Ladering.h"
 #include "ui/teile/Schild.h"
 
 namespace spurkiste {
 
-/// The line at the bottom: how many files, how long together, whether a load runs, the notice, the library's folder.
-/// The path gives way to the notice.
+/// The line at the bottom: how many files, how long together, whether a load runs, the notice, a quiet word, the
+/// library's folder. The path gives way to both.
 class Statusleiste final : public QWidget {
     Q_OBJECT
 
@@ -22,6 +23,8 @@ class Statusleiste final : public QWidget {
     void zeigeLaden(bool laedt, std::size_t ausstehend);
     /// The notice; empty for none. `erneut`: it was given again.
     void zeigeHinweis(const QString& hinweis, bool erneut);
+    /// Says for some seconds, beside the notice, what has been done; empty for nothing.
+    void sage(const QString& text) { leise_->sage(text); }
     void zeigeOrdner(const QString& ordner);
     /// Takes the fonts anew, after the language changed.
     void kleide();
@@ -34,6 +37,7 @@ class Statusleiste final : public QWidget {
     Schild* summe_;
     Ladering* ring_;
     Hinweiszeile* hinweis_;
+    Leisezeile* leise_;
     Schild* ordner_;
 };
 

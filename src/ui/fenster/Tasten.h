@@ -17,6 +17,8 @@ enum class Fenstertat {
     neuLaden,
     umbenennen,
     wegwerfen,
+    rueckgaengig,
+    wiederholen,
     kopieren,
     zeilenmenue,
     neuesFenster,

@@ -11,6 +11,7 @@
 #include "ui/fenster/Filterleiste.h"
 #include "ui/fenster/Hinweiszeile.h"
 #include "ui/fenster/InhaltsAnsicht.h"
+#include "ui/fenster/Leisezeile.h"
 #include "ui/fenster/Statusleiste.h"
 #include "ui/fenster/Werkzeuge.h"
 #include "ui/tabelle/Tabellenkopf.h"
@@ -34,6 +35,7 @@ const std::array kRollen{
     Rolle{&Tabellenkopf::staticMetaObject, QAccessible::ColumnHeader},
     Rolle{&Statusleiste::staticMetaObject, QAccessible::StatusBar},
     Rolle{&Hinweiszeile::staticMetaObject, QAccessible::Notification},
+    Rolle{&Leisezeile::staticMetaObject, QAccessible::Notification},
     Rolle{&Ladering::staticMetaObject, QAccessible::Animation},
     Rolle{&SkizzenAnsicht::staticMetaObject, QAccessible::Graphic},
     Rolle{&Kachel::staticMetaObject, QAccessible::Grouping},

@@ -117,7 +117,8 @@ void Werkzeuge::oeffneSprachmenue() {
     auto* menue = new PapierMenue(kMenuebreite, this);
     menue->setAttribute(Qt::WA_DeleteOnClose);
     menue->setAccessibleName(sprache_->text());
-    const QString gewaehlt = QString::fromStdString(einstellungen_.lies(einstellung::kAppLanguage).value_or("system"));
+    const QString gespeichert = QString::fromStdString(einstellungen_.lies(einstellung::kAppLanguage).value_or(""));
+    const QString gewaehlt = gespeichert.isEmpty() ? QStringLiteral("system") : gespeichert;
     const auto wahl = [&](const QString& name, const QString& code) {
         connect(menue->fuegeWahlHinzu(name, code == gewaehlt), &QAction::triggered, this,
                 [this, code] { Q_EMIT spracheGewaehlt(code); });

@@ -105,6 +105,34 @@ void TabellenAnsicht::rolleZu(const std::string& pfad) {
     }
 }
 
+bool TabellenAnsicht::istMarkiert() const {
+    return currentIndex().isValid() && auswahl_->istGewaehlt(modell_->zeile(currentIndex().row()));
+}
+
+void TabellenAnsicht::markiere(std::optional<int> reihe) {
+    const QModelIndex ziel = reihe ? modell_->index(*reihe, 0) : currentIndex();
+    if (ziel.isValid() && !auswahl_->hasSelection()) {
+        waehleReihe(ziel);
+    }
+}
+
+void TabellenAnsicht::waehleReihe(const QModelIndex& index) {
+    aktuelle_ = modell_->zeile(index.row()).kennung();  // also where the keyboard stands there already
+    auswahl_->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    scrollTo(index);
+}
+
+void TabellenAnsicht::rolleZurAuswahl() {
+    for (int reihe = 0; reihe < modell_->rowCount() && auswahl_->hasSelection() && !istMarkiert(); ++reihe) {
+        if (auswahl_->istGewaehlt(modell_->zeile(reihe))) {
+            auswahl_->setCurrentIndex(modell_->index(reihe, 0), QItemSelectionModel::NoUpdate);
+        }
+    }
+    if (istMarkiert()) {
+        scrollTo(currentIndex());
+    }
+}
+
 void TabellenAnsicht::kleide() {
     zeichner_ = std::make_unique<ZellenZeichner>();
     kopf_->kleide();
@@ -126,11 +154,13 @@ void TabellenAnsicht::setzeZeilen(std::vector<std::shared_ptr<const Zeile>> zeil
     haelt_ = true;
     setAutoScroll(false);  // else the view follows the current row to wherever it goes
     const Blick blick = merkeBlick();
+    merkeHalt();
     auswahl_->verbirg();
     const bool umgestellt = modell_->setzeZeilen(std::move(zeilen));
     auswahl_->zeige();
     executeDelayedItemsLayout();
     stelleHer(blick, umgestellt);
+    halte();
     setzeAktuelle(blick);
     setAutoScroll(true);
     haelt_ = false;
@@ -158,6 +188,38 @@ void TabellenAnsicht::stelleHer(const Blick& blick, bool umgestellt) {
             verticalScrollBar()->setValue(jetzt * kHoehe - (hoehe < viewport()->height() ? hoehe : 0));
             return;
         }
+    }
+}
+
+bool TabellenAnsicht::istGanzZuSehen(int reihe) const {
+    const QRect rechteck = reihenRechteck(reihe);
+    return rechteck.top() >= 0 && rechteck.bottom() < viewport()->height();
+}
+
+/// The selected row with the keyboard before others. One that was hidden is still meant as long as it is not shown.
+void TabellenAnsicht::merkeHalt() {
+    const auto haeltSich = [&](int reihe) {
+        return auswahl_->istGewaehlt(modell_->zeile(reihe)) && istGanzZuSehen(reihe);
+    };
+    int reihe = currentIndex().row();
+    if (reihe < 0 || !haeltSich(reihe)) {
+        for (reihe = reiheBei(0); reihe >= 0 && !haeltSich(reihe);) {
+            const bool weiter =
+                reihe + 1 < modell_->rowCount() && reihenRechteck(reihe + 1).top() < viewport()->height();
+            reihe = weiter ? reihe + 1 : -1;
+        }
+    }
+    if (reihe >= 0) {
+        halt_ = Halt{modell_->zeile(reihe).kennung(), reihenRechteck(reihe).top()};
+    } else if (halt_ && modell_->liste().stelleVon(halt_->kennung) != Zeilenliste::kKeine) {
+        halt_.reset();
+    }
+}
+
+void TabellenAnsicht::halte() {
+    const int reihe = halt_ ? modell_->liste().stelleVon(halt_->kennung) : Zeilenliste::kKeine;
+    if (reihe != Zeilenliste::kKeine && auswahl_->istGewaehlt(modell_->zeile(reihe)) && !istGanzZuSehen(reihe)) {
+        verticalScrollBar()->setValue(reihe * ZellenZeichner::kZeilenhoehe - halt_->hoehe);
     }
 }
 

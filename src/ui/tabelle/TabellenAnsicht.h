@@ -35,7 +35,8 @@ class TabellenAnsicht final : public QTableView {
 
     /// Shows these rows, in this order; none null, no file twice. Selection, current row and scroll position stay with
     /// the files: a row that comes back is selected again, and while the order stays, so does what is at the top (at
-    /// the very top, that is the beginning of the list).
+    /// the very top, that is the beginning of the list). A selected row that was in view stays there, also when it was
+    /// hidden in between.
     void setzeZeilen(std::vector<std::shared_ptr<const Zeile>> zeilen);
     /// Selects the rows of these paths, shown or not, without reporting it.
     void setzeAuswahl(const Auswahl& auswahl) { auswahl_->setzePfade(auswahl); }
@@ -44,6 +45,13 @@ class TabellenAnsicht final : public QTableView {
     [[nodiscard]] Auswahl gezeigteAuswahl() const;
     /// Scrolls to the row of this path and puts the keyboard there; nothing happens when it is not shown.
     void rolleZu(const std::string& pfad);
+    /// Whether the row with the keyboard is selected.
+    [[nodiscard]] bool istMarkiert() const;
+    /// Selects the row with the keyboard when no row is selected that is shown, and reports it as a gesture. With a
+    /// row given, that one.
+    void markiere(std::optional<int> reihe = std::nullopt);
+    /// Scrolls to the row with the keyboard when it is selected, else puts the keyboard on the first selected one.
+    void rolleZurAuswahl();
     /// Marks the column of the weightiest comparator.
     void setzeSortierung(const Sortierung& sortierung);
     /// Sets the column titles.
@@ -102,6 +110,10 @@ class TabellenAnsicht final : public QTableView {
     [[nodiscard]] Blick merkeBlick() const;
     void stelleHer(const Blick& blick, bool umgestellt);
     void setzeAktuelle(const Blick& blick);
+    void waehleReihe(const QModelIndex& index);
+    void merkeHalt();
+    void halte();
+    [[nodiscard]] bool istGanzZuSehen(int reihe) const;
     [[nodiscard]] int reiheBei(int y) const;
     [[nodiscard]] QRect reihenRechteck(int reihe) const;
     [[nodiscard]] const std::vector<ZellenZeichner::Lage>& sichtbareSpalten(const QRect& flaeche);
@@ -124,9 +136,15 @@ class TabellenAnsicht final : public QTableView {
     std::unique_ptr<ZellenZeichner> zeichner_ = std::make_unique<ZellenZeichner>();
     std::vector<ZellenZeichner::Lage> spalten_;  // those that can be seen, kept for its memory
     std::optional<std::uint32_t> aktuelle_;      // where the user put the keyboard, shown or not; Zeile::kennung()
-    std::optional<QPoint> maus_;                 // where it is over the rows
-    int ueberfahren_ = -1;                       // the row below it
-    bool haelt_ = false;                         // the rows are changing: nothing is a gesture, nothing scrolls
+    /// The selected row that is not to be lost from sight while rows move, and where it stood in the view.
+    struct Halt {
+        std::uint32_t kennung;
+        int hoehe;
+    };
+    std::optional<Halt> halt_;
+    std::optional<QPoint> maus_;  // where it is over the rows
+    int ueberfahren_ = -1;        // the row below it
+    bool haelt_ = false;          // the rows are changing: nothing is a gesture, nothing scrolls
     bool kapselGedrueckt_ = false;
     int gedrueckt_ = -1;     // the row that the last click began on
     bool tastatur_ = false;  // the keyboard is being used, so show where it is

@@ -130,6 +130,7 @@ void TabellenAnsicht::contextMenuEvent(QContextMenuEvent* ereignis) {
         return;  // beside the rows: what is selected elsewhere is not meant
     }
     if (ereignis->reason() == QContextMenuEvent::Keyboard && currentIndex().isValid()) {
+        markiere();
         scrollTo(currentIndex());
         const QRect zeile = reihenRechteck(currentIndex().row());
         wo = viewport()->mapToGlobal(QPoint(angaben(Spalte::name).rand->links, zeile.center().y()));
@@ -142,6 +143,9 @@ void TabellenAnsicht::keyPressEvent(QKeyEvent* ereignis) {
     // What a key alone does on the row with the keyboard; where that is nothing, the toolkit has its turn.
     using Tat = bool (*)(TabellenAnsicht&, const QModelIndex&);
     static constexpr Tat sportmenue = [](TabellenAnsicht& tabelle, const QModelIndex& hier) {
+        if (!tabelle.istMarkiert()) {
+            tabelle.waehleReihe(hier);  // nothing is done to a row that nobody can tell from the others
+        }
         tabelle.scrollTo(hier);
         tabelle.bitteUmSportmenue(hier.row());
         return true;
@@ -163,13 +167,12 @@ void TabellenAnsicht::keyPressEvent(QKeyEvent* ereignis) {
     // The toolkit selects a row only by moving to it.
     static constexpr auto waehle = [](TabellenAnsicht& tabelle, const QModelIndex& hier, bool bleibt) {
         if (bleibt) {
-            tabelle.setCurrentIndex(hier);
-            tabelle.aktuelle_ = tabelle.modell_->zeile(hier.row()).kennung();  // chosen, now, and not only near by
+            tabelle.waehleReihe(hier);
         }
         return bleibt;
     };
     static constexpr Tat schritt = [](TabellenAnsicht& tabelle, const QModelIndex& hier) {
-        return waehle(tabelle, hier, tabelle.gezeigteAuswahl().empty());  // on a row already, though it is not marked
+        return waehle(tabelle, hier, !tabelle.auswahl_->hasSelection());  // on a row already, though nobody sees where
     };
     static constexpr Tat anfang = [](TabellenAnsicht& tabelle, const QModelIndex& hier) {
         return waehle(tabelle, hier, hier.row() == 0);

@@ -79,6 +79,12 @@ void Suchfeld::keyPressEvent(QKeyEvent* ereignis) {
         return;
     }
     QLineEdit::keyPressEvent(ereignis);
+    const bool allein = (ereignis->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    const int taste = ereignis->key();
+    if (allein && (taste == Qt::Key_Down || taste == Qt::Key_Return || taste == Qt::Key_Enter)) {
+        ereignis->accept();  // else the window would have it, too
+        Q_EMIT verlassen();
+    }
 }
 
 void Suchfeld::resizeEvent(QResizeEvent* ereignis) {

@@ -12,6 +12,10 @@ class Suchfeld final : public QLineEdit {
   public:
     explicit Suchfeld(QWidget* eltern = nullptr);
 
+  Q_SIGNALS:
+    /// Return or Arrow Down: the keyboard is to go to what was found.
+    void verlassen();
+
   protected:
     void paintEvent(QPaintEvent* ereignis) override;
     void keyPressEvent(QKeyEvent* ereignis) override;

@@ -1,30 +1,17 @@
 #include <QApplication>
-#include <QDragEnterEvent>
-#include <QDropEvent>
+#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMenu>
-#include <QMimeData>
 #include <QTest>
-#include <algorithm>
 #include <filesystem>
-#include <functional>
 #include <initializer_list>
 #include <memory>
 #include <string>
 #include <system_error>
-#include <vector>
 
 #include <gmock/gmock.h>
 
-#include "base/Meldestelle.h"
-#include "i18n/AppSprache.h"
-#include "library/Bibliotheksaufbau.h"
-#include "platform/Dateimanager.h"
-#include "ui/fenster/InhaltsAnsicht.h"
-#include "ui/fenster/UmbenennenDialog.h"
-#include "ui/fenster/Werkzeuge.h"
-#include "ui/tabelle/TabellenAnsicht.h"
+#include "ui/fenster/Fensteraufbau.h"
 
 namespace spurkiste {
 namespace {
@@ -33,115 +20,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
-/// A file manager that only remembers what it was asked for.
-class MerkenderDateimanager final : public Dateimanager {
-  public:
-    std::vector<std::string> gezeigte;
-
-    void zeige(const std::string& pfad) override { gezeigte.push_back(pfad); }
-};
-
-/// A window on a library of which the test drives every thread by hand.
-class InhaltsAnsichtTest : public Bibliotheksaufbau {
-  protected:
-    MerkenderDateimanager dateimanager;
-    Meldestelle sprachwechsel;
-    std::unique_ptr<Bibliothek> bibliothek;
-    std::unique_ptr<InhaltsAnsicht> fenster;
-
-    InhaltsAnsichtTest() { AppSprache::richteEin(&einstellungen, &umgebung); }
-    ~InhaltsAnsichtTest() override { AppSprache::richteEin(nullptr, nullptr); }
-
-    void oeffne(const Namen& dateien) {
-        einstellungen.schreibe("appLanguage", "de");
-        for (const std::string& name : dateien) {
-            ordner.schreibe(name, gpx(47.0, 8.0, name.starts_with("A") ? "running" : "cycling"));
-        }
-        bibliothek = mach();
-        fenster = std::make_unique<InhaltsAnsicht>(*bibliothek, einstellungen, dateimanager, sprachwechsel);
-        fenster->show();
-        fenster->activateWindow();
-        bis([&] { return wartende() > 0 || bibliothek->laedt().wert(); });
-        setzeDurch();
-    }
-
-    /// Lets the window's event loop turn until something is so.
-    static void bis(const std::function<bool()>& soweit) {
-        constexpr int kHoechstensMs = 60'000;  // what never comes fails instead of hanging
-        ASSERT_TRUE(QTest::qWaitFor(soweit, kHoechstensMs));
-    }
-
-    /// Lets all work be done and the window show it.
-    void setzeDurch() {
-        arbeiteAb();
-        bis([&] { return tabelle().modell().rowCount() == static_cast<int>(bibliothek->eintraege().wert().size()); });
-    }
-
-    [[nodiscard]] TabellenAnsicht& tabelle() const { return *fenster->findChild<TabellenAnsicht*>(); }
-    [[nodiscard]] QLineEdit& suchfeld() const { return fenster->findChild<Werkzeuge*>()->suchfeld(); }
-    [[nodiscard]] UmbenennenDialog* blatt() const { return fenster->findChild<UmbenennenDialog*>(); }
-
-    [[nodiscard]] Namen gezeigte() const {
-        Namen ergebnis;
-        for (int reihe = 0; reihe < tabelle().modell().rowCount(); ++reihe) {
-            ergebnis.push_back(tabelle().modell().zeile(reihe).eintrag()->dateiName);
-        }
-        return ergebnis;
-    }
-
-    void waehle(const Namen& dateien) {
-        TabellenAnsicht::Auswahl auswahl;
-        for (const std::string& name : dateien) {
-            auswahl.insert(ordner.in(name));
-        }
-        tabelle().setzeAuswahl(auswahl);
-        Q_EMIT tabelle().auswahlGeaendert(auswahl);
-        if (!dateien.empty()) {
-            tabelle().rolleZu(ordner.in(dateien.front()));
-        }
-    }
-
-    [[nodiscard]] bool sagt(const QString& text) const {
-        const auto schilder = fenster->findChildren<QLabel*>();
-        return std::any_of(schilder.begin(), schilder.end(),
-                           [&](const QLabel* schild) { return schild->isVisible() && schild->text() == text; });
-    }
-
-    /// The menu of the selected rows: its texts, a dash for a line between them; closed again.
-    [[nodiscard]] QStringList kontextmenue() const {
-        Q_EMIT tabelle().kontextmenueGewuenscht(QPoint(10, 10));
-        QStringList texte;
-        if (auto* menue = fenster->findChild<QMenu*>(QString(), Qt::FindDirectChildrenOnly)) {
-            for (const QAction* wahl : menue->actions()) {
-                texte << (wahl->isSeparator() ? QStringLiteral("-") : wahl->text());
-            }
-            delete menue;
-        }
-        return texte;
-    }
-
-    void waehleAusMenue(const QString& text) const {
-        Q_EMIT tabelle().kontextmenueGewuenscht(QPoint(10, 10));
-        auto* menue = fenster->findChild<QMenu*>(QString(), Qt::FindDirectChildrenOnly);
-        ASSERT_NE(menue, nullptr);
-        for (QAction* wahl : menue->actions()) {
-            if (wahl->text() == text) {
-                wahl->trigger();
-            }
-        }
-        delete menue;
-    }
-
-    void lasseFallen(const QByteArray& uriListe) const {
-        QMimeData daten;
-        daten.setData(QStringLiteral("text/uri-list"), uriListe);
-        QDragEnterEvent kommt(QPoint(100, 100), Qt::CopyAction, &daten, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(fenster.get(), &kommt);
-        ASSERT_TRUE(kommt.isAccepted());
-        QDropEvent fall(QPointF(100, 100), Qt::CopyAction, &daten, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(fenster.get(), &fall);
-    }
-};
+using InhaltsAnsichtTest = Fensteraufbau;
 
 TEST_F(InhaltsAnsichtTest, TheFirstFrameClaimsNothingAndWhatTakesLongerSaysSo) {
     einstellungen.schreibe("appLanguage", "de");
@@ -305,43 +184,32 @@ TEST_F(InhaltsAnsichtTest, TheLastWindowStaysUntilAllIsCopiedOrTheUserStopsIt) {
     EXPECT_EQ(bibliothek->zuKopieren().wert(), 0U);
 }
 
-TEST_F(InhaltsAnsichtTest, EachDroppedFileIsAnImportOfItsOwnInTheOrderOfTheDrop) {
+TEST_F(InhaltsAnsichtTest, SaysThatThereIsNoFileManager) {
     oeffne({"Tour.gpx"});
-    const TempOrdner fremd;
-    for (const char* name : {"b.gpx", "a.gpx", "\xC3\xBC ber.gpx", "text.txt"}) {
-        fremd.schreibe(name, gpx(46.0, 9.0));
-    }
-    const auto uri = [&](const char* name) { return QByteArray("file://") + fremd.in("").c_str() + name + "\r\n"; };
-    lasseFallen("# made up\r\n" + uri("b.gpx") + uri("text.txt") + "https://example.org/x.gpx\r\n" + uri("a.gpx") +
-                uri("%C3%BC%20ber.gpx"));
-    Namen nacheinander;
-    while (wartende() > 0) {
-        const Namen davor = imOrdner();
-        kopierer.fuehreAlle();
-        hintergrund.fuehreAlle();
-        cacheschreiber.fuehreAlle();
-        for (const std::string& name : imOrdner()) {
-            if (std::find(davor.begin(), davor.end(), name) == davor.end()) {
-                nacheinander.push_back(name);
-            }
-        }
-        arbeiter.fuehreAlle();
-        hauptfaden.fuehreAlle();
-    }
-    EXPECT_THAT(nacheinander, ElementsAre("b.gpx", "a.gpx", "\xC3\xBC ber.gpx"));
-    setzeDurch();
+    dateimanager.da = false;
+    waehle({"Tour.gpx"});
+    waehleAusMenue(QStringLiteral("Im Finder zeigen"));
+    bis([&] { return sagt(QStringLiteral("Kein Dateimanager gefunden, der „Tour.gpx“ zeigt")); });
 }
 
-TEST_F(InhaltsAnsichtTest, OpenedFilesOfTheLibraryAreShownWhateverTheFilterHides) {
-    oeffne({"Alpen.gpx", "Bodensee.gpx"});
-    suchfeld().setText(QStringLiteral("alp"));
-    const TempOrdner fremd;
-    fremd.schreibe("Fremd.gpx", gpx(46.0, 9.0));
-    fenster->oeffneDateien({ordner.in("Bodensee.gpx"), fremd.in("Fremd.gpx"), fremd.pfad(), fremd.in("fehlt.gpx")});
-    setzeDurch();
-    EXPECT_THAT(tabelle().auswahl(), UnorderedElementsAre(ordner.in("Bodensee.gpx")));
-    EXPECT_THAT(gezeigte(), UnorderedElementsAre("Alpen", "Bodensee", "Fremd"));
-    EXPECT_TRUE(suchfeld().text().isEmpty());
+TEST_F(InhaltsAnsichtTest, AChosenFolderIsToldInTheSystemsBytes) {
+    oeffne({"Tour.gpx"});
+    std::string gewaehlt;
+    QObject::connect(fenster.get(), &InhaltsAnsicht::ordnerGewaehlt, [&](const std::string& pfad) { gewaehlt = pfad; });
+    Q_EMIT fenster->findChild<Werkzeuge*>()->ordnerwechselGewuenscht();
+    auto* waehler = fenster->findChild<QFileDialog*>();
+    ASSERT_NE(waehler, nullptr);
+    Q_EMIT waehler->fileSelected(QStringLiteral("/T\u00e4ler"));
+    EXPECT_EQ(gewaehlt, "/T\xC3\xA4ler");
+    EXPECT_EQ(bibliothek->ordner().wert(), ordner.pfad());  // the program decides
+}
+
+TEST_F(InhaltsAnsichtTest, ComesToTheFrontFromBelow) {
+    oeffne({"Tour.gpx"});
+    fenster->showMinimized();
+    EXPECT_TRUE(fenster->isMinimized());
+    fenster->kommNachVorn();
+    EXPECT_FALSE(fenster->isMinimized());
 }
 
 TEST_F(InhaltsAnsichtTest, AChosenLanguageIsSpokenByAllWindows) {

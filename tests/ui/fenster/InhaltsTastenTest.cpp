@@ -5,6 +5,7 @@
 #include <QMimeData>
 #include <QSet>
 #include <QTest>
+#include <functional>
 #include <memory>
 
 #include <gmock/gmock.h>
@@ -28,7 +29,7 @@ using testing::UnorderedElementsAre;
 
 class KeinDateimanager final : public Dateimanager {
   public:
-    void zeige(const std::string& /*pfad*/) override {}
+    void zeige(const std::string& /*pfad*/, std::function<void()> /*vergeblich*/) override {}
 };
 
 class InhaltsTasten : public Bibliotheksaufbau {

@@ -90,17 +90,43 @@ TEST_F(TabellenAnsichtTest, keepsTheKeyboardOnItsFile) {
     tabelle.setzeZeilen(zeilen({2, 4, 9, 11}));
     EXPECT_EQ(aktuelle(), 9U);
     taste(Qt::Key_Down);  // marks where it stands, and skips nothing
-    EXPECT_TRUE(tabelle.auswahl().contains(pfad(9)));
+    EXPECT_EQ(tabelle.auswahl(), TabellenAnsicht::Auswahl{pfad(9)});
     tabelle.setzeZeilen(zeilen(zahlen(0, 400)));
     EXPECT_EQ(aktuelle(), 9U);
+    tabelle.setzeZeilen(zeilen({2, 4, 9, 11}));
     taste(Qt::Key_Down);
-    EXPECT_EQ(aktuelle(), 10U);
+    tabelle.setzeZeilen(zeilen(zahlen(0, 400)));
+    EXPECT_EQ(aktuelle(), 11U);
+    taste(Qt::Key_Down);
+    EXPECT_EQ(aktuelle(), 12U);
     // It does not drag the view along.
     rolle(300 * kHoehe);
     tabelle.setzeZeilen(zeilen(zahlen(1, 400)));
     EXPECT_EQ(oben(), 299 * kHoehe);
     tabelle.setzeZeilen({});
     EXPECT_EQ(aktuelle(), std::nullopt);
+}
+
+TEST_F(TabellenAnsichtTest, keepsTheSelectedRowInViewWhenItWasInView) {
+    const auto alle = zahlen(0, 400);
+    const auto rueckwaerts = std::vector<std::uint32_t>(alle.rbegin(), alle.rend());
+    const auto zuSehen = [&](std::uint32_t kennung) {
+        const int hoehe = tabelle.modell().liste().stelleVon(kennung) * kHoehe - oben();
+        return hoehe >= 0 && hoehe + kHoehe <= tabelle.viewport()->height();
+    };
+    tabelle.setzeZeilen(zeilen({5, 200, 390}));
+    klicke(1);
+    for (const auto& reihen : {alle, rueckwaerts, alle}) {  // the search is over, another order, and back
+        tabelle.setzeZeilen(zeilen(reihen));
+        EXPECT_TRUE(zuSehen(200));
+    }
+    tabelle.setzeZeilen(zeilen({5, 390}));  // hidden for a while
+    tabelle.setzeZeilen(zeilen(alle));
+    EXPECT_TRUE(zuSehen(200));
+    rolle(0);  // out of sight by the user's own hand
+    tabelle.setzeZeilen(zeilen(zahlen(0, 399)));
+    tabelle.setzeZeilen(zeilen(rueckwaerts));
+    EXPECT_EQ(oben(), 0);
 }
 
 TEST_F(TabellenAnsichtTest, fitsItsColumnsAndRemembersTheUsers) {
