@@ -28,6 +28,6 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # Fonts that the window asks for by name: no library tells of them. Earlier packages of expat lack corrections for
 # hostile files, which the library's own number does not tell.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-lato, fonts-dejavu-core, libexpat1 (>= 2.5.0-1+deb12u2)")
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-noto-cjk, fonts-noto-color-emoji, qt6-wayland")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-noto-cjk, fonts-noto-color-emoji, qt6-translations-l10n, qt6-wayland")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 include(CPack)

@@ -7,39 +7,21 @@
 #include "i18n/AppSprache.h"
 #include "ui/fenster/InhaltsAnsicht.h"
 #include "ui/fenster/Vorleserollen.h"
-#include "ui/teile/KistePapier.h"
+#include "ui/teile/Papierstil.h"
 #include "ui/teile/Schrift.h"
 
 namespace spurkiste {
-
-namespace {
-
-/// The application is light whatever the desktop's colours are.
-QPalette palette() {
-    QPalette farben(KistePapier::kapsel, KistePapier::buehne);
-    farben.setColor(QPalette::Window, KistePapier::buehne);
-    farben.setColor(QPalette::WindowText, KistePapier::tinte);
-    farben.setColor(QPalette::Base, KistePapier::karte);
-    farben.setColor(QPalette::Text, KistePapier::tinte);
-    farben.setColor(QPalette::ButtonText, KistePapier::tinte);
-    farben.setColor(QPalette::Highlight, KistePapier::goldDunkel);
-    farben.setColor(QPalette::HighlightedText, KistePapier::karte);
-    farben.setColor(QPalette::ToolTipBase, KistePapier::karte);
-    farben.setColor(QPalette::ToolTipText, KistePapier::tinte);
-    farben.setColor(QPalette::PlaceholderText, KistePapier::tinteLeise);
-    return farben;
-}
-
-}  // namespace
 
 SpurkisteApp::SpurkisteApp(const std::optional<std::string>& ordner)
     : einstellungen_(DateiEinstellungen::ortDerSuite(DateiEinstellungen::kSuite).value_or("")),
       altbestand_(DateiEinstellungen::ortDerSuite(DateiEinstellungen::kAltbestand).value_or("")) {
     AppSprache::richteEin(&einstellungen_, &umgebung_);
-    vorleserollen::melde();  // before any widget is asked what it is
-    QApplication::setStyle(QStringLiteral("Fusion"));
-    QApplication::setPalette(palette());
+    vorleserollen::melde();                  // before any widget is asked what it is
+    QApplication::setStyle(new Papierstil);  // the toolkit owns it
+    QApplication::setPalette(Papierstil::palette());
     QApplication::setFont(Schrift::mach(12.5));
+    sprichNeu();
+    sprachabo_ = sprachwechsel_.beobachte([this] { sprichNeu(); });
     Bibliothek::Anschluesse anschluesse{einstellungen_, &altbestand_, umgebung_, hauptfaden_, arbeiter_};
     anschluesse.schreiber = &schreiber_;
     anschluesse.kopierer = &kopierer_;
@@ -61,6 +43,11 @@ SpurkisteApp::~SpurkisteApp() {
         }
     }
     AppSprache::richteEin(nullptr, nullptr);
+}
+
+void SpurkisteApp::sprichNeu() {
+    baukasten_.sprich(AppSprache::code());
+    Papierstil::kleideKurzhilfen();
 }
 
 InhaltsAnsicht& SpurkisteApp::oeffneFenster() {

@@ -15,6 +15,7 @@
 #include "platform/qt/QtAusfuehrer.h"
 #include "platform/qt/QtDateimanager.h"
 #include "platform/qt/QtWecker.h"
+#include "ui/teile/Baukastensprache.h"
 
 namespace spurkiste {
 
@@ -44,6 +45,7 @@ class SpurkisteApp {
     InhaltsAnsicht& oeffneFenster();
 
   private:
+    void sprichNeu();
     void wechsleOrdner(const std::string& ordner);
 
     Einzelinstanz instanz_;  // keeps the folder until all that is in hand is written
@@ -61,6 +63,8 @@ class SpurkisteApp {
     GioPapierkorb papierkorb_{schreiber_};  // after what is still to be written
     QtDateimanager dateimanager_;
     Meldestelle sprachwechsel_;
+    Abo sprachabo_;
+    Baukastensprache baukasten_;
     std::optional<Bibliothek> bibliothek_;
 };
 

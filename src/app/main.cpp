@@ -76,6 +76,7 @@ int fuehreAus(int& anzahl, char** argumente) {
         return 0;
     }
     QApplication::setApplicationName(QStringLiteral("spurkiste"));
+    QApplication::setApplicationVersion(QStringLiteral(SPURKISTE_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("org.spurkiste.Spurkiste"));
     const QtMessageHandler vorher = qInstallMessageHandler(sageOhneBildschirm);
     const QApplication programm(anzahl, argumente);

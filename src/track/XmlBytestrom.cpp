@@ -91,7 +91,7 @@ void XmlBytestrom::erkenneBreite() {
         von_ = gross ? 2 : 0;
         zeichenStelle_ = 1;
     }
-    marke_ = von_;
+    vorlauf_ = von_;
     breite_ = kodierung_ != nullptr && std::string_view(kodierung_) != "UTF-8" ? 2 : 1;
 }
 
@@ -106,6 +106,7 @@ bool XmlBytestrom::ueberspringeLeerraum() {
         }
         uebersprungeneZeilen_ += kopf_[von_ + zeichenStelle_] == '\n' ? 1 : 0;
         von_ += breite_;
+        vorlauf_ += breite_;
     }
     return true;
 }

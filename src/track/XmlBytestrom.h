@@ -23,8 +23,8 @@ class XmlBytestrom {
     /// Whether the document is in UTF-8 unless its declaration says otherwise and may.
     [[nodiscard]] bool kannUtf8Sein() const { return breite_ == 1; }
 
-    /// How many bytes the byte order mark has.
-    [[nodiscard]] std::size_t marke() const { return marke_; }
+    /// How many bytes lie before the document: byte order mark and white space.
+    [[nodiscard]] std::size_t vorlauf() const { return vorlauf_; }
 
     /// How many lines end in the white space that was passed over.
     [[nodiscard]] std::size_t uebersprungeneZeilen() const { return uebersprungeneZeilen_; }
@@ -45,7 +45,7 @@ class XmlBytestrom {
     const XmlLauf::Quelle& quelle_;
     std::size_t vorrat_;  // bytes that may still be taken from the source
     bool erschoepft_ = false;
-    std::size_t marke_ = 0;
+    std::size_t vorlauf_ = 0;
     std::size_t uebersprungeneZeilen_ = 0;
     std::array<char, 1024> kopf_{};
     std::size_t von_ = 0;

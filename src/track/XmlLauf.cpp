@@ -93,15 +93,15 @@ class Zerleger final : private XmlExpat {
 /// Hands the places that expat finds to an XmlOrtung.
 class Verorter final : private XmlExpat {
   public:
-    Verorter(XmlOrtung& empfaenger, const char* kodierung, XmlBreite breite, std::size_t marke)
-        : XmlExpat(kodierung, this), empfaenger_(empfaenger), breite_(breite), marke_(marke) {
+    Verorter(XmlOrtung& empfaenger, const char* kodierung, XmlBreite breite, std::size_t vorlauf)
+        : XmlExpat(kodierung, this), empfaenger_(empfaenger), breite_(breite), vorlauf_(vorlauf) {
         XML_SetElementHandler(parser(), anfang, ende);
     }
 
-    /// Whether the document, without its byte order mark, is well-formed.
+    /// Whether the document, without what lies before it, is well-formed.
     bool zerlege(const XmlInhalt& dokument) {
         constexpr std::size_t haeppchen = std::size_t{256} << 10U;  // stays within the processor's cache
-        for (std::uint64_t ab = marke_;;) {
+        for (std::uint64_t ab = vorlauf_;;) {
             auto* raum = static_cast<char*>(XML_GetBuffer(parser(), static_cast<int>(haeppchen)));
             wirfGemerktes();
             if (raum == nullptr) {
@@ -128,7 +128,9 @@ class Verorter final : private XmlExpat {
         v.melde([&] { v.beende(); });
     }
 
-    [[nodiscard]] XmlBereich mitMarke(XmlBereich bereich) const { return {bereich.von + marke_, bereich.bis + marke_}; }
+    [[nodiscard]] XmlBereich inDatei(XmlBereich bereich) const {
+        return {bereich.von + vorlauf_, bereich.bis + vorlauf_};
+    }
 
     [[nodiscard]] std::size_t zeichenbytes() const { return breite_ == XmlBreite::einByte ? 1 : 2; }
 
@@ -153,7 +155,7 @@ class Verorter final : private XmlExpat {
         offen_.push_back(steht);
         if (steht) {
             const bool leer = zeichen(schild, schild.size() - 2 * zeichenbytes()) == '/';
-            empfaenger_.anfang(name, mitMarke(stelle()), schild, leer);
+            empfaenger_.anfang(name, inDatei(stelle()), schild, leer);
         }
     }
 
@@ -161,13 +163,13 @@ class Verorter final : private XmlExpat {
         const bool steht = offen_.back();
         offen_.pop_back();
         if (steht) {
-            empfaenger_.ende(mitMarke(stelle()));
+            empfaenger_.ende(inDatei(stelle()));
         }
     }
 
     XmlOrtung& empfaenger_;
     XmlBreite breite_;
-    std::size_t marke_;
+    std::size_t vorlauf_;      // bytes before the document: byte order mark and white space
     std::vector<bool> offen_;  // of each open element, whether it stands in the document itself
 };
 
@@ -255,12 +257,12 @@ bool XmlLauf::orte(const XmlInhalt& dokument, XmlOrtung& empfaenger) {
     const XmlBytestrom strom(quelle, std::numeric_limits<std::size_t>::max());  // only looks at the first bytes
     constexpr std::size_t laengsteMarke = 3;
     std::array<char, laengsteMarke> danach{};
-    const std::string_view blick(danach.data(), dokument(strom.marke(), danach));
+    const std::string_view blick(danach.data(), dokument(strom.vorlauf(), danach));
     if (blick.starts_with("\xEF\xBB\xBF") || blick.starts_with("\xFF\xFE") || blick.starts_with("\xFE\xFF")) {
         return false;  // expat would believe a second mark
     }
     empfaenger.beginn(strom.breite());
-    Verorter verorter(empfaenger, strom.kodierung(), strom.breite(), strom.marke());
+    Verorter verorter(empfaenger, strom.kodierung(), strom.breite(), strom.vorlauf());
     return verorter.zerlege(dokument);
 }
 

@@ -153,7 +153,7 @@ class XmlLauf {
               XmlWeg weg = XmlWeg::eiligVoran);
 
     /// Walks through a document that must be well-formed from its first byte to its last, and reports where its
-    /// elements stand. Encodings as in lies(), but nothing may stand before the XML declaration. False when it is not
+    /// elements stand. Encodings and white space before the XML declaration as in lies(). False when it is not
     /// well-formed, or goes beyond what a hostile document may use; what was reported until then is void. The
     /// document passes through in small pieces, however large it is.
     [[nodiscard]] static bool orte(const XmlInhalt& dokument, XmlOrtung& empfaenger);

@@ -4,6 +4,7 @@ tastatur_test.py PROGRAM RESOURCES.
 """
 
 import os
+import subprocess
 
 import buehne
 from buehne import spur, xdotool
@@ -91,7 +92,11 @@ class Tastatur(Ohrentest):
 
     def test_06_renames(self):
         self.waehle_zeile("Tour")
-        for oeffne, name in (lambda: xdotool("key", "F2"), "Abendrunde"), (lambda: xdotool("key", "Return"), "Abend"):
+        def vom_panel():
+            self.gehe_zum_knopf("IM ORDNER ZEIGEN")
+            xdotool("key", "F2")
+        for oeffne, name in ((lambda: xdotool("key", "F2"), "Abendrunde"), (lambda: xdotool("key", "Return"), "Nachtrunde"),
+                             (vom_panel, "Abend")):
             self.assertEqual(self.ohr.warte_auf_fokus(oeffne), (self.atspi.ROLE_TEXT, "Dateiname"))
             xdotool("type", "--delay", "20", name)
             self.gehe_zum_knopf("Umbenennen")
@@ -117,7 +122,7 @@ class Tastatur(Ohrentest):
         papierkorb = os.path.join(self.heim, "Trash/files")
         self.assertEqual(sorted(os.listdir(papierkorb)), ["Alpen 2.gpx", "Alpen.gpx"])
         self.waehle_zeile("Neue Spur")
-        self.programm.waehle(lambda: xdotool("key", "Menu"), "End")
+        self.programm.waehle(lambda: xdotool("key", "shift+F10"), "End")
         self.programm.erwarte_dateien("Abend", "Zürichberg")
         self.assertIn("Neue Spur.gpx", os.listdir(papierkorb))
 
@@ -149,17 +154,39 @@ class Tastatur(Ohrentest):
         self.ohr.warte(lambda: fenster() == 1, "it is closed")
         self.programm.hole_nach_vorn()
 
-    def test_11_speaks_another_language(self):
+    def test_11_reads_what_keys_there_are_and_what_the_program_is(self):
+        def blatt(name):
+            return self.programm.alle(self.atspi.ROLE_DIALOG, name=name)
+        self.waehle_zeile("Abend")
+        self.assertEqual(self.ohr.warte_auf_fokus(lambda: xdotool("key", "F1")), (self.atspi.ROLE_PUSH_BUTTON, "Schließen"))
+        texte = self.programm.texte()
+        self.assertTrue(blatt("Tastenkürzel"))
+        self.assertIn("Programm beenden", texte)
+        self.assertTrue([text for text in texte if text.endswith("+Q")], texte)
+        self.gehe_zum_knopf("Über Spurkiste")
+        self.assertEqual(self.ohr.warte_auf_fokus(lambda: xdotool("key", "space")), (self.atspi.ROLE_PUSH_BUTTON, "Schließen"))
+        self.assertTrue(blatt("Über Spurkiste"))
+        version = subprocess.run([buehne.PROGRAMM, "--version"], capture_output=True, text=True, check=True).stdout.split()[1]
+        self.assertIn("Spurkiste " + version, self.programm.texte())
+        self.assertEqual(self.ohr.warte_auf_fokus(lambda: xdotool("key", "Escape"))[0], self.atspi.ROLE_TABLE)
+
+    def test_12_speaks_another_language(self):
         self.gehe_zum_knopf("Sprache")
         self.waehle("space", "Home", "Down", "Down")  # the system's, German, English
         self.ohr.warte(lambda: self.programm.alle(self.atspi.ROLE_PUSH_BUTTON, name="Import"), "the window is English")
         self.assertIn("appLanguage=en", self.einstellungen())
 
-    def test_12_changes_the_folder(self):
+    def test_13_changes_the_folder(self):
         self.gehe_zum_knopf("Folder")
         self.im_waehler("space", "Bibliotheksordner wählen", self.stick)
         self.ohr.warte(lambda: sorted(self.programm.reihen()) == ["Alpen", "Neue Spur"], "the other folder is shown")
         self.assertIn("bibliothekOrdner=" + self.stick, self.einstellungen())
+
+    def test_14_quits_with_all_windows(self):
+        xdotool("key", "ctrl+n")
+        self.ohr.warte(lambda: len(self.programm.nummern()) == 2, "another window opens")
+        xdotool("windowfocus", "--sync", self.programm.nummer, "key", "ctrl+q")
+        self.assertEqual(self.programm.prozess.wait(60), 0)
 
 
 if __name__ == "__main__":

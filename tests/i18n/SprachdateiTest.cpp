@@ -11,6 +11,7 @@
 #include "base/Dateien.h"
 #include "base/Text.h"
 #include "i18n/Sprachtabelle.h"
+#include "i18n/Textbefehle.h"
 #include "platform/Ressourcen.h"
 
 namespace spurkiste {
@@ -45,6 +46,27 @@ TEST(Sprachdatei, HasEveryLanguageUnderItsOwnName) {
                                      "Polski", "Čeština", "Dansk", "Svenska", "Norsk bokmål", "Suomi", "Türkçe",
                                      "Українська", "日本語", "한국어", "简体中文", "繁體中文"));
     EXPECT_EQ(datei().languages.size(), namen.size());
+}
+
+TEST(Sprachdatei, HasWordsForEditingTextInEveryLanguage) {
+    const auto worte = [](const std::string& code) {
+        std::set<std::string> alle;
+        for (int i = 0; i <= static_cast<int>(Textbefehl::allesAuswaehlen); ++i) {
+            alle.emplace(textbefehl(static_cast<Textbefehl>(i), code));
+        }
+        return alle;
+    };
+    std::set<std::set<std::string>> verschiedene;
+    for (const auto& [code, sprache] : datei().languages) {
+        EXPECT_EQ(worte(code).size(), 7) << code;
+        verschiedene.insert(worte(code));
+        for (const std::string& wort : worte(code)) {
+            EXPECT_EQ(wort, text::nfc(text::trimme(wort))) << code;
+        }
+    }
+    EXPECT_EQ(verschiedene.size(), datei().languages.size()) << "a language has the words of another";
+    EXPECT_EQ(worte("xx"), worte("en"));
+    EXPECT_EQ(textbefehl(Textbefehl::allesAuswaehlen, "pt"), "Selecionar tudo");
 }
 
 TEST(Sprachdatei, HasEveryTextCleanlyWritten) {

@@ -41,6 +41,7 @@ TEST(GpxSpleisse, putsTheTypeWhereItBelongsAndTouchesNothingElse) {
         std::string vorher;
         std::string nachher;
     };
+    const std::string viel(3000, '\n');
     const std::vector<Fall> faelle = {
         // Where there is one
         {"<gpx><trk><type>running</type></trk></gpx>", "<gpx><trk><type>cycling</type></trk></gpx>#1"},
@@ -90,6 +91,15 @@ TEST(GpxSpleisse, putsTheTypeWhereItBelongsAndTouchesNothingElse) {
          "encoding='windows-1252'?><gpx><trk><name>\x80\xFC</name><type>cycling</type></trk></gpx>#1"},
         {"<?xml version='1.0' encoding='ISO-8859-1'?><gpx><\xFC:trk/></gpx>",
          "<?xml version='1.0' encoding='ISO-8859-1'?><gpx><\xFC:trk><\xFC:type>cycling</\xFC:type></\xFC:trk></gpx>#1"},
+        // White space before the declaration, more than is looked at in one go, and behind a mark
+        {"\r\n\t <?xml version='1.0'?><gpx><trk/></gpx>",
+         "\r\n\t <?xml version='1.0'?><gpx><trk><type>cycling</type></trk></gpx>#1"},
+        {viel + "<?xml version='1.0' encoding='ISO-8859-1'?><gpx><\xFC:trk>\xFC</\xFC:trk></gpx>\n",
+         viel + "<?xml version='1.0' "
+                "encoding='ISO-8859-1'?><gpx><\xFC:trk>\xFC<\xFC:type>cycling</\xFC:type></\xFC:trk></gpx>"
+                "\n#1"},
+        {"\xEF\xBB\xBF\n<?xml version='1.0'?><gpx><trk><type>a</type></trk></gpx>",
+         "\xEF\xBB\xBF\n<?xml version='1.0'?><gpx><trk><type>cycling</type></trk></gpx>#1"},
         // No XML
         {"", "no XML"},
         {"Hallo", "no XML"},
@@ -97,7 +107,9 @@ TEST(GpxSpleisse, putsTheTypeWhereItBelongsAndTouchesNothingElse) {
         {"<gpx><trk/></gpx><x/>", "no XML"},
         {"<gpx><trk></rte></gpx>", "no XML"},
         {"<gpx><trk/>&x;</gpx>", "no XML"},
-        {"\n<?xml version='1.0'?><gpx><trk/></gpx>", "no XML"},
+        {"\n\xEF\xBB\xBF<?xml version='1.0'?><gpx><trk/></gpx>", "no XML"},
+        {"x\n<?xml version='1.0'?><gpx><trk/></gpx>", "no XML"},
+        {viel, "no XML"},
         {"<gpx><trk/>\xFF</gpx>", "no XML"},
         {"\xEF\xBB\xBF" + weit("<gpx><trk/></gpx>", false), "no XML"},
         {weit("\xEF\xBB\xBF<gpx><trk/></gpx>", true), "no XML"},
@@ -108,7 +120,7 @@ TEST(GpxSpleisse, putsTheTypeWhereItBelongsAndTouchesNothingElse) {
 }
 
 TEST(GpxSpleisse, writesInTheEncodingOfTheFile) {
-    const std::string kopf = "<?xml version='1.0' encoding='UTF-16'?>";
+    const std::string kopf = "\n<?xml version='1.0' encoding='UTF-16'?>";
     const std::string vorher = kopf + "<gpx><g:trk/><rte><type>x</type></rte></gpx>";
     const std::string nachher =
         kopf + "<gpx><g:trk><g:type>e_bike</g:type></g:trk><rte><type>e_bike</type></rte></gpx>";

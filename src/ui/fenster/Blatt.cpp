@@ -17,7 +17,6 @@ namespace spurkiste {
 
 namespace {
 
-constexpr int kBreite = 408;
 constexpr int kOben = 150;
 constexpr int kRand = 24;
 constexpr int kRadius = 16;
@@ -70,7 +69,7 @@ Knopf* Blatt::wichtigerKnopf(const QString& text) {
     return knopf(text, kFeldHoehe, Qt::white, KistePapier::goldDunkel, Qt::transparent, QFont::Bold);
 }
 
-void Blatt::legeAus(const std::vector<QWidget*>& stuecke, const std::vector<Knopf*>& knoepfe) {
+void Blatt::legeAus(const std::vector<QWidget*>& stuecke, const std::vector<Knopf*>& knoepfe, int breite) {
     auto* ueberschrift = new QVBoxLayout;
     ueberschrift->setSpacing(6);
     ueberschrift->addWidget(
@@ -95,7 +94,7 @@ void Blatt::legeAus(const std::vector<QWidget*>& stuecke, const std::vector<Knop
     stapel->addLayout(fuss);
     auto* seite = new QVBoxLayout(this);
     seite->setContentsMargins(0, kOben, 0, 0);
-    blatt_->setFixedWidth(kBreite);
+    blatt_->setFixedWidth(breite);
     seite->addWidget(blatt_, 0, Qt::AlignHCenter | Qt::AlignTop);
     std::erase_if(reihe_, [](const QWidget* stueck) { return stueck->focusPolicy() == Qt::NoFocus; });
 }
@@ -113,6 +112,14 @@ bool Blatt::eventFilter(QObject* quelle, QEvent* ereignis) {
         setGeometry(parentWidget()->rect());
     }
     return QDialog::eventFilter(quelle, ereignis);
+}
+
+/// A high sheet in a low window stands higher.
+void Blatt::resizeEvent(QResizeEvent* ereignis) {
+    const int hoehe = blatt_->layout()->totalHeightForWidth(blatt_->width());
+    const int karte = hoehe < 0 ? blatt_->sizeHint().height() : hoehe;
+    layout()->setContentsMargins(0, std::clamp((height() - karte) / 2, 0, kOben), 0, 0);
+    QDialog::resizeEvent(ereignis);
 }
 
 bool Blatt::focusNextPrevChild(bool weiter) {

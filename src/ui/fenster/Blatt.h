@@ -22,8 +22,9 @@ class Blatt : public QDialog {
   protected:
     static constexpr int kFeldHoehe = 32;  ///< of fields and buttons
 
-    /// Lays out title, pieces and buttons, in this order; the focus goes round among those of them that take it.
-    void legeAus(const std::vector<QWidget*>& stuecke, const std::vector<Knopf*>& knoepfe);
+    /// Lays out title, pieces and buttons, in this order, on a card of that width in logical pixels; the focus goes
+    /// round among those of them that take it.
+    void legeAus(const std::vector<QWidget*>& stuecke, const std::vector<Knopf*>& knoepfe, int breite = 408);
     /// Comes up, with the focus on the widget.
     void zeigeMit(QWidget* fokus);
 
@@ -32,6 +33,7 @@ class Blatt : public QDialog {
 
     void paintEvent(QPaintEvent* ereignis) override;
     bool eventFilter(QObject* quelle, QEvent* ereignis) override;
+    void resizeEvent(QResizeEvent* ereignis) override;
     bool focusNextPrevChild(bool weiter) override;
 
   private:

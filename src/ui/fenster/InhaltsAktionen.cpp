@@ -10,13 +10,16 @@
 #include <QShortcut>
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "base/Dateien.h"
 #include "base/Text.h"
 #include "sicht/UriListe.h"
 #include "ui/fenster/InhaltsAnsicht.h"
 #include "ui/fenster/UmbenennenDialog.h"
+#include "ui/tabelle/Zeilenkopie.h"
 #include "ui/teile/PapierMenue.h"
+#include "ui/teile/Textmenue.h"
 #include "ui/teile/Textzeile.h"
 
 namespace spurkiste {
@@ -34,12 +37,21 @@ QFileDialog* neuerWaehler(QWidget* fenster, const QString& botschaft, const QStr
     return waehler;
 }
 
+/// Its fields exist only now, and where the desktop has a chooser of its own there are none.
+void oeffne(QFileDialog& waehler) {
+    waehler.open();
+    for (QLineEdit* feld : waehler.findChildren<QLineEdit*>()) {
+        textmenue::kleide(*feld);
+    }
+}
+
 std::string systempfad(const QString& pfad) {
     return QFile::encodeName(pfad).toStdString();
 }
 
 std::vector<std::string> lokaleDateien(const QMimeData& daten) {
-    const QByteArray liste = daten.data(QLatin1String(kUriListe));
+    const bool ueblich = daten.hasFormat(QLatin1String(kUriListe));
+    const QByteArray liste = daten.data(QLatin1String(ueblich ? kUriListe : zeilenkopie::kDateimanager));
     return uriliste::pfade({liste.constData(), static_cast<std::size_t>(liste.size())});
 }
 
@@ -64,7 +76,18 @@ void InhaltsAnsicht::waehleImport() {
         std::transform(gewaehlt.begin(), gewaehlt.end(), pfade.begin(), systempfad);
         importiere(pfade, pfade.size());
     });
-    waehler->open();
+    oeffne(*waehler);
+}
+
+/// Imports the files that another program hands over, on request without those that are in the library already.
+void InhaltsAnsicht::importiereAlle(const QMimeData& daten, bool nurFremde) {
+    auto dateien = lokaleDateien(daten);
+    if (nurFremde) {
+        std::erase_if(dateien, [this](const std::string& pfad) { return eintragMit(pfad) != nullptr; });
+    }
+    for (const std::string& pfad : dateien) {
+        importiere({pfad}, dateien.size());
+    }
 }
 
 void InhaltsAnsicht::waehleOrdner() {
@@ -74,7 +97,7 @@ void InhaltsAnsicht::waehleOrdner() {
     waehler->setDirectory(QFile::decodeName(bibliothek_.ordner().wert().c_str()));
     connect(waehler, &QFileDialog::fileSelected, this,
             [this](const QString& ordner) { Q_EMIT ordnerGewaehlt(systempfad(ordner)); });
-    waehler->open();
+    oeffne(*waehler);
 }
 
 void InhaltsAnsicht::oeffneKontextmenue(const QPoint& wo) {
@@ -123,31 +146,26 @@ Eintrag InhaltsAnsicht::eintragMit(const std::string& pfad) const {
 
 void InhaltsAnsicht::oeffneUmbenennen(const std::string& pfad) {
     const Eintrag eintrag = eintragMit(pfad);
-    if (!eintrag || blatt_) {
+    if (!eintrag) {
         return;
     }
-    const QPointer<QWidget> vorher = focusWidget();
-    setzeTasten(false);  // the sheet is the only thing that can be used now
-    blatt_ = new UmbenennenDialog(
-        eintrag,
-        [this, eintrag](const QString& name) {
-            // A name that is not UTF-8 cannot be typed: left as it was shown, it is the file's own.
-            const bool bleibt = name == alsText(eintrag->dateiName);
-            if (const auto neu = bibliothek_.benenneUm(*eintrag, bleibt ? eintrag->dateiName : name.toStdString())) {
-                zustand_.auswahl = {*neu};
-                auffrischung_.sofort();
-                tabelle_->rolleZu(*neu);
-                if (zeilenbau_.baut()) {
-                    zuZeigen_.insert(*neu);
+    legeBlatt([this, &eintrag] {
+        return new UmbenennenDialog(
+            eintrag,
+            [this, eintrag](const QString& name) {
+                // A name that is not UTF-8 cannot be typed: left as it was shown, it is the file's own.
+                const bool bleibt = name == alsText(eintrag->dateiName);
+                if (const auto neu =
+                        bibliothek_.benenneUm(*eintrag, bleibt ? eintrag->dateiName : name.toStdString())) {
+                    zustand_.auswahl = {*neu};
+                    auffrischung_.sofort();
+                    tabelle_->rolleZu(*neu);
+                    if (zeilenbau_.baut()) {
+                        zuZeigen_.insert(*neu);
+                    }
                 }
-            }
-        },
-        this);
-    connect(blatt_, &QDialog::finished, this, [this, vorher] {
-        setzeTasten(true);
-        if (vorher) {
-            vorher->setFocus();
-        }
+            },
+            this);
     });
 }
 
@@ -206,10 +224,7 @@ void InhaltsAnsicht::dragLeaveEvent(QDragLeaveEvent* /*ereignis*/) {
 
 void InhaltsAnsicht::dropEvent(QDropEvent* ereignis) {
     ablage_->hide();
-    const auto dateien = lokaleDateien(*ereignis->mimeData());
-    for (const std::string& pfad : dateien) {
-        importiere({pfad}, dateien.size());
-    }
+    importiereAlle(*ereignis->mimeData(), false);
     ereignis->setDropAction(Qt::CopyAction);
     ereignis->accept();
 }

@@ -1,9 +1,7 @@
 #include "ui/fenster/InhaltsAnsicht.h"
 
 #include <QCloseEvent>
-#include <QKeySequence>
 #include <QPainter>
-#include <QShortcut>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <chrono>
@@ -134,6 +132,8 @@ void InhaltsAnsicht::verbinde() {
     connect(&werkzeuge_->suchfeld(), &Suchfeld::verlassen, this, &InhaltsAnsicht::verlasseSuche);
     connect(werkzeuge_, &Werkzeuge::neuladenGewuenscht, this, [this] { bibliothek_.lade(); });
     connect(werkzeuge_, &Werkzeuge::spracheGewaehlt, this, &InhaltsAnsicht::waehleSprache);
+    connect(werkzeuge_, &Werkzeuge::tastenGewuenscht, this, &InhaltsAnsicht::oeffneTastenblatt);
+    connect(werkzeuge_, &Werkzeuge::ueberGewuenscht, this, &InhaltsAnsicht::oeffneUeberblatt);
     connect(tabelle_, &TabellenAnsicht::kopfGeklickt, this, [this](Spalte spalte) {
         aendere([spalte](Ansichtszustand& zustand) { zustand.sortierung.klicke(spalte); });
     });
@@ -144,22 +144,6 @@ void InhaltsAnsicht::verbinde() {
     });
     detail_->installEventFilter(this);
     tabelle_->viewport()->installEventFilter(this);
-}
-
-void InhaltsAnsicht::belegeTasten() {
-    const auto taste = [this](const QKeySequence& folge, auto tue) {
-        connect(new QShortcut(folge, this), &QShortcut::activated, this, tue);
-    };
-    taste(QKeySequence::Find, [this] {
-        werkzeuge_->suchfeld().setFocus(Qt::ShortcutFocusReason);
-        werkzeuge_->suchfeld().selectAll();
-    });
-    taste(QKeySequence::Refresh, [this] { bibliothek_.lade(); });
-    taste(QKeySequence::Open, [this] { waehleImport(); });
-    taste(QKeySequence::New, [this] { Q_EMIT neuesFensterGewuenscht(); });
-    taste(QKeySequence::Close, [this] { close(); });
-    taste(QKeySequence(Qt::Key_Escape), [this] { leereOderVerlasseSuche(); });
-    belegeVerlaufstasten();
 }
 
 /// To the rows that were found: to those selected, if there are some among them, else to the first.

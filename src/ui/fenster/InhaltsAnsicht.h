@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QDialog>
+#include <QMimeData>
 #include <QPointer>
 #include <QTimer>
 #include <QWidget>
+#include <functional>
 #include <string>
 #include <unordered_set>
 #include <vector>
@@ -22,6 +24,7 @@
 #include "ui/fenster/Kopf.h"
 #include "ui/fenster/Kopierblatt.h"
 #include "ui/fenster/Statusleiste.h"
+#include "ui/fenster/Tasten.h"
 #include "ui/fenster/Werkzeuge.h"
 #include "ui/tabelle/TabellenAnsicht.h"
 #include "ui/teile/Leerbild.h"
@@ -65,7 +68,13 @@ class InhaltsAnsicht final : public QWidget {
     void ordneAn();
     void verbinde();
     void belegeTasten();
-    void belegeVerlaufstasten();
+    void fuehreAus(Fenstertat tat);
+    void kopiere();
+    void fuegeEin();
+    void bitteUmMenue();
+    void legeBlatt(const std::function<QDialog*()>& mach);
+    void oeffneTastenblatt();
+    void oeffneUeberblatt();
     void nimmZurueck(Richtung richtung);
     void waehleBetroffene(const std::vector<std::string>& pfade);
     void verlasseSuche();
@@ -85,6 +94,7 @@ class InhaltsAnsicht final : public QWidget {
 
     void verbindeAktionen();
     void waehleImport();
+    void importiereAlle(const QMimeData& daten, bool nurFremde);
     void waehleOrdner();
     void oeffneKontextmenue(const QPoint& wo);
     void oeffneUmbenennen(const std::string& pfad);

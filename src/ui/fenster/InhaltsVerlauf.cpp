@@ -1,22 +1,12 @@
 // The way back from what was done to files, and forth again.
 
-#include <QKeySequence>
 #include <QPointer>
-#include <QShortcut>
 #include <unordered_set>
 
 #include "ui/fenster/InhaltsAnsicht.h"
 #include "ui/teile/Textzeile.h"
 
 namespace spurkiste {
-
-void InhaltsAnsicht::belegeVerlaufstasten() {
-    const auto taste = [this](const QKeySequence& folge, Richtung richtung) {
-        connect(new QShortcut(folge, this), &QShortcut::activated, this, [this, richtung] { nimmZurueck(richtung); });
-    };
-    taste(Qt::CTRL | Qt::Key_Z, Richtung::zurueck);
-    taste(Qt::CTRL | Qt::SHIFT | Qt::Key_Z, Richtung::wieder);
-}
 
 void InhaltsAnsicht::nimmZurueck(Richtung richtung) {
     bibliothek_.nimmZurueck(richtung,

@@ -7,6 +7,7 @@
 #include "ui/teile/KistePapier.h"
 #include "ui/teile/Papier.h"
 #include "ui/teile/Schrift.h"
+#include "ui/teile/Textmenue.h"
 #include "ui/teile/Textzeile.h"
 
 namespace spurkiste {
@@ -26,6 +27,7 @@ class Namensfeld final : public QLineEdit {
         setFixedHeight(hoehe + 2 * kRing);
         setTextMargins(kRing + 7, 0, kRing + 7, 0);
         faerbeText(*this, KistePapier::tinte);
+        textmenue::kleide(*this);
         selectAll();
     }
 

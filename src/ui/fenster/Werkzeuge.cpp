@@ -128,6 +128,10 @@ void Werkzeuge::oeffneSprachmenue() {
     for (const auto& sprache : AppSprache::sprachen()) {
         wahl(QString::fromStdString(sprache.name), QString::fromStdString(sprache.id));
     }
+    menue->addSeparator();
+    connect(menue->fuegeHinzu(QStringLiteral("Tastenkürzel")), &QAction::triggered, this, &Werkzeuge::tastenGewuenscht);
+    connect(menue->fuegeHinzu(QStringLiteral("Über Spurkiste")), &QAction::triggered, this,
+            &Werkzeuge::ueberGewuenscht);
     menue->oeffneUnter(*sprache_);
     sprache_->zeigeOffen(*menue);
 }

@@ -33,6 +33,10 @@ class Werkzeuge final : public QWidget {
     void neuladenGewuenscht();
     /// A language was chosen in the menu: its code, or "system".
     void spracheGewaehlt(const QString& code);
+    /// The list of shortcuts is wanted.
+    void tastenGewuenscht();
+    /// The user wants to know what the program is.
+    void ueberGewuenscht();
 
   protected:
     void paintEvent(QPaintEvent* ereignis) override;

@@ -18,6 +18,7 @@
 
 #include "ui/teile/Schrift.h"
 #include "ui/teile/Schriftsatz.h"
+#include "ui/teile/Textmenue.h"
 #include "ui/teile/Textzeile.h"
 
 namespace spurkiste {
@@ -51,6 +52,9 @@ Absatz::Absatz(const QColor& farbe, bool waehlbar, QWidget* eltern, const Zeilen
     connect(this, &QTextEdit::selectionChanged, viewport(), qOverload<>(&QWidget::update));
     connect(this, &QTextEdit::cursorPositionChanged, viewport(), qOverload<>(&QWidget::update));
     faerbeText(*this, farbe);
+    if (waehlbar) {
+        textmenue::kleide(*this);
+    }
     QSizePolicy regel(QSizePolicy::Preferred, QSizePolicy::Fixed);
     regel.setHeightForWidth(true);
     setSizePolicy(regel);

@@ -20,7 +20,8 @@ constexpr double kSchrift = 12.5;
 constexpr int kRand = 10;  // of a row, left and right
 constexpr int kZeilenradius = 7;
 constexpr int kHaekchen = 16;
-constexpr int kAbstand = 8;  // between check mark and text
+constexpr int kAbstand = 8;       // between check mark and text
+constexpr int kVorDerTaste = 24;  // between text and key
 constexpr int kUnterElement = 4;
 
 }  // namespace
@@ -68,6 +69,16 @@ QAction* PapierMenue::fuegeMitZeichenHinzu(const QString& text, std::string_view
     return wahl;
 }
 
+QAction* PapierMenue::fuegeBefehlHinzu(const QString& text, const QKeySequence& taste) {
+    const QString name = taste.toString(QKeySequence::NativeText);
+    QAction* befehl = fuegeHinzu(text);
+    tasten_.insert(befehl, name);
+    const double platz =
+        satz_.breite(text) + kVorDerTaste + satz_.breite(name) + 2 * (kRand + Schwebekarte::kInnenrand);
+    setMinimumWidth(std::max(minimumWidth(), static_cast<int>(std::ceil(platz)) + 2 * schwebekarte_.rand()));
+    return befehl;
+}
+
 void PapierMenue::keyPressEvent(QKeyEvent* ereignis) {
     // The toolkit's menus know Home and End only when they scroll, and Space in some styles.
     const bool anfang = ereignis->key() == Qt::Key_Home;
@@ -103,7 +114,7 @@ void PapierMenue::maleZeile(QPainter& maler, const QAction& zeile, const QRectF&
                        KistePapier::mitDeckkraft(KistePapier::linie, 0.9));
         return;
     }
-    if (&zeile == activeAction()) {
+    if (&zeile == activeAction() && zeile.isEnabled()) {
         papier::form(maler, kasten, kZeilenradius, KistePapier::mitDeckkraft(KistePapier::gold, 0.17), Qt::transparent);
     }
     const auto zeichen = [&](double links, std::string_view symbol) {
@@ -116,7 +127,13 @@ void PapierMenue::maleZeile(QPainter& maler, const QAction& zeile, const QRectF&
     if (&zeile == gezeichnet_) {
         zeichen(kasten.right() - kRand - kHaekchen, symbol_);
     }
-    maler.setPen(&zeile == loeschen_ ? KistePapier::rot : KistePapier::tinte);
+    if (const QString taste = tasten_.value(&zeile); !taste.isEmpty()) {
+        maler.setPen(zeile.isEnabled() ? KistePapier::tinteLeise : KistePapier::gravur);
+        satz_.zeichne(maler, kasten.adjusted(kRand, 0, -kRand, 0), Qt::AlignRight, taste);
+    }
+    maler.setPen(!zeile.isEnabled()    ? KistePapier::gravur
+                 : &zeile == loeschen_ ? KistePapier::rot
+                                       : KistePapier::tinte);
     const int vorn = kRand + (hatHaekchen_ ? kHaekchen + kAbstand : 0);
     satz_.zeichne(maler, kasten.adjusted(vorn, 0, -kRand, 0), Qt::AlignLeft,
                   zeile.text().replace(QStringLiteral("&&"), QStringLiteral("&")));

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QHash>
+#include <QKeySequence>
 #include <QMenu>
 #include <string_view>
 
@@ -29,6 +31,10 @@ class PapierMenue final : public QMenu {
     /// for none. One item of a menu may have one: the current choice, if `gewaehlt`, or what is suggested.
     QAction* fuegeMitZeichenHinzu(const QString& text, std::string_view symbol, bool gewaehlt);
 
+    /// Adds an item that says at the right edge which key does the same. The key is only named: whoever owns what the
+    /// item does has bound it already.
+    QAction* fuegeBefehlHinzu(const QString& text, const QKeySequence& taste);
+
     /// Opens the menu below a control, its left edge on the control's, without waiting for it to close.
     void oeffneUnter(const QWidget& element);
     /// Opens it below a rectangle on the screen, or above it, at this distance.
@@ -50,6 +56,7 @@ class PapierMenue final : public QMenu {
     QAction* loeschen_ = nullptr;    ///< the item in red
     QAction* gezeichnet_ = nullptr;  ///< the item with an icon behind its text
     std::string_view symbol_;
+    QHash<const QAction*, QString> tasten_;  ///< the names of keys, of the items that have one
 };
 
 }  // namespace spurkiste

@@ -27,9 +27,11 @@ struct Frei {
 template <typename Antwort>
 using Geliehen = std::unique_ptr<Antwort, Frei>;
 
-/// Whether windows are blended with what is below them. Under X11 that is the job of a program that may be missing; it
+}  // namespace
+
+/// Under X11 that is the job of a program that may be missing; it
 /// owns a selection whose name ends with the screen's number.
-bool wirdGemischt() {
+bool Schwebekarte::wirdGemischt() {
     const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     // Other platforms may have this interface, too, and no connection behind it.
     if (x11 == nullptr || QGuiApplication::platformName() != QStringLiteral("xcb")) {
@@ -51,8 +53,6 @@ bool wirdGemischt() {
         xcb_get_selection_owner_reply(leitung, xcb_get_selection_owner(leitung, atom->atom), nullptr));
     return besitzer && besitzer->owner != XCB_NONE;
 }
-
-}  // namespace
 
 Schwebekarte::Schwebekarte(QWidget& fenster) : fenster_(fenster), rand_(wirdGemischt() ? kSchattenrand : 0) {
     fenster.setWindowFlag(Qt::NoDropShadowWindowHint);

@@ -16,6 +16,9 @@ class Schwebekarte {
     static constexpr int kRadius = 11;    ///< logical pixels
     static constexpr int kInnenrand = 5;  ///< of the card, around what it holds
 
+    /// Whether the desktop blends windows. Asks the display.
+    [[nodiscard]] static bool wirdGemischt();
+
     /// `fenster` must not have been shown yet. It passes its painting and resizing on.
     explicit Schwebekarte(QWidget& fenster);
 

@@ -8,6 +8,7 @@
 #include "ui/teile/Papier.h"
 #include "ui/teile/Schrift.h"
 #include "ui/teile/Symbole.h"
+#include "ui/teile/Textmenue.h"
 #include "ui/teile/Textzeile.h"
 
 namespace spurkiste {
@@ -52,6 +53,7 @@ Suchfeld::Suchfeld(QWidget* eltern) : QLineEdit(eltern), leeren_(new Leeren(this
     setFixedHeight(kHoehe + 2 * papier::kRingRand);
     setTextMargins(papier::kRingRand + kRand + kLupe + kAbstand - 2, 0, papier::kRingRand + kHoehe, 0);
     faerbeText(*this, KistePapier::tinte);
+    textmenue::kleide(*this);
     connect(leeren_, &QAbstractButton::clicked, this, &QLineEdit::clear);
     connect(this, &QLineEdit::textChanged, leeren_,
             [this](const QString& neu) { leeren_->setVisible(!neu.isEmpty()); });

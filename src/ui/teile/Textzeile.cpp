@@ -1,6 +1,10 @@
 #include "ui/teile/Textzeile.h"
 
+#include <QTextLayout>
+#include <QToolTip>
+
 #include "ui/teile/KistePapier.h"
+#include "ui/teile/Textmenue.h"
 
 namespace spurkiste {
 
@@ -19,7 +23,20 @@ void faerbeText(QWidget& element, const QColor& farbe) {
 }
 
 QString alsKurzhilfe(const QString& text) {
-    return QStringLiteral("<qt>") + text.toHtmlEscaped() + QStringLiteral("</qt>");
+    constexpr int hoechstbreite = 420;
+    QTextLayout satz(text, QToolTip::font());
+    QTextOption wie;
+    wie.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    satz.setTextOption(wie);
+    QString zeilen;
+    satz.beginLayout();
+    for (QTextLine zeile = satz.createLine(); zeile.isValid(); zeile = satz.createLine()) {
+        zeile.setLineWidth(hoechstbreite);
+        zeilen += zeilen.isEmpty() ? QString() : QStringLiteral("<br>");
+        zeilen += text.mid(zeile.textStart(), zeile.textLength()).toHtmlEscaped();
+    }
+    satz.endLayout();
+    return QStringLiteral("<div style=\"white-space:pre\">") + zeilen + QStringLiteral("</div>");
 }
 
 void setzeKurzhilfe(QWidget& element, const QString& text) {
@@ -34,6 +51,7 @@ QLabel* neueTextzeile(const QColor& farbe, QWidget* eltern) {
     zeile->setTextFormat(Qt::PlainText);
     faerbeText(*zeile, farbe);
     zeile->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    textmenue::kleide(*zeile);
     return zeile;
 }
 

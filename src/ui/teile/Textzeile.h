@@ -13,7 +13,8 @@ namespace spurkiste {
 /// Gives the widget's text a colour, on no ground of its own; what is marked in it lies on gold.
 void faerbeText(QWidget& element, const QColor& farbe);
 
-/// A text for a tooltip, which would otherwise take what looks like markup for it; long ones are broken into lines.
+/// A text for a tooltip, which would otherwise take what looks like markup for it, and break lines after a few words;
+/// here lines are as long as can be read well.
 [[nodiscard]] QString alsKurzhilfe(const QString& text);
 
 /// Gives the widget a tooltip of plain text, which a screen reader reads as plain text too; none for an empty one.

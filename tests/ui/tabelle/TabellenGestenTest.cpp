@@ -206,7 +206,8 @@ TEST_F(TabellenGestenTest, tooltipsShowNamesAsTheyAre) {
         QHelpEvent hilfe(QEvent::ToolTip, wo, tabelle.viewport()->mapToGlobal(wo));
         QApplication::sendEvent(tabelle.viewport(), &hilfe);
         ASSERT_TRUE(Qt::mightBeRichText(QToolTip::text()));
-        EXPECT_EQ(QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText().toStdString(), text);
+        const QString gezeigt = QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText();
+        EXPECT_EQ(QString(gezeigt).remove(QLatin1Char('\n')).toStdString(), text);  // what is long is broken
     }
 }
 
