@@ -260,6 +260,7 @@ void InhaltsAnsicht::frischeAuf() {
     kopf_->zeige(alsText(bild.routenText), alsText(bild.summeText));
     filter_->zeige(bild, zustand_, texte_);
     tabelle_->setzeSortierung(zustand_.sortierung);
+    tabelle_->setzeZahlen(zeilenbau_.speicher().zahlen());
     tabelle_->setzeZeilen(std::move(bild.zeilen));
     zeilenbau_.raeumeAuf();
     tabelle_->setzeAuswahl(zustand_.auswahl);

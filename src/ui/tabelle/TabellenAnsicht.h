@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "sicht/Sortierung.h"
+#include "sicht/Zahlentexte.h"
 #include "ui/tabelle/TabellenAuswahl.h"
 #include "ui/tabelle/TabellenModell.h"
 #include "ui/tabelle/Tabellenkopf.h"
@@ -46,6 +47,8 @@ class TabellenAnsicht final : public QTableView {
     void rolleZu(const std::string& pfad);
     /// Marks the column of the weightiest comparator.
     void setzeSortierung(const Sortierung& sortierung);
+    /// Sets the figures that its columns must have room for, whatever else gives way.
+    void setzeZahlen(const Zahlentexte& zahlen);
     /// Sets the column titles.
     void setzeTitel(const QStringList& titel) { modell_->setzeTitel(titel); }
     /// Takes the fonts anew, after the language changed.
@@ -82,6 +85,7 @@ class TabellenAnsicht final : public QTableView {
     bool viewportEvent(QEvent* ereignis) override;
     void scrollContentsBy(int dx, int dy) override;
     void updateGeometries() override;
+    void wheelEvent(QWheelEvent* ereignis) override;
     void mousePressEvent(QMouseEvent* ereignis) override;
     void mouseMoveEvent(QMouseEvent* ereignis) override;
     void mouseReleaseEvent(QMouseEvent* ereignis) override;
