@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "sicht/UriListe.h"
+#include "ui/fenster/Importordner.h"
 #include "ui/fenster/InhaltsAnsicht.h"
 #include "ui/fenster/UmbenennenDialog.h"
 #include "ui/teile/PapierMenue.h"
@@ -52,9 +53,11 @@ void InhaltsAnsicht::waehleImport() {
         neuerWaehler(this, QStringLiteral("GPX-Dateien in die Bibliothek kopieren"), QStringLiteral("Importieren"));
     waehler->setFileMode(QFileDialog::ExistingFiles);
     waehler->setNameFilter(QStringLiteral("GPX (*.gpx)"));
+    waehler->setDirectory(importordner::lies(einstellungen_));
     connect(waehler, &QFileDialog::filesSelected, this, [this](const QStringList& gewaehlt) {
         std::vector<std::string> pfade(static_cast<std::size_t>(gewaehlt.size()));
         std::transform(gewaehlt.begin(), gewaehlt.end(), pfade.begin(), systempfad);
+        importordner::merke(einstellungen_, gewaehlt);
         bibliothek_.importiere(pfade);
     });
     waehler->open();
