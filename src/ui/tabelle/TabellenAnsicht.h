@@ -19,6 +19,7 @@
 #include "ui/tabelle/ZellenZeichner.h"
 #include "ui/teile/Kartenrahmen.h"
 #include "ui/teile/Rollbalken.h"
+#include "ui/teile/Tippsuche.h"
 
 namespace spurkiste {
 
@@ -114,8 +115,6 @@ class TabellenAnsicht final : public QTableView {
     void bitteUmSportmenue(int reihe);
     void ueberfahre(const QPoint& wo);
     void zeigeTastatur(bool tastatur);
-    /// Whether the next letter would belong to the name that is being typed.
-    [[nodiscard]] bool tipptNamen() const;
     [[nodiscard]] QString kurzhilfe(const QModelIndex& index) const;
 
     TabellenModell* modell_;
@@ -134,8 +133,7 @@ class TabellenAnsicht final : public QTableView {
     bool kapselGedrueckt_ = false;
     int gedrueckt_ = -1;     // the row that the last click began on
     bool tastatur_ = false;  // the keyboard is being used, so show where it is
-    qint64 letzterBuchstabe_ = 0;
-    QString gesucht_;
+    Tippsuche tippsuche_;
 };
 
 }  // namespace spurkiste
