@@ -18,6 +18,12 @@ std::string ortstext(const std::optional<std::string>& name, const std::optional
     return name ? *name + " · " + koordinate : koordinate;
 }
 
+/// A place may be called by a coordinate, which is then read once.
+std::string ortsvorlesetext(const std::optional<std::string>& name) {
+    const bool istKoordinate = name && name->find_first_not_of("0123456789.,- ") == std::string::npos;
+    return istKoordinate ? *name : std::string();
+}
+
 std::string datumstext(const GpxMetadaten& eintrag) {
     return eintrag.datum ? Formate::datumZeitFormat(*eintrag.datum)
                          : Formate::datumsFormat(eintrag.dateiDatum) + " · Dateidatum";
@@ -49,8 +55,9 @@ DetailTexte DetailTexte::aus(const GpxMetadaten& eintrag, std::string_view sprac
     texte.sport = wort("sport");
     texte.einordnungszeilen = {{{wort("type"), wort(eintrag.rundkurs ? "roundTrip" : "route")},
                                 {"Ghost", wort(eintrag.hatZeitstempel ? "ghostReady" : "noTimestamps")}}};
-    texte.routenzeilen = {{{wort("start"), ortstext(eintrag.startOrt, eintrag.start)},
-                           {wort("end"), ortstext(eintrag.zielOrt, eintrag.ende)}}};
+    texte.routenzeilen = {
+        {{wort("start"), ortstext(eintrag.startOrt, eintrag.start), ortsvorlesetext(eintrag.startOrt)},
+         {wort("end"), ortstext(eintrag.zielOrt, eintrag.ende), ortsvorlesetext(eintrag.zielOrt)}}};
     texte.dateizeilen = {{{"Name", eintrag.dateiName + ".gpx"}, {"Datei", std::move(groesse)}}};
     texte.zeigen = gross("show");
     return texte;

@@ -26,6 +26,7 @@ struct DetailTexte {
     struct Zeile {
         std::string schild;
         std::string wert;
+        std::string vorlesetext = {};  ///< what a screen reader says in place of the value; empty: the value
 
         friend bool operator==(const Zeile&, const Zeile&) = default;
     };

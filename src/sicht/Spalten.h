@@ -213,6 +213,11 @@ constexpr std::array<int, kSpalten.size()> jeSpalte(Pflicht<int> Spaltenbreite::
     return zahlen;
 }
 
+/// Whether the column holds figures, which are shown whole or not at all.
+constexpr bool istZahl(Spalte spalte) {
+    return angaben(spalte).seite == Seite::rechts;
+}
+
 /// Whether a click on the column's header sorts.
 constexpr bool istSortierbar(Spalte spalte) {
     return angaben(spalte).ordnung->art != Ordnung::Art::keine;

@@ -19,6 +19,8 @@ constexpr Breiten kDehnung = jeSpalte(&Spaltenbreite::dehnung);
 
 constexpr int kUnsinnig = 100'000;  // no screen is that wide; keeps sums small
 
+constexpr char kEigene = '*';  // behind a width that the user gave
+
 int summe(const Breiten& breiten) {
     return std::accumulate(breiten.begin(), breiten.end(), 0);
 }
@@ -40,93 +42,111 @@ void teile(Breiten& breiten, int betrag, const Breiten& gewichte, int vorzeichen
     }
 }
 
-/// By how much the columns from `ab` on, of those that stretch or of the others, are above their minimum widths.
-Breiten spielraum(const Breiten& breiten, std::size_t ab, bool dehnbar) {
+/// Who takes part when columns get wider or narrower.
+using Wer = std::array<bool, kSpalten.size()>;
+
+/// Something for each column that takes part, and nothing for the others.
+template <typename Wert>
+Breiten fuer(const Wer& wer, Wert wert) {
     Breiten ergebnis{};
-    for (std::size_t i = ab; i < breiten.size(); ++i) {
-        if ((kDehnung[i] > 0) == dehnbar) {
-            ergebnis[i] = breiten[i] - Spaltenbreiten::kMindestens[i];
-        }
+    for (std::size_t i = 0; i < ergebnis.size(); ++i) {
+        ergebnis[i] = wer[i] ? wert(i) : 0;
     }
     return ergebnis;
 }
 
-/// Makes the columns from `ab` on narrower, names and places first: they are shortened anyway, figures must not be.
-void schrumpfe(Breiten& breiten, int betrag, std::size_t ab) {
-    for (const bool dehnbar : {true, false}) {
-        const Breiten luft = spielraum(breiten, ab, dehnbar);
-        const int stueck = std::min(betrag, summe(luft));
-        teile(breiten, stueck, luft, -1);
-        betrag -= stueck;
+/// Makes columns narrower, down to what they need at least. Answers what was left to do.
+int schrumpfe(Breiten& breiten, int betrag, const Wer& wer, const Breiten& bedarf) {
+    const Breiten luft = fuer(wer, [&](std::size_t i) { return std::max(0, breiten[i] - bedarf[i]); });
+    const int stueck = std::min(betrag, summe(luft));
+    teile(breiten, stueck, luft, -1);
+    return betrag - stueck;
+}
+
+/// How wide all columns together want to be in a room, when they were `eigene` wide in the one they were made for: what
+/// was left free there, or did not fit, stays so.
+int zielbreite(int platz, int eigene, int platzDavor) {
+    const bool passte = eigene <= platzDavor;
+    if (platz > platzDavor) {
+        return passte ? eigene + (platz - platzDavor) : std::max(eigene, platz);
     }
+    return passte ? std::min(eigene, platz) : eigene - (platzDavor - platz);
 }
 
 }  // namespace
 
 Spaltenbreiten Spaltenbreiten::ausText(std::string_view text) {
     Spaltenbreiten ergebnis;
-    std::array<int, kSpalten.size() + 1> zahlen{};
     const char* stelle = text.data();
     const char* ende = text.data() + text.size();
-    for (int& zahl : zahlen) {
+    const auto lies = [&](int mindestens, int& zahl) {
         const auto [hinter, fehler] = std::from_chars(stelle, ende, zahl);
-        const bool letzte = &zahl == &zahlen.back();
-        if (fehler != std::errc() || zahl > kUnsinnig || (letzte ? hinter != ende : hinter == ende || *hinter != ' ')) {
-            return {};
-        }
-        stelle = letzte ? hinter : hinter + 1;
+        stelle = hinter;
+        return fehler == std::errc() && zahl >= mindestens && zahl <= kUnsinnig;
+    };
+    const auto nimm = [&](char zeichen) {
+        const bool da = stelle != ende && *stelle == zeichen;
+        stelle += da ? 1 : 0;
+        return da;
+    };
+    bool gelesen = lies(1, ergebnis.platz_);
+    for (std::size_t i = 0; gelesen && i < kMindestens.size(); ++i) {
+        gelesen = nimm(' ') && lies(kMindestens[i], ergebnis.breiten_[i]);
+        ergebnis.eigene_[i] = gelesen && nimm(kEigene);
     }
-    std::copy(zahlen.begin() + 1, zahlen.end(), ergebnis.breiten_.begin());
-    ergebnis.platz_ = zahlen.front();
-    const bool weitGenug = std::equal(ergebnis.breiten_.begin(), ergebnis.breiten_.end(), kMindestens.begin(),
-                                      [](int breite, int mindestens) { return breite >= mindestens; });
-    return weitGenug && ergebnis.platz_ > 0 ? ergebnis : Spaltenbreiten();
+    return gelesen && stelle == ende ? ergebnis : Spaltenbreiten();
 }
 
 std::string Spaltenbreiten::alsText() const {
     std::string text = std::to_string(platz_);
-    for (const int breite : breiten_) {
-        text += ' ' + std::to_string(breite);
+    for (std::size_t i = 0; i < breiten_.size(); ++i) {
+        text += ' ' + std::to_string(breiten_[i]);
+        if (eigene_[i]) {
+            text += kEigene;
+        }
     }
     return text;
 }
 
-Breiten Spaltenbreiten::verteile(int platz) const {
+Breiten Spaltenbreiten::verteile(int platz, const Breiten& bedarf) const {
     Breiten breiten = breiten_;
-    const int eigene = summe(breiten);
-    const int ziel = platz >= platz_ ? std::max(platz, eigene) : eigene - (platz_ - platz);
-    if (ziel < eigene) {
-        schrumpfe(breiten, eigene - ziel, 0);
+    std::transform(breiten.begin(), breiten.end(), bedarf.begin(), breiten.begin(),
+                   [](int breite, int mindestens) { return std::max(breite, mindestens); });
+    Wer freie{};
+    Wer dehnbare{};
+    for (std::size_t i = 0; i < freie.size(); ++i) {
+        freie[i] = !eigene_[i];
+        dehnbare[i] = freie[i] && kDehnung[i] > 0;
+    }
+    const int rest = zielbreite(platz, summe(breiten_), platz_) - summe(breiten);
+    if (rest < 0) {
+        // Names and places first: they are shortened anyway.
+        (void)schrumpfe(breiten, schrumpfe(breiten, -rest, dehnbare, bedarf), freie, bedarf);
         return breiten;
     }
-    Breiten fehlend{};
-    std::transform(breiten.begin(), breiten.end(), kIdeal.begin(), fehlend.begin(),
-                   [](int breite, int ideal) { return std::max(0, ideal - breite); });
-    const int bisIdeal = std::min(ziel - eigene, summe(fehlend));
+    const Breiten fehlend = fuer(freie, [&](std::size_t i) { return std::max(0, kIdeal[i] - breiten[i]); });
+    const int bisIdeal = std::min(rest, summe(fehlend));
     teile(breiten, bisIdeal, fehlend);
-    teile(breiten, ziel - eigene - bisIdeal, kDehnung);
+    teile(breiten, rest - bisIdeal, fuer(dehnbare, [](std::size_t i) { return kDehnung[i]; }));
     return breiten;
 }
 
-void Spaltenbreiten::ziehe(Spalte spalte, int breite, const Breiten& vorher, int platz) {
+void Spaltenbreiten::ziehe(Spalte spalte, int breite, const Breiten& vorher, int platz, const Breiten& bedarf) {
     const auto stelle = static_cast<std::size_t>(spalte);
-    const std::size_t rechts = stelle + 1;
     breiten_ = vorher;
     platz_ = platz;
-    breiten_[stelle] = std::clamp(breite, kMindestens[stelle], kUnsinnig);
+    breiten_[stelle] = std::clamp(breite, bedarf[stelle], kUnsinnig);
+    eigene_[stelle] = true;
+    Wer rechte{};
+    for (std::size_t i = stelle + 1; i < rechte.size(); ++i) {
+        rechte[i] = !eigene_[i] && kDehnung[i] > 0;
+    }
     const int ueberhang = summe(breiten_) - platz;
-    if (ueberhang > 0) {
-        // A table that was wider than its room already is left to grow: the user scrolls.
-        schrumpfe(breiten_, summe(vorher) > platz ? 0 : ueberhang, rechts);
-        return;
+    if (ueberhang <= 0) {
+        teile(breiten_, -ueberhang, fuer(rechte, [](std::size_t i) { return kDehnung[i]; }));
+    } else if (summe(vorher) <= platz) {  // else the user scrolls already
+        (void)schrumpfe(breiten_, ueberhang, rechte, bedarf);
     }
-    Breiten nachRechts{};
-    std::copy(kDehnung.begin() + static_cast<std::ptrdiff_t>(rechts), kDehnung.end(),
-              nachRechts.begin() + static_cast<std::ptrdiff_t>(rechts));
-    if (rechts == breiten_.size()) {
-        nachRechts[stelle] = 1;  // nobody else is there to take the room
-    }
-    teile(breiten_, -ueberhang, nachRechts);
 }
 
 }  // namespace spurkiste

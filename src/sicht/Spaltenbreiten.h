@@ -2,7 +2,6 @@
 
 #include <array>
 #include <numeric>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -25,20 +24,23 @@ class Spaltenbreiten {
     [[nodiscard]] static Spaltenbreiten ausText(std::string_view text);
     [[nodiscard]] std::string alsText() const;
 
-    /// The widths in a room of this width. With more room than they need, columns grow, first to their ideal widths,
-    /// then names and places; with less, names and places shrink first. Narrower than all minimum widths together
-    /// they never get, nor, in the room it was made in, narrower than the user's arrangement.
-    [[nodiscard]] Breiten verteile(int platz) const;
+    /// The widths in a room of this width. `bedarf` are the least widths, none below kMindestens: what figures need
+    /// to be shown whole. With more room than they need, columns grow, first to their ideal widths, then names and
+    /// places; with less, names and places shrink first. What the user made a column stays, and where not even the
+    /// least widths fit, the columns together are wider than the room.
+    [[nodiscard]] Breiten verteile(int platz, const Breiten& bedarf = kMindestens) const;
 
-    /// Lets the user pull the right border of a column: those to its left stay, it gets this width (at least its
-    /// minimum), those to its right give way or take what is left. `vorher` are the widths when the pulling began.
-    void ziehe(Spalte spalte, int breite, const Breiten& vorher, int platz);
+    /// Lets the user pull the right border of a column: it gets this width (at least its least one), those to its left
+    /// stay. Of those to its right only places that the user left alone give way, and take back what comes free; all
+    /// others are moved along. `vorher` are the widths when the pulling began.
+    void ziehe(Spalte spalte, int breite, const Breiten& vorher, int platz, const Breiten& bedarf = kMindestens);
 
     friend bool operator==(const Spaltenbreiten&, const Spaltenbreiten&) = default;
 
   private:
     Breiten breiten_ = jeSpalte(&Spaltenbreite::anfangs);
-    int platz_ = std::accumulate(breiten_.begin(), breiten_.end(), 0);  // the room that they were made for
+    std::array<bool, kSpalten.size()> eigene_{};                        // columns that the user gave a width
+    int platz_ = std::accumulate(breiten_.begin(), breiten_.end(), 0);  // the room that all of it was made for
 };
 
 }  // namespace spurkiste

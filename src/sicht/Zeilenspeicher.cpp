@@ -156,6 +156,7 @@ void Zeilenspeicher::vollziehe(Wandel& wandel, const std::vector<Eintrag>& eintr
     }
     baue(wandel.gekommene, eintraege, kennungen, nullptr, 0);
     for (const Stelle stelle : wandel.gegangene) {
+        zahlen_.lasse(*alte[stelle].zeile);
         for (const Filterangaben& filter : kFilter) {
             if (filter.faelle->empty()) {
                 worte_[filter.feld].lasse(alte[stelle].filterwerte[filter.feld]);
@@ -238,6 +239,7 @@ Merkmale Zeilenspeicher::baueRoh(const Eintrag& eintrag, std::uint32_t kennung) 
 }
 
 void Zeilenspeicher::zaehleWorte(Merkmale& merkmale) {
+    zahlen_.nimm(*merkmale.zeile);
     const GpxMetadaten& eintrag = *merkmale.zeile->eintrag();
     const auto sportText = texte_.sportAnzeige(eintrag, GpxSportart::aus(eintrag.sportRoh));
     for (const Filterangaben& filter : kFilter) {

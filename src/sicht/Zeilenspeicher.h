@@ -15,6 +15,7 @@
 #include "sicht/Reihenfolge.h"
 #include "sicht/Sortierung.h"
 #include "sicht/Wortliste.h"
+#include "sicht/Zahlentexte.h"
 #include "track/GpxMetadaten.h"
 
 namespace spurkiste {
@@ -52,6 +53,8 @@ class Zeilenspeicher {
 
     /// The texts that a filter knows of all records; empty when its choices are fixed.
     [[nodiscard]] const Wortliste& worte(FilterFeld feld) const { return worte_[feld]; }
+    /// The figures of all records, hidden ones included: a filter does not change how much room they need.
+    [[nodiscard]] const Zahlentexte& zahlen() const { return zahlen_; }
 
   private:
     using Stelle = Reihenfolge::Stelle;
@@ -75,6 +78,7 @@ class Zeilenspeicher {
     std::vector<const GpxMetadaten*> adressen_;         // of the records, kept alive by the rows
     std::vector<Merkmale> merkmale_;
     JeFilter<Wortliste> worte_;
+    Zahlentexte zahlen_;
     Reihenfolge reihenfolge_;
     std::uint32_t naechsteKennung_ = 0;
 };

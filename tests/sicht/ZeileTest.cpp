@@ -3,7 +3,9 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "hilfe/Ansichtsbau.h"
@@ -136,6 +138,25 @@ TEST(ZeileTest, SeltsamesBleibtAufEinerKurzenZeile) {
     EXPECT_EQ(zeile->text(Spalte::start), u"x" + std::u16string(499, u'ü'));
     EXPECT_EQ(zeile->text(Spalte::sport), zeile->text(Spalte::start));
     EXPECT_EQ(zeile->text(Spalte::ziel), u"–");
+}
+
+TEST(ZahlentexteTest, KeepOneFigureOfEachLengthThatIsThere) {
+    const auto strecke = [](const char* name, double meter) {
+        return eintragMit(name, [=](GpxMetadaten& e) { e.streckeMeter = meter; });
+    };
+    const std::vector<Eintrag> alle{strecke("a", 850), strecke("b", 12'345), strecke("c", 1'234'567),
+                                    strecke("d", 54'321)};
+    Zeilenspeicher speicher;
+    const auto zahlen = [&](const std::vector<Eintrag>& eintraege, Spalte spalte) {
+        speicher.gleicheAb(eintraege, texteIn("de"));
+        return speicher.zahlen().beispiele(spalte);
+    };
+    EXPECT_THAT(zahlen(alle, Spalte::laenge), testing::ElementsAre(u"850 m", u"12,3 km", u"1234,6 km"));
+    EXPECT_THAT(zahlen(alle, Spalte::name), testing::IsEmpty());
+    EXPECT_THAT(zahlen({alle[0], alle[3]}, Spalte::laenge), testing::SizeIs(2));
+    speicher = Zeilenspeicher::neuGebaut(speicher.erbe(), alle, texteIn("de"), {}, nullptr, 0);
+    EXPECT_THAT(zahlen(alle, Spalte::laenge), testing::SizeIs(3));
+    EXPECT_THAT(zahlen({}, Spalte::laenge), testing::IsEmpty());
 }
 
 }  // namespace spurkiste

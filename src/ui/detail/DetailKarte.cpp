@@ -92,6 +92,7 @@ void DetailKarte::zeige(const QString& titel, std::span<const DetailTexte::Zeile
     for (std::size_t i = 0; i < zeilen.size(); ++i) {
         schilder_[i]->zeige(alsText(zeilen[i].schild));
         werte_[i]->zeige(alsText(zeilen[i].wert));
+        werte_[i]->setAccessibleName(alsText(zeilen[i].vorlesetext));
         werte_[i]->setAccessibleDescription(alsText(zeilen[i].schild));
     }
 }

@@ -67,9 +67,11 @@ void Titelzeile::paintEvent(QPaintEvent* /*ereignis*/) {
     QPainter maler(this);
     maler.setFont(font());
     maler.setPen(palette().color(QPalette::WindowText));
+    // Of the whole title: its second line may begin with a word of another script.
+    maler.setLayoutDirection(text().isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
     QRect kasten(0, 0, width(), Schrift::zeilenhoehe(*this));
     for (const QString& zeile : zeilen(width())) {
-        maler.drawText(kasten, Qt::AlignLeft | Qt::AlignVCenter, zeile);
+        maler.drawText(kasten, Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter, zeile);
         kasten.translate(0, kasten.height());
     }
 }

@@ -10,6 +10,7 @@
 #include "ui/teile/AuswahlPopup.h"
 #include "ui/teile/KistePapier.h"
 #include "ui/teile/Papier.h"
+#include "ui/teile/Randblende.h"
 #include "ui/teile/Textzeile.h"
 
 namespace spurkiste {
@@ -45,7 +46,7 @@ Filterleiste::Filterleiste(std::function<void(const Aenderung&)> aendere, QWidge
     setAccessibleName(QStringLiteral("Filter"));
     auto* reihe = new QWidget;
     auto* zeile = new QHBoxLayout(reihe);
-    zeile->setContentsMargins(kRand - kRing - kLinie, 0, kRand - kRing - kLinie, 0);
+    zeile->setContentsMargins(kRand - kRing - kLinie, 0, kAbstand - 2 * kRing, 0);
     zeile->setSpacing(kAbstand - 2 * kRing);
     for (const Filterangaben& filter : kFilter) {
         auto* kapsel = new PapierKapsel(std::string(*filter.symbol), reihe);
@@ -57,11 +58,8 @@ Filterleiste::Filterleiste(std::function<void(const Aenderung&)> aendere, QWidge
     zurueck_->setText(QStringLiteral("Zurücksetzen"));
     zurueck_->setzeSymbole("xmark");
     zurueck_->hide();
-    zurueck_->installEventFilter(this);
     connect(zurueck_, &Knopf::clicked, this,
             [this] { aendere_([](Ansichtszustand& zustand) { zustand.setzeZurueck(); }); });
-    zeile->addWidget(zurueck_);
-    zeile->addStretch();
 
     rolle_->setWidget(reihe);
     rolle_->setWidgetResizable(true);
@@ -72,9 +70,13 @@ Filterleiste::Filterleiste(std::function<void(const Aenderung&)> aendere, QWidge
     rolle_->viewport()->setAutoFillBackground(false);
     reihe->setAutoFillBackground(false);
     rolle_->viewport()->installEventFilter(this);
+    new Randblende(*rolle_, KistePapier::karte, kHoehe - 2 * kRand);
     auto* aussen = new QHBoxLayout(this);
     aussen->setContentsMargins(kLinie, kLinie, kLinie, kLinie);
-    aussen->addWidget(rolle_);
+    aussen->setSpacing(0);
+    aussen->addWidget(rolle_, 1);
+    aussen->addWidget(zurueck_);
+    aussen->addStretch();
     kleide();
 }
 
@@ -104,6 +106,7 @@ void Filterleiste::zeige(const Ansichtsbild& bild, const Ansichtszustand& zustan
         angebot.alle = texte.alle[filter.feld];
         beschrifte(filter);
     }
+    rolle_->setMaximumWidth(rolle_->widget()->sizeHint().width());  // the button stands right behind the last capsule
     zurueck_->setVisible(bild.filterAktiv);
 }
 
@@ -133,7 +136,7 @@ void Filterleiste::oeffne(const Filterangaben& filter) {
 
 bool Filterleiste::eventFilter(QObject* quelle, QEvent* ereignis) {
     if (ereignis->type() == QEvent::FocusIn) {
-        rolle_->ensureWidgetVisible(static_cast<QWidget*>(quelle), kRand, 0);
+        rolle_->ensureWidgetVisible(static_cast<QWidget*>(quelle), Randblende::kBreite, 0);
     } else if (ereignis->type() == QEvent::Wheel && quelle == rolle_->viewport()) {
         const QPoint schritt = static_cast<QWheelEvent*>(ereignis)->angleDelta();
         QScrollBar* balken = rolle_->horizontalScrollBar();

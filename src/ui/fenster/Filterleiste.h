@@ -15,7 +15,8 @@
 namespace spurkiste {
 
 /// The bar of the filters: a capsule each, with the choices that lead somewhere, and the button that takes all of
-/// them back. Where it is too narrow it scrolls sideways, with the wheel and with the keyboard focus.
+/// them back. Where it is too narrow the capsules scroll sideways, with the wheel and with the keyboard focus, and fade
+/// where there are more; the button is always in sight.
 class Filterleiste final : public QWidget {
     Q_OBJECT
 

@@ -15,6 +15,7 @@
 #include "base/Dateien.h"
 #include "base/Text.h"
 #include "sicht/UriListe.h"
+#include "ui/fenster/Importordner.h"
 #include "ui/fenster/InhaltsAnsicht.h"
 #include "ui/fenster/UmbenennenDialog.h"
 #include "ui/tabelle/Zeilenkopie.h"
@@ -71,9 +72,11 @@ void InhaltsAnsicht::waehleImport() {
         neuerWaehler(this, QStringLiteral("GPX-Dateien in die Bibliothek kopieren"), QStringLiteral("Importieren"));
     waehler->setFileMode(QFileDialog::ExistingFiles);
     waehler->setNameFilter(QStringLiteral("GPX (*.gpx)"));
+    waehler->setDirectory(importordner::lies(einstellungen_));
     connect(waehler, &QFileDialog::filesSelected, this, [this](const QStringList& gewaehlt) {
         std::vector<std::string> pfade(static_cast<std::size_t>(gewaehlt.size()));
         std::transform(gewaehlt.begin(), gewaehlt.end(), pfade.begin(), systempfad);
+        importordner::merke(einstellungen_, gewaehlt);
         importiere(pfade, pfade.size());
     });
     oeffne(*waehler);

@@ -273,6 +273,7 @@ void InhaltsAnsicht::frischeAuf() {
     kopf_->zeige(alsText(bild.routenText), alsText(bild.summeText));
     filter_->zeige(bild, zustand_, texte_);
     tabelle_->setzeSortierung(zustand_.sortierung);
+    tabelle_->setzeZahlen(zeilenbau_.speicher().zahlen());
     const bool folgt = eintraegeNeu && folgtDieAuswahl();
     tabelle_->setzeZeilen(std::move(bild.zeilen));
     zeilenbau_.raeumeAuf();

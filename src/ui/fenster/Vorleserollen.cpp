@@ -42,13 +42,15 @@ const std::array kRollen{
     Rolle{&DetailKarte::staticMetaObject, QAccessible::Grouping},
 };
 
-/// A paragraph is read like a label: its text is its name. That it is built as a text field is its own affair.
+/// A paragraph is read like a label: its text is its name, unless it has one. That it is built as a text field is its
+/// own affair.
 class VorgelesenerAbsatz final : public QAccessibleWidget {
   public:
     explicit VorgelesenerAbsatz(Absatz* absatz) : QAccessibleWidget(absatz, QAccessible::StaticText) {}
 
     [[nodiscard]] QString text(QAccessible::Text was) const override {
-        return was == QAccessible::Name ? static_cast<Absatz*>(widget())->toPlainText() : QAccessibleWidget::text(was);
+        const bool ohneName = was == QAccessible::Name && widget()->accessibleName().isEmpty();
+        return ohneName ? static_cast<Absatz*>(widget())->toPlainText() : QAccessibleWidget::text(was);
     }
     [[nodiscard]] int childCount() const override { return 0; }
     [[nodiscard]] QAccessible::State state() const override {

@@ -3,6 +3,7 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
@@ -137,6 +138,19 @@ void TabellenAnsicht::kleide() {
     zeichner_ = std::make_unique<ZellenZeichner>();
     kopf_->kleide();
     viewport()->update();
+}
+
+void TabellenAnsicht::setzeZahlen(const Zahlentexte& zahlen) {
+    constexpr double kHoechstens = 200;  // longer than anything measured: a broken file does not spoil the table
+    Spaltenbreiten::Breiten bedarf = Spaltenbreiten::kMindestens;
+    for (const Spaltenangaben& spalte : kSpalten) {
+        int& breite = bedarf[static_cast<std::size_t>(*spalte.spalte)];
+        for (const std::u16string& zahl : zahlen.beispiele(spalte.spalte)) {
+            const double noetig = zeichner_->zahlenbreite(zahl, spalte.spalte);
+            breite = std::max(breite, static_cast<int>(std::ceil(std::min(kHoechstens, noetig))));
+        }
+    }
+    kopf_->setzeBedarf(bedarf);
 }
 
 QString TabellenAnsicht::spaltenbreiten() const {
@@ -335,13 +349,27 @@ void TabellenAnsicht::scrollContentsBy(int dx, int dy) {
     }
 }
 
+void TabellenAnsicht::wheelEvent(QWheelEvent* ereignis) {
+    // With Shift the wheel of a mouse that has but one goes sideways.
+    const bool seitwaerts = (ereignis->modifiers() & Qt::ShiftModifier) != 0 && ereignis->angleDelta().x() == 0;
+    if (!seitwaerts) {
+        return QTableView::wheelEvent(ereignis);
+    }
+    QWheelEvent gedreht(ereignis->position(), ereignis->globalPosition(), ereignis->pixelDelta().transposed(),
+                        ereignis->angleDelta().transposed(), ereignis->buttons(),
+                        ereignis->modifiers() & ~Qt::ShiftModifier, ereignis->phase(), ereignis->inverted(),
+                        ereignis->source(), ereignis->pointingDevice());
+    QTableView::wheelEvent(&gedreht);
+    ereignis->setAccepted(gedreht.isAccepted());
+}
+
 int TabellenAnsicht::sizeHintForColumn(int spalte) const {
     // What can be seen decides: asking a hundred thousand rows would make a double click on a border last seconds.
     double breite = 0.0;
     for (int reihe = reiheBei(0); reihe >= 0 && reihe <= reiheBei(viewport()->height() - 1); ++reihe) {
         breite = std::max(breite, zeichner_->idealbreite(modell_->zeile(reihe), kSpalten[std::size_t(spalte)].spalte));
     }
-    return static_cast<int>(std::ceil(breite));
+    return std::min(static_cast<int>(std::ceil(breite)), viewport()->width());  // the rest of an endless name can wait
 }
 
 void TabellenAnsicht::selectionChanged(const QItemSelection& dazu, const QItemSelection& weg) {

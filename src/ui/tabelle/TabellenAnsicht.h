@@ -12,12 +12,14 @@
 #include <vector>
 
 #include "sicht/Sortierung.h"
+#include "sicht/Zahlentexte.h"
 #include "ui/tabelle/TabellenAuswahl.h"
 #include "ui/tabelle/TabellenModell.h"
 #include "ui/tabelle/Tabellenkopf.h"
 #include "ui/tabelle/ZellenZeichner.h"
 #include "ui/teile/Kartenrahmen.h"
 #include "ui/teile/Rollbalken.h"
+#include "ui/teile/Tippsuche.h"
 
 namespace spurkiste {
 
@@ -54,6 +56,8 @@ class TabellenAnsicht final : public QTableView {
     void rolleZurAuswahl();
     /// Marks the column of the weightiest comparator.
     void setzeSortierung(const Sortierung& sortierung);
+    /// Sets the figures that its columns must have room for, whatever else gives way.
+    void setzeZahlen(const Zahlentexte& zahlen);
     /// Sets the column titles.
     void setzeTitel(const QStringList& titel) { modell_->setzeTitel(titel); }
     /// Takes the fonts anew, after the language changed.
@@ -90,6 +94,7 @@ class TabellenAnsicht final : public QTableView {
     bool viewportEvent(QEvent* ereignis) override;
     void scrollContentsBy(int dx, int dy) override;
     void updateGeometries() override;
+    void wheelEvent(QWheelEvent* ereignis) override;
     void mousePressEvent(QMouseEvent* ereignis) override;
     void mouseMoveEvent(QMouseEvent* ereignis) override;
     void mouseReleaseEvent(QMouseEvent* ereignis) override;
@@ -122,8 +127,6 @@ class TabellenAnsicht final : public QTableView {
     void bitteUmSportmenue(int reihe);
     void ueberfahre(const QPoint& wo);
     void zeigeTastatur(bool tastatur);
-    /// Whether the next letter would belong to the name that is being typed.
-    [[nodiscard]] bool tipptNamen() const;
     [[nodiscard]] QString kurzhilfe(const QModelIndex& index) const;
 
     TabellenModell* modell_;
@@ -148,8 +151,7 @@ class TabellenAnsicht final : public QTableView {
     bool kapselGedrueckt_ = false;
     int gedrueckt_ = -1;     // the row that the last click began on
     bool tastatur_ = false;  // the keyboard is being used, so show where it is
-    qint64 letzterBuchstabe_ = 0;
-    QString gesucht_;
+    Tippsuche tippsuche_;
 };
 
 }  // namespace spurkiste

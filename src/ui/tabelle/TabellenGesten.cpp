@@ -1,7 +1,5 @@
 // What the user does with the table: mouse, keyboard, dragging rows out.
-#include <QApplication>
 #include <QContextMenuEvent>
-#include <QDateTime>
 #include <QDrag>
 #include <QHelpEvent>
 #include <QKeyEvent>
@@ -15,6 +13,7 @@
 #include <utility>
 
 #include "ui/tabelle/TabellenAnsicht.h"
+#include "ui/teile/SportMenue.h"
 #include "ui/teile/Textzeile.h"
 
 namespace spurkiste {
@@ -49,7 +48,11 @@ QString TabellenAnsicht::kurzhilfe(const QModelIndex& index) const {
     const QString hilfe = index.data(Qt::ToolTipRole).toString();
     const Spalte spalte = kSpalten[static_cast<std::size_t>(index.column())].spalte;
     const bool kurz = zeichner_->idealbreite(modell_->zeile(index.row()), spalte) > columnWidth(index.column());
-    return hilfe.isEmpty() && kurz ? index.data(Qt::DisplayRole).toString() : hilfe;
+    const QString text = index.data(Qt::DisplayRole).toString();
+    if (kurz && spalte == Spalte::sport) {
+        return SportMenue::mitName(text, hilfe);
+    }
+    return hilfe.isEmpty() && kurz ? text : hilfe;
 }
 
 void TabellenAnsicht::ueberfahre(const QPoint& wo) {
@@ -151,7 +154,7 @@ void TabellenAnsicht::keyPressEvent(QKeyEvent* ereignis) {
         return true;
     };
     static constexpr Tat leertaste = [](TabellenAnsicht& tabelle, const QModelIndex& hier) {
-        return !tabelle.tipptNamen() && sportmenue(tabelle, hier);  // not for a blank within a name
+        return !tabelle.tippsuche_.laeuft() && sportmenue(tabelle, hier);  // not for a blank within a name
     };
     static constexpr Tat oeffne = [](TabellenAnsicht& tabelle, const QModelIndex& hier) {
         const Zeile& zeile = tabelle.modell_->zeile(hier.row());
@@ -193,23 +196,14 @@ void TabellenAnsicht::keyPressEvent(QKeyEvent* ereignis) {
     }
 }
 
-bool TabellenAnsicht::tipptNamen() const {
-    return QDateTime::currentMSecsSinceEpoch() - letzterBuchstabe_ <= QApplication::keyboardInputInterval();
-}
-
 void TabellenAnsicht::keyboardSearch(const QString& suche) {
-    const bool weiter = tipptNamen();
-    letzterBuchstabe_ = QDateTime::currentMSecsSinceEpoch();
-    gesucht_ = weiter ? gesucht_ + suche : suche;
-    const int anzahl = modell_->rowCount();
-    // More letters may still mean this row; the first letter means the next one.
-    const int anfang = currentIndex().row() + (weiter && currentIndex().isValid() ? 0 : 1);
-    for (int schritt = 0; schritt < anzahl; ++schritt) {
-        const int reihe = (anfang + schritt) % anzahl;
-        if (QStringView(modell_->zeile(reihe).text(Spalte::name)).startsWith(gesucht_, Qt::CaseInsensitive)) {
-            setCurrentIndex(modell_->index(reihe, 0));
-            return;
-        }
+    const auto name = [this](int reihe) {
+        const auto text = modell_->zeile(reihe).text(Spalte::name);
+        return QString::fromRawData(reinterpret_cast<const QChar*>(text.data()), static_cast<qsizetype>(text.size()));
+    };
+    const int reihe = tippsuche_.tippe(suche, modell_->rowCount(), currentIndex().row(), name);
+    if (reihe >= 0) {
+        setCurrentIndex(modell_->index(reihe, 0));
     }
 }
 

@@ -62,6 +62,13 @@ void Tabellenkopf::passeAn(int platz) {
     }
 }
 
+void Tabellenkopf::setzeBedarf(const Spaltenbreiten::Breiten& bedarf) {
+    if (bedarf_ != bedarf) {
+        bedarf_ = bedarf;
+        wendeAn();
+    }
+}
+
 void Tabellenkopf::kleide() {
     satz_ = Schriftsatz(schrift(), kSchrift);
     viewport()->update();
@@ -72,7 +79,8 @@ void Tabellenkopf::folgeDemZug(int spalte, int breite) {
         return;
     }
     // Counted from the beginning of the pull, so that pulling back gives the other columns what was taken from them.
-    breiten_.ziehe(kSpalten[static_cast<std::size_t>(spalte)].spalte, breite, vorDemZug_.value_or(angewandt_), platz_);
+    breiten_.ziehe(kSpalten[static_cast<std::size_t>(spalte)].spalte, breite, vorDemZug_.value_or(angewandt_), platz_,
+                   bedarf_);
     wendeAn();
 }
 
@@ -80,7 +88,7 @@ void Tabellenkopf::wendeAn() {
     if (platz_ == 0 || count() != static_cast<int>(kSpalten.size())) {
         return;
     }
-    angewandt_ = breiten_.verteile(platz_);
+    angewandt_ = breiten_.verteile(platz_, bedarf_);
     wendetAn_ = true;
     for (int spalte = 0; spalte < count(); ++spalte) {
         resizeSection(spalte, angewandt_[static_cast<std::size_t>(spalte)]);
@@ -110,7 +118,29 @@ void Tabellenkopf::mouseReleaseEvent(QMouseEvent* ereignis) {
     vorDemZug_.reset();
 }
 
+bool Tabellenkopf::dehneMitTaste(int taste) {
+    constexpr int kSchritt = 10;
+    switch (taste) {
+        case Qt::Key_Left:
+        case Qt::Key_Right:
+            folgeDemZug(gewaehlt_, sectionSize(gewaehlt_) + (taste == Qt::Key_Left ? -kSchritt : kSchritt));
+            break;
+        case Qt::Key_Space:
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            Q_EMIT sectionHandleDoubleClicked(gewaehlt_);
+            break;
+        default:
+            return false;
+    }
+    waehle(gewaehlt_);  // keeps it in view
+    return true;
+}
+
 void Tabellenkopf::keyPressEvent(QKeyEvent* ereignis) {
+    if ((ereignis->modifiers() & Qt::ShiftModifier) != 0 && dehneMitTaste(ereignis->key())) {
+        return;
+    }
     switch (ereignis->key()) {
         case Qt::Key_Left:
             return waehle(gewaehlt_ - 1);
@@ -156,6 +186,13 @@ void Tabellenkopf::focusInEvent(QFocusEvent* ereignis) {
 void Tabellenkopf::focusOutEvent(QFocusEvent* ereignis) {
     QHeaderView::focusOutEvent(ereignis);
     viewport()->update();
+}
+
+QSize Tabellenkopf::sectionSizeFromContents(int stelle) const {
+    const QString titel = model()->headerData(stelle, Qt::Horizontal).toString();
+    const Spaltenrand rand = angaben(kSpalten[static_cast<std::size_t>(stelle)].spalte).rand;
+    return {static_cast<int>(std::ceil(rand.links + satz_.breite(titel) + std::max(kMarkeSichtbar, 1.0 * rand.rechts))),
+            kHoehe};
 }
 
 void Tabellenkopf::paintEvent(QPaintEvent* /*ereignis*/) {

@@ -12,8 +12,9 @@
 namespace spurkiste {
 
 /// The header of the table: the columns' titles, the mark of the one that sorts, and the borders that the user pulls.
-/// It decides how wide the columns are. By keyboard: Tab reaches it, arrows choose a column, Space or Return clicks it.
-/// A click is QHeaderView's sectionClicked().
+/// It decides how wide the columns are. By keyboard: Tab reaches it, arrows choose a column, Space or Return clicks it;
+/// with Shift arrows make it narrower or wider, and Space or Return fit it to its texts, as a double click on its
+/// border does. A click is QHeaderView's sectionClicked().
 class Tabellenkopf final : public QHeaderView {
     Q_OBJECT
 
@@ -29,6 +30,8 @@ class Tabellenkopf final : public QHeaderView {
     [[nodiscard]] const Spaltenbreiten& breiten() const { return breiten_; }
     /// Fits the columns into a room of this width.
     void passeAn(int platz);
+    /// Sets the least widths of the columns: what figures need; none below Spaltenbreiten::kMindestens.
+    void setzeBedarf(const Spaltenbreiten::Breiten& bedarf);
     /// Takes the fonts anew, after the language changed.
     void kleide();
 
@@ -37,6 +40,7 @@ class Tabellenkopf final : public QHeaderView {
     void spalteGewaehlt(int spalte);
 
   protected:
+    [[nodiscard]] QSize sectionSizeFromContents(int stelle) const override;
     void paintEvent(QPaintEvent* ereignis) override;
     void mousePressEvent(QMouseEvent* ereignis) override;
     void mouseDoubleClickEvent(QMouseEvent* ereignis) override;
@@ -49,14 +53,16 @@ class Tabellenkopf final : public QHeaderView {
     void zeichneTitel(QPainter& maler, const QRectF& zelle, Spalte spalte);
     void zeichneMarke(QPainter& maler, const QRectF& kasten, bool absteigend);
     void folgeDemZug(int spalte, int breite);
+    bool dehneMitTaste(int taste);
     void wendeAn();
     void waehle(int spalte);
     void sageAn();
 
-    Schriftsatz satz_;
+    mutable Schriftsatz satz_;  // measuring fills its memory; what it answers stays the same
     Bildvorrat bilder_;
     std::optional<Vergleich> sortierung_;
     Spaltenbreiten breiten_;
+    Spaltenbreiten::Breiten bedarf_ = Spaltenbreiten::kMindestens;
     Spaltenbreiten::Breiten angewandt_{};
     std::optional<Spaltenbreiten::Breiten> vorDemZug_;  // while the mouse pulls a border
     int platz_ = 0;

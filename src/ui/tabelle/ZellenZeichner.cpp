@@ -118,7 +118,11 @@ double ZellenZeichner::idealbreite(const Zeile& zeile, Spalte spalte) {
     if (spalte == Spalte::name) {
         return raender + kSymbol + kSymbolAbstand + namenssatz_.breite(zeile.text(spalte));
     }
-    return raender + satz_.breite(zeile.text(spalte));
+    return zahlenbreite(zeile.text(spalte), spalte);
+}
+
+double ZellenZeichner::zahlenbreite(std::u16string_view zahl, Spalte spalte) {
+    return angaben(spalte).rand->links + satz_.breite(zahl) + angaben(spalte).rand->rechts;
 }
 
 }  // namespace spurkiste

@@ -4,6 +4,7 @@
 #include <QPixmap>
 #include <QRect>
 #include <QRectF>
+#include <string_view>
 #include <vector>
 
 #include "sicht/Spalten.h"
@@ -40,6 +41,9 @@ class ZellenZeichner {
 
     /// The width at which a cell shows all it has, paddings included.
     [[nodiscard]] double idealbreite(const Zeile& zeile, Spalte spalte);
+
+    /// The width at which a cell of a column of numbers shows a figure whole, paddings included.
+    [[nodiscard]] double zahlenbreite(std::u16string_view zahl, Spalte spalte);
 
     /// Where the capsule stands within the cell of the sport.
     [[nodiscard]] QRectF kapsel(const QRect& zelle, const Zeile& zeile);

@@ -25,7 +25,8 @@ constexpr int kInnenrand = Schwebekarte::kInnenrand;
 constexpr int kZeile = 26;
 constexpr int kRand = 10;
 constexpr int kHaekchen = 16;
-constexpr int kHoechstens = 16;  // rows; more of them scroll
+constexpr int kHoechstens = 30;  // rows, where the screen has room for them; more of them scroll
+constexpr int kMindestens = 8;
 constexpr int kSchmalste = 140;
 constexpr int kBreiteste = 420;
 
@@ -61,7 +62,11 @@ class AuswahlPopup::Zeichner final : public QStyledItemDelegate {
 };
 
 AuswahlPopup::AuswahlPopup(const QStringList& wahlen, int gewaehlt, std::function<void(int)> beiWahl, QWidget* eltern)
-    : QFrame(eltern, Qt::Popup), schwebekarte_(*this), modell_(wahlen), beiWahl_(std::move(beiWahl)) {
+    : QFrame(eltern, Qt::Popup),
+      schwebekarte_(*this),
+      modell_(wahlen),
+      balken_(new Rollbalken(*liste_.verticalScrollBar(), this)),
+      beiWahl_(std::move(beiWahl)) {
     setAttribute(Qt::WA_DeleteOnClose);
     liste_.setFont(Schrift::mach(kSchrift, QFont::Medium));
     liste_.setModel(&modell_);
@@ -71,7 +76,9 @@ AuswahlPopup::AuswahlPopup(const QStringList& wahlen, int gewaehlt, std::functio
     liste_.setMouseTracking(true);
     liste_.setEditTriggers(QAbstractItemView::NoEditTriggers);
     liste_.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    liste_.setVerticalScrollBarPolicy(wahlen.size() > kHoechstens ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+    liste_.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    liste_.setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    liste_.verticalScrollBar()->setSingleStep(kZeile);
     QPalette palette = liste_.palette();
     palette.setColor(QPalette::Base, KistePapier::karte);
     liste_.setPalette(palette);
@@ -79,6 +86,7 @@ AuswahlPopup::AuswahlPopup(const QStringList& wahlen, int gewaehlt, std::functio
     const int rand = kInnenrand + schwebekarte_.rand();
     stapel->setContentsMargins(rand, rand, rand, rand);
     stapel->addWidget(&liste_);
+    balken_->raise();
     setFocusProxy(&liste_);
     liste_.installEventFilter(this);
     connect(&liste_, &QListView::clicked, this, &AuswahlPopup::waehle);
@@ -98,14 +106,27 @@ void AuswahlPopup::waehle(const QModelIndex& stelle) {
 }
 
 bool AuswahlPopup::eventFilter(QObject* quelle, QEvent* ereignis) {
-    if (ereignis->type() == QEvent::KeyPress) {
-        const auto taste = static_cast<QKeyEvent*>(ereignis)->key();
-        if (taste == Qt::Key_Return || taste == Qt::Key_Enter || taste == Qt::Key_Space) {
-            waehle(liste_.currentIndex());
-            return true;
-        }
+    if (ereignis->type() == QEvent::KeyPress && nimmTaste(static_cast<QKeyEvent&>(*ereignis))) {
+        return true;
     }
     return QFrame::eventFilter(quelle, ereignis);
+}
+
+bool AuswahlPopup::nimmTaste(const QKeyEvent& taste) {
+    const bool leertaste = taste.key() == Qt::Key_Space && !tippsuche_.laeuft();  // else it is a blank within a name
+    if (leertaste || taste.key() == Qt::Key_Return || taste.key() == Qt::Key_Enter) {
+        waehle(liste_.currentIndex());
+        return true;
+    }
+    if (!Tippsuche::istBuchstabe(taste.text(), taste.modifiers())) {
+        return false;
+    }
+    const auto name = [this](int zeile) { return modell_.index(zeile).data().toString(); };
+    const int ziel = tippsuche_.tippe(taste.text(), modell_.rowCount(), liste_.currentIndex().row(), name);
+    if (ziel >= 0) {
+        liste_.setCurrentIndex(modell_.index(ziel));
+    }
+    return true;
 }
 
 void AuswahlPopup::oeffneUnter(const QWidget& element, const QString& name) {
@@ -119,15 +140,14 @@ void AuswahlPopup::oeffneUnter(const QWidget& element, const QString& name) {
             break;
         }
     }
-    const int zeilen = std::min<int>(kHoechstens, static_cast<int>(modell_.rowCount()));
-    const bool rollt = modell_.rowCount() > kHoechstens;
-    const int rand = 2 * (kInnenrand + schwebekarte_.rand());
-    resize(std::min(breite, kBreiteste) + rand + (rollt ? liste_.verticalScrollBar()->sizeHint().width() : 0),
-           zeilen * kZeile + rand);
     constexpr int abstand = 4;
     const int ring = papier::kRingRand;
     const QRect form = element.rect().adjusted(ring, ring, -ring, -ring);
     schwebekarte_.setzeAnker({element.mapToGlobal(form.topLeft()), form.size()}, abstand);
+    const int platz = std::clamp((schwebekarte_.freieHoehe() - 2 * kInnenrand) / kZeile, kMindestens, kHoechstens);
+    const int zeilen = std::min(platz, modell_.rowCount());
+    const int rand = 2 * (kInnenrand + schwebekarte_.rand());
+    resize(std::min(breite, kBreiteste) + rand, zeilen * kZeile + rand);
     schwebekarte_.richteAus();
     show();
     liste_.setFocus();
@@ -148,6 +168,10 @@ void AuswahlPopup::mousePressEvent(QMouseEvent* ereignis) {
 void AuswahlPopup::resizeEvent(QResizeEvent* ereignis) {
     QFrame::resizeEvent(ereignis);
     schwebekarte_.schneide();
+    constexpr int abstand = 2;
+    const QRect karte = schwebekarte_.karte();
+    balken_->setzeBahn(QRect(karte.right() + 1 - abstand - Rollbalken::kDicke, karte.top() + Schwebekarte::kRadius,
+                             Rollbalken::kDicke, karte.height() - 2 * Schwebekarte::kRadius));
 }
 
 }  // namespace spurkiste

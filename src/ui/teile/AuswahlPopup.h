@@ -5,7 +5,9 @@
 #include <QStringListModel>
 #include <functional>
 
+#include "ui/teile/Rollbalken.h"
 #include "ui/teile/Schwebekarte.h"
+#include "ui/teile/Tippsuche.h"
 
 namespace spurkiste {
 
@@ -30,10 +32,13 @@ class AuswahlPopup final : public QFrame {
   private:
     class Zeichner;
     void waehle(const QModelIndex& stelle);
+    bool nimmTaste(const QKeyEvent& taste);
 
     Schwebekarte schwebekarte_;
     QStringListModel modell_;
     QListView liste_;
+    Rollbalken* balken_;
+    Tippsuche tippsuche_;
     std::function<void(int)> beiWahl_;
 };
 

@@ -24,6 +24,11 @@ constexpr int kAbstand = 8;       // between check mark and text
 constexpr int kVorDerTaste = 24;  // between text and key
 constexpr int kUnterElement = 4;
 
+/// What an item says; the toolkit would take a single ampersand for the mark of a key.
+QString beschriftung(const QAction& zeile) {
+    return zeile.text().replace(QStringLiteral("&&"), QStringLiteral("&"));
+}
+
 }  // namespace
 
 PapierMenue::PapierMenue(int breite, QWidget* eltern)
@@ -86,12 +91,26 @@ void PapierMenue::keyPressEvent(QKeyEvent* ereignis) {
         setActiveAction(anfang ? actions().constFirst() : actions().constLast());
         return;
     }
-    if (ereignis->key() == Qt::Key_Space) {
+    if (ereignis->key() == Qt::Key_Space && !tippsuche_.laeuft()) {
         QKeyEvent eingabe(QEvent::KeyPress, Qt::Key_Return, ereignis->modifiers());
         QMenu::keyPressEvent(&eingabe);
         return;
     }
+    if (Tippsuche::istBuchstabe(ereignis->text(), ereignis->modifiers())) {
+        gehePerBuchstabe(ereignis->text());
+        return;
+    }
     QMenu::keyPressEvent(ereignis);
+}
+
+void PapierMenue::gehePerBuchstabe(const QString& text) {
+    const QList<QAction*> zeilen = actions();
+    const auto name = [&](int stelle) { return beschriftung(*zeilen[stelle]); };
+    const int hier = static_cast<int>(zeilen.indexOf(activeAction()));
+    const int ziel = tippsuche_.tippe(text, static_cast<int>(zeilen.size()), hier, name);
+    if (ziel >= 0) {
+        setActiveAction(zeilen[ziel]);
+    }
 }
 
 void PapierMenue::mousePressEvent(QMouseEvent* ereignis) {
@@ -135,8 +154,7 @@ void PapierMenue::maleZeile(QPainter& maler, const QAction& zeile, const QRectF&
                  : &zeile == loeschen_ ? KistePapier::rot
                                        : KistePapier::tinte);
     const int vorn = kRand + (hatHaekchen_ ? kHaekchen + kAbstand : 0);
-    satz_.zeichne(maler, kasten.adjusted(vorn, 0, -kRand, 0), Qt::AlignLeft,
-                  zeile.text().replace(QStringLiteral("&&"), QStringLiteral("&")));
+    satz_.zeichne(maler, kasten.adjusted(vorn, 0, -kRand, 0), Qt::AlignLeft, beschriftung(zeile));
 }
 
 void PapierMenue::oeffneUnter(const QWidget& element) {

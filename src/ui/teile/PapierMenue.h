@@ -7,10 +7,11 @@
 
 #include "ui/teile/Schriftsatz.h"
 #include "ui/teile/Schwebekarte.h"
+#include "ui/teile/Tippsuche.h"
 
 namespace spurkiste {
 
-/// A pop-up menu in the style of the application: paper, rounded, gold under the pointer.
+/// A pop-up menu in the style of the application: paper, rounded, gold under the pointer. Letters find an item.
 class PapierMenue final : public QMenu {
     Q_OBJECT
 
@@ -48,10 +49,12 @@ class PapierMenue final : public QMenu {
     void showEvent(QShowEvent* ereignis) override;
 
   private:
+    void gehePerBuchstabe(const QString& text);
     void maleZeile(QPainter& maler, const QAction& zeile, const QRectF& kasten);
 
     Schwebekarte schwebekarte_;
     Schriftsatz satz_;
+    Tippsuche tippsuche_;
     bool hatHaekchen_ = false;       ///< the texts make room for check marks
     QAction* loeschen_ = nullptr;    ///< the item in red
     QAction* gezeichnet_ = nullptr;  ///< the item with an icon behind its text

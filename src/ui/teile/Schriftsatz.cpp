@@ -69,7 +69,10 @@ void Schriftsatz::zeichne(QPainter& maler, const QRectF& kasten, Qt::Alignment a
 Schriftsatz::Satz Schriftsatz::setze(const QString& text) {
     QTextLayout umbruch(text, gross_);
     QTextOption wahl;
-    wahl.setTextDirection(Qt::LeftToRight);  // of the line; words of other scripts still run their own way
+    // A text that begins from the right runs so as a whole, and its ellipsis stands on the left. A path does not: it
+    // leads from left to right, whatever its folders are called.
+    const bool vonRechts = kuerzung_ != Qt::ElideLeft && text.isRightToLeft();
+    wahl.setTextDirection(vonRechts ? Qt::RightToLeft : Qt::LeftToRight);
     wahl.setWrapMode(QTextOption::NoWrap);
     umbruch.setTextOption(wahl);
     umbruch.beginLayout();

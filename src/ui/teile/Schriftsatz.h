@@ -28,7 +28,7 @@ class Schriftsatz {
     /// A font for the toolkit's own layouts, in twice the size, which it need not round.
     [[nodiscard]] static QFont doppelt(QFont schrift, double groesse);
 
-    /// Where the ellipsis goes in what is too long; at its end unless it is told otherwise.
+    /// Where the ellipsis goes in what is too long; at its end unless it is told otherwise. Qt::ElideLeft is for paths.
     void setzeKuerzung(Qt::TextElideMode kuerzung) { kuerzung_ = kuerzung; }
 
     /// The advance of a text in logical pixels; letter spacing ends with the last letter.

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+#include <limits>
 #include <memory>
 
 #include <xcb/xcb.h>
@@ -93,21 +94,34 @@ void Schwebekarte::setzeAnker(const QRect& anker, int abstand) {
     abstand_ = abstand;
 }
 
+int Schwebekarte::freieHoehe() const {
+    const QScreen* schirm = QGuiApplication::screenAt(anker_.topLeft());
+    if (schirm == nullptr) {
+        return std::numeric_limits<int>::max();
+    }
+    const QRect frei = schirm->availableGeometry();
+    const int darunter = frei.top() + frei.height() - (anker_.top() + anker_.height() + abstand_);
+    return std::max(darunter, anker_.top() - abstand_ - frei.top());
+}
+
 void Schwebekarte::richteAus() const {
     const QSize groesse = karte().size();
     QPoint ort(anker_.left(), anker_.top() + anker_.height() + abstand_);
     const QScreen* schirm = QGuiApplication::screenAt(anker_.topLeft());
     if (schirm != nullptr) {
         const QRect frei = schirm->availableGeometry();
-        const int darueber = anker_.top() - abstand_ - groesse.height();
-        if (ort.y() + groesse.height() > frei.bottom() + 1 && darueber >= frei.top()) {
-            ort.setY(darueber);
+        const int rechts = frei.left() + frei.width() - groesse.width();
+        const int unten = frei.top() + frei.height() - groesse.height();
+        if (groesse.height() > freieHoehe()) {
+            const int daneben = anker_.left() + anker_.width() + abstand_;
+            ort.setX(daneben <= rechts ? daneben : anker_.left() - abstand_ - groesse.width());
+        } else if (ort.y() > unten) {
+            ort.setY(anker_.top() - abstand_ - groesse.height());
         }
         const auto hinein = [](int wert, int anfang, int ende) {
             return std::clamp(wert, anfang, std::max(anfang, ende));
         };
-        ort = QPoint(hinein(ort.x(), frei.left(), frei.right() + 1 - groesse.width()),
-                     hinein(ort.y(), frei.top(), frei.bottom() + 1 - groesse.height()));
+        ort = QPoint(hinein(ort.x(), frei.left(), rechts), hinein(ort.y(), frei.top(), unten));
     }
     fenster_.move(ort - QPoint(rand_, rand_));
 }

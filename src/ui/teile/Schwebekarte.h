@@ -32,7 +32,9 @@ class Schwebekarte {
 
     /// The control that the card belongs to, on the screen; a point has the size 0. The card keeps `abstand` from it.
     void setzeAnker(const QRect& anker, int abstand);
-    /// Puts the window where its card stands below the control, or above it where there is more room.
+    /// How high a card can be that is to stand below or above the control.
+    [[nodiscard]] int freieHoehe() const;
+    /// Puts the window where its card stands below the control, else above it, else beside it: not over it.
     void richteAus() const;
     /// A button was pressed in the window. Beside the card, as outside of the window, that closes it, and no more than
     /// that when it was on the control. Answers whether it was beside the card.

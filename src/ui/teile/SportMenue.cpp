@@ -69,7 +69,7 @@ void SportMenue::zeige(const Eintrag& eintrag) {
     kapsel_ = SportKapsel();  // the fonts belong to the language
     oben_ = Schriftsatz(obereSchrift());
     unten_ = Schriftsatz(untereSchrift());
-    setToolTip(kurzhilfe(*eintrag));
+    erklaere();
     setAccessibleName(ausfuehrlich_ ? QStringLiteral("Sportart ändern") : QStringLiteral("Sportart ") + q(anzeige_));
     updateGeometry();
     update();
@@ -78,6 +78,28 @@ void SportMenue::zeige(const Eintrag& eintrag) {
 SportKapsel::Inhalt SportMenue::inhalt() const {
     const auto art = aktuelleSportart(*eintrag_);
     return {anzeige_, art ? art->symbol() : std::string_view(), KistePapier::sportFarbe(art), eintrag_->nenntSport()};
+}
+
+QString SportMenue::mitName(const QString& sport, const QString& hilfe) {
+    return sport + QStringLiteral(" · ") + hilfe;
+}
+
+bool SportMenue::istGekuerzt() const {
+    constexpr double kBeliebig = 1e6;
+    return ausfuehrlich_ ? unten_.breite(q(anzeige_)) > kKapselHoechstens
+                         : kapsel_.breite(inhalt(), kBeliebig) > papier::ohneRing(*this).width() + 1;
+}
+
+void SportMenue::erklaere() {
+    const QString hilfe = kurzhilfe(*eintrag_);
+    setToolTip(istGekuerzt() ? mitName(q(anzeige_), hilfe) : hilfe);
+}
+
+void SportMenue::resizeEvent(QResizeEvent* ereignis) {
+    Drueckbar::resizeEvent(ereignis);
+    if (eintrag_) {
+        erklaere();
+    }
 }
 
 QSize SportMenue::sizeHint() const {

@@ -36,6 +36,9 @@ class SportMenue final : public Drueckbar {
     /// The tooltip of whatever shows the record's sport.
     [[nodiscard]] static QString kurzhilfe(const GpxMetadaten& eintrag);
 
+    /// A tooltip where the sport is too long for what shows it: its whole name first.
+    [[nodiscard]] static QString mitName(const QString& sport, const QString& hilfe);
+
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
@@ -45,9 +48,12 @@ class SportMenue final : public Drueckbar {
 
   protected:
     void paintEvent(QPaintEvent* ereignis) override;
+    void resizeEvent(QResizeEvent* ereignis) override;
 
   private:
     [[nodiscard]] SportKapsel::Inhalt inhalt() const;
+    [[nodiscard]] bool istGekuerzt() const;
+    void erklaere();
     void oeffneHier();
     void maleAusfuehrlich(QPainter& maler, const QRectF& kasten) const;
 

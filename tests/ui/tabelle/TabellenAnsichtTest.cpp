@@ -1,6 +1,9 @@
 // What the table shows of the rows and the selection that it is given.
 #include <QAccessible>
+#include <QApplication>
 #include <QScrollBar>
+#include <QWheelEvent>
+#include <algorithm>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -160,6 +163,54 @@ TEST_F(TabellenAnsichtTest, fitsItsColumnsAndRemembersTheUsers) {
     tabelle.resizeColumnToContents(0);
     EXPECT_GT(breite(Spalte::name), 240);
     EXPECT_LT(breite(Spalte::name), 340);
+}
+
+TEST_F(TabellenAnsichtTest, cutsNoFigureAndTakesNothingForGood) {
+    const Zeilen lange{zeileMit(0, "0", [](GpxMetadaten& e) {
+        e.streckeMeter = 12'345'678;
+        e.dauerSekunden = 1'234'567;
+        e.anstiegMeter = 123'456;
+        e.punkte = 1'234'567;
+    })};
+    Zahlentexte figuren;
+    figuren.nimm(*lange.front());
+    tabelle.setzeZeilen(lange);
+    tabelle.setzeZahlen(figuren);
+    ZellenZeichner mass;
+    const auto heil = [&] {
+        return std::all_of(kSpalten.begin(), kSpalten.end(), [&](const Spaltenangaben& spalte) {
+            return !istZahl(spalte.spalte) || tabelle.columnWidth(static_cast<int>(*spalte.spalte)) >=
+                                                  mass.idealbreite(*lange.front(), spalte.spalte);
+        });
+    };
+    for (const int breite : {1055, 800, 720}) {
+        tabelle.resize(breite, 638);
+        EXPECT_TRUE(heil()) << breite;
+    }
+    QHeaderView* kopf = tabelle.horizontalHeader();
+    const int vorher = kopf->length();
+    kopf->setFocus();
+    for (const Qt::Key hin : {Qt::Key_Right, Qt::Key_Left}) {
+        for (int i = 0; i < 20; ++i) {
+            QTest::keyClick(kopf, hin, Qt::ShiftModifier);
+        }
+        EXPECT_TRUE(heil());
+        EXPECT_EQ(kopf->length(), vorher + (hin == Qt::Key_Right ? 200 : 0));
+    }
+    // Keyboard and wheel reach what stands beside the view, and the header goes along.
+    QTest::keyClick(kopf, Qt::Key_End);
+    QScrollBar* balken = tabelle.horizontalScrollBar();
+    EXPECT_EQ(balken->value(), balken->maximum());
+    EXPECT_EQ(kopf->offset(), balken->maximum());
+    const QPointF wo(100, 100);
+    QWheelEvent rad(wo, tabelle.mapToGlobal(wo), {}, {0, 2400}, Qt::NoButton, Qt::ShiftModifier, Qt::NoScrollPhase,
+                    false);
+    QApplication::sendEvent(tabelle.viewport(), &rad);
+    EXPECT_EQ(balken->value(), 0);
+    // The longest of figures takes no more than a figure's room.
+    figuren.nimm(*zeileMit(1, "1", [](GpxMetadaten& e) { e.streckeMeter = 1e300; }));
+    tabelle.setzeZahlen(figuren);
+    EXPECT_LT(tabelle.columnWidth(static_cast<int>(Spalte::laenge)), 250);
 }
 
 TEST_F(TabellenAnsichtTest, canBeReadByAScreenReader) {
