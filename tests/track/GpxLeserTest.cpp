@@ -19,6 +19,7 @@
 #include "hilfe/TempOrdner.h"
 #include "track/GpxLeser.h"
 #include "track/GpxSchreiber.h"
+#include "track/Weghoerer.h"
 
 namespace spurkiste {
 
@@ -323,14 +324,6 @@ TEST(GpxLeserTest, GroesseUndDatumSindDieVorDemErstenByte) {
     EXPECT_EQ(GpxLeser::lese(pfad, fehler, [] { return true; }), std::nullopt);
     EXPECT_EQ(fehler, std::errc::operation_canceled);
 }
-
-class Weghoerer final : public XmlOrtung {
-  public:
-    void beginn(XmlBreite /*breite*/) override {}
-    void anfang(std::string_view /*name*/, XmlBereich /*schild*/, std::string_view /*wortlaut*/,
-                bool /*leer*/) override {}
-    void ende(XmlBereich /*schild*/) override {}
-};
 
 TEST(GpxLeserTest, DieZeitWaechstMitDerGroesseUndNichtSchneller) {
     const auto zeit = [](std::size_t megabytes) {

@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include "track/Weghoerer.h"
 #include "track/XmlLauf.h"
 
 namespace spurkiste {
@@ -37,15 +38,6 @@ class Mitschrift final : public XmlEmpfaenger {
         zeile.append(">");
         return true;
     }
-};
-
-/// Hears where elements stand and forgets it.
-class Weghoerer final : public XmlOrtung {
-  public:
-    void beginn(XmlBreite /*breite*/) override {}
-    void anfang(std::string_view /*name*/, XmlBereich /*schild*/, std::string_view /*wortlaut*/,
-                bool /*leer*/) override {}
-    void ende(XmlBereich /*schild*/) override {}
 };
 
 /// Gives the bytes away, piece by piece.

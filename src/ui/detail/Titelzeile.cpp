@@ -2,7 +2,6 @@
 
 #include <QFontMetricsF>
 #include <QPainter>
-#include <QTextLayout>
 #include <algorithm>
 
 #include "base/Text.h"
@@ -33,21 +32,15 @@ void Titelzeile::zeige(const QString& text) {
 }
 
 QStringList Titelzeile::zeilen(int breite) const {
-    QTextLayout satz(text(), font());
-    QTextOption wie;
-    wie.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    satz.setTextOption(wie);
-    QStringList ergebnis;
-    satz.beginLayout();
-    for (QTextLine zeile = satz.createLine(); zeile.isValid(); zeile = satz.createLine()) {
-        zeile.setLineWidth(breite);
-        if (ergebnis.size() + 1 == kZeilen) {  // all the rest belongs to the last line, as far as it fits
-            ergebnis << QFontMetricsF(font()).elidedText(text().mid(zeile.textStart()), Qt::ElideRight, breite);
-            break;
-        }
-        ergebnis << text().mid(zeile.textStart(), zeile.textLength()).trimmed();
+    QStringList ergebnis = umbrochen(text(), font(), breite);
+    if (ergebnis.size() >= kZeilen) {  // all the rest belongs to the last line, as far as it fits
+        const QString rest = ergebnis.mid(kZeilen - 1).join(QString());
+        ergebnis.resize(kZeilen);
+        ergebnis.last() = QFontMetricsF(font()).elidedText(rest, Qt::ElideRight, breite);
     }
-    satz.endLayout();
+    for (QString& zeile : ergebnis) {
+        zeile = zeile.trimmed();
+    }
     return ergebnis;
 }
 

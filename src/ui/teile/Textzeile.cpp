@@ -22,21 +22,29 @@ void faerbeText(QWidget& element, const QColor& farbe) {
     element.setPalette(palette);
 }
 
-QString alsKurzhilfe(const QString& text) {
-    constexpr int hoechstbreite = 420;
-    QTextLayout satz(text, QToolTip::font());
+QStringList umbrochen(const QString& text, const QFont& schrift, int breite) {
+    QTextLayout satz(text, schrift);
     QTextOption wie;
     wie.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     satz.setTextOption(wie);
-    QString zeilen;
+    QStringList zeilen;
     satz.beginLayout();
     for (QTextLine zeile = satz.createLine(); zeile.isValid(); zeile = satz.createLine()) {
-        zeile.setLineWidth(hoechstbreite);
-        zeilen += zeilen.isEmpty() ? QString() : QStringLiteral("<br>");
-        zeilen += text.mid(zeile.textStart(), zeile.textLength()).toHtmlEscaped();
+        zeile.setLineWidth(breite);
+        zeilen << text.mid(zeile.textStart(), zeile.textLength());
     }
     satz.endLayout();
-    return QStringLiteral("<div style=\"white-space:pre\">") + zeilen + QStringLiteral("</div>");
+    return zeilen;
+}
+
+QString alsKurzhilfe(const QString& text) {
+    constexpr int hoechstbreite = 420;
+    QStringList zeilen = umbrochen(text, QToolTip::font(), hoechstbreite);
+    for (QString& zeile : zeilen) {
+        zeile = zeile.toHtmlEscaped();
+    }
+    return QStringLiteral("<div style=\"white-space:pre\">") + zeilen.join(QStringLiteral("<br>")) +
+           QStringLiteral("</div>");
 }
 
 void setzeKurzhilfe(QWidget& element, const QString& text) {

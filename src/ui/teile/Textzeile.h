@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QColor>
+#include <QFont>
 #include <QLabel>
 #include <QString>
+#include <QStringList>
 #include <string_view>
 
 namespace spurkiste {
@@ -12,6 +14,10 @@ namespace spurkiste {
 
 /// Gives the widget's text a colour, on no ground of its own; what is marked in it lies on gold.
 void faerbeText(QWidget& element, const QColor& farbe);
+
+/// The lines that a text takes at a width in points: broken between words where that is possible, and together the
+/// text.
+[[nodiscard]] QStringList umbrochen(const QString& text, const QFont& schrift, int breite);
 
 /// A text for a tooltip, which would otherwise take what looks like markup for it, and break lines after a few words;
 /// here lines are as long as can be read well.
