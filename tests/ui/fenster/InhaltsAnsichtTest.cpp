@@ -21,6 +21,7 @@
 #include "i18n/AppSprache.h"
 #include "library/Bibliotheksaufbau.h"
 #include "platform/Dateimanager.h"
+#include "ui/fenster/Filterleiste.h"
 #include "ui/fenster/InhaltsAnsicht.h"
 #include "ui/fenster/UmbenennenDialog.h"
 #include "ui/fenster/Werkzeuge.h"
@@ -342,6 +343,23 @@ TEST_F(InhaltsAnsichtTest, OpenedFilesOfTheLibraryAreShownWhateverTheFilterHides
     EXPECT_THAT(tabelle().auswahl(), UnorderedElementsAre(ordner.in("Bodensee.gpx")));
     EXPECT_THAT(gezeigte(), UnorderedElementsAre("Alpen", "Bodensee", "Fremd"));
     EXPECT_TRUE(suchfeld().text().isEmpty());
+}
+
+TEST_F(InhaltsAnsichtTest, TheResetStaysInSightHoweverNarrowTheBarIs) {
+    oeffne({"Alpen.gpx"});
+    auto* leiste = fenster->findChild<Filterleiste*>();
+    Knopf* zurueck = nullptr;
+    for (Knopf* knopf : leiste->findChildren<Knopf*>()) {
+        zurueck = knopf->text() == QStringLiteral("Zurücksetzen") ? knopf : zurueck;
+    }
+    ASSERT_NE(zurueck, nullptr);
+    suchfeld().setText(QStringLiteral("a"));
+    for (const int breite : {700, 600, 500}) {
+        leiste->setFixedWidth(breite);
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(zurueck->isVisible());
+        EXPECT_EQ(zurueck->visibleRegion().boundingRect(), zurueck->rect()) << breite;
+    }
 }
 
 TEST_F(InhaltsAnsichtTest, AChosenLanguageIsSpokenByAllWindows) {
