@@ -11,6 +11,7 @@
 #include "ui/teile/PapierMenue.h"
 #include "ui/teile/Schrift.h"
 #include "ui/teile/Symbole.h"
+#include "ui/teile/Textzeile.h"
 
 namespace spurkiste {
 
@@ -92,7 +93,9 @@ bool SportMenue::istGekuerzt() const {
 
 void SportMenue::erklaere() {
     const QString hilfe = kurzhilfe(*eintrag_);
-    setToolTip(istGekuerzt() ? mitName(q(anzeige_), hilfe) : hilfe);
+    const QString ganz = istGekuerzt() ? mitName(q(anzeige_), hilfe) : hilfe;
+    setToolTip(ganz == hilfe ? hilfe : alsKurzhilfe(ganz));  // a name from a file may look like markup
+    setAccessibleDescription(ganz);
 }
 
 void SportMenue::resizeEvent(QResizeEvent* ereignis) {

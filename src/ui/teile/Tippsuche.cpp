@@ -7,7 +7,7 @@
 namespace spurkiste {
 
 bool Tippsuche::laeuft() const {
-    return QDateTime::currentMSecsSinceEpoch() - letzter_ <= QApplication::keyboardInputInterval();
+    return QDateTime::currentMSecsSinceEpoch() - letzter_ < QApplication::keyboardInputInterval();
 }
 
 int Tippsuche::tippe(const QString& text, int anzahl, int hier, const std::function<QString(int)>& name) {

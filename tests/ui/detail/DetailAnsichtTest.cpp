@@ -125,6 +125,15 @@ TEST_F(DetailAnsichtTest, saysEverythingThatIsKnown) {
     EXPECT_EQ(inhalt->childrenRect().bottom(), inhalt->height() - 1 - 18 + papier::kRingRand);
 }
 
+TEST_F(DetailAnsichtTest, aPlaceCalledByACoordinateIsReadOnce) {
+    zeige(voll("/bibliothek/Tour.gpx", [](GpxMetadaten& e) { e.startOrt = "47.50012, -11.25000"; }));
+    std::vector<std::string> namen;
+    for (const Absatz* absatz : sichtbare<Absatz>(*sichtbare<DetailKarte>(ansicht).at(1))) {
+        namen.push_back(absatz->accessibleName().toStdString());  // empty: what can be seen
+    }
+    EXPECT_THAT(namen, ElementsAre("", "47.50012, -11.25000", "", ""));
+}
+
 TEST_F(DetailAnsichtTest, saysWhatIsNotKnown) {
     GpxMetadaten leer;
     leer.pfad = "/bibliothek/Tour.GPX";

@@ -212,6 +212,23 @@ TEST_F(InhaltsAnsichtTest, ComesToTheFrontFromBelow) {
     EXPECT_FALSE(fenster->isMinimized());
 }
 
+TEST_F(InhaltsAnsichtTest, TheResetStaysInSightHoweverNarrowTheBarIs) {
+    oeffne({"Alpen.gpx"});
+    auto* leiste = fenster->findChild<Filterleiste*>();
+    Knopf* zurueck = nullptr;
+    for (Knopf* knopf : leiste->findChildren<Knopf*>()) {
+        zurueck = knopf->text() == QStringLiteral("Zurücksetzen") ? knopf : zurueck;
+    }
+    ASSERT_NE(zurueck, nullptr);
+    suchfeld().setText(QStringLiteral("a"));
+    for (const int breite : {700, 600, 500}) {
+        leiste->setFixedWidth(breite);
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(zurueck->isVisible());
+        EXPECT_EQ(zurueck->visibleRegion().boundingRect(), zurueck->rect()) << breite;
+    }
+}
+
 TEST_F(InhaltsAnsichtTest, AChosenLanguageIsSpokenByAllWindows) {
     oeffne({"Alpen.gpx", "Bodensee.gpx"});
     InhaltsAnsicht zweites(*bibliothek, einstellungen, dateimanager, sprachwechsel);

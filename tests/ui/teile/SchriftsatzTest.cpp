@@ -118,5 +118,29 @@ TEST(SchriftsatzTest, alignsAndShortens) {
     }
 }
 
+TEST(SchriftsatzTest, keepsTheBeginningOfANameWhereverItBegins) {
+    Schriftsatz satz(Schrift::mach(12.5), 12.5);
+    // An ellipsis has no ink above the middle of the line; a name has.
+    const auto hoch = [](const QImage& bild, int von, int bis) {
+        for (int x = von; x <= bis; ++x) {
+            for (int y = 0; y < 16; ++y) {
+                if (qGray(bild.pixel(x, y)) < 160) {
+                    return true;
+                }
+            }
+        }
+        return false;
+    };
+    for (const auto& [text, vonRechts] :
+         {std::pair(u"Wanderung Wanderung Wanderung", false), std::pair(u"טיולטיולטיולטיולטיולטיולטיולטיול", true),
+          std::pair(u"123 Wanderung Wanderung Wanderung", false)}) {
+        const QImage bild = gezeichnet(satz, text, Qt::AlignLeft, 107);
+        const auto [links, rechts] = tinte(bild);
+        constexpr int kPunkte = 6;
+        EXPECT_EQ(hoch(bild, links, links + kPunkte), !vonRechts) << QString::fromUtf16(text).toStdString();
+        EXPECT_EQ(hoch(bild, rechts - kPunkte, rechts), vonRechts) << QString::fromUtf16(text).toStdString();
+    }
+}
+
 }  // namespace
 }  // namespace spurkiste

@@ -1,9 +1,12 @@
 #include <QAction>
+#include <QApplication>
+#include <QListView>
 #include <QMenu>
 #include <QPainter>
 #include <QPointer>
 #include <QTest>
 #include <QTextDocument>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -15,6 +18,7 @@
 
 #include "hilfe/Ansichtsbau.h"
 #include "hilfe/Sprachbuehne.h"
+#include "ui/teile/AuswahlPopup.h"
 #include "ui/teile/KistePapier.h"
 #include "ui/teile/SportMenue.h"
 #include "ui/teile/Symbole.h"
@@ -40,6 +44,27 @@ Eintrag mitTempo(double kmh) {
         eintrag.streckeMeter = 1000 * kmh;
     });
 }
+
+/// Types letters in quick succession, after a pause, however slow the machine is.
+class Tippbuehne {
+  public:
+    Tippbuehne() = default;
+    ~Tippbuehne() { QApplication::setKeyboardInputInterval(tempo_); }
+    Tippbuehne(const Tippbuehne&) = delete;
+    Tippbuehne& operator=(const Tippbuehne&) = delete;
+
+    static void tippe(QWidget& wohin, const QString& text) {
+        QApplication::setKeyboardInputInterval(0);
+        for (const QChar zeichen : text) {
+            QTest::keyClick(&wohin, zeichen.toLatin1());
+            QApplication::setKeyboardInputInterval(std::numeric_limits<int>::max());
+        }
+        QApplication::setKeyboardInputInterval(0);
+    }
+
+  private:
+    int tempo_ = QApplication::keyboardInputInterval();
+};
 
 class SportMenueTest : public testing::Test {
   protected:
@@ -146,6 +171,49 @@ TEST_F(SportMenueTest, aChoiceIsReportedOnceAndTheCurrentOneIsAChoiceToo) {
     EXPECT_THAT(gewaehlt, IsEmpty());
 }
 
+TEST_F(SportMenueTest, lettersLeadToASport) {
+    const Tippbuehne tippen;
+    QMenu& menue = oeffne(mitSport("Running"));
+    for (const auto& [text, sport] : std::vector<std::pair<const char*, const char*>>{{"g", "Gehen"},
+                                                                                      {"g", "Gravel"},
+                                                                                      {"gg", "Gravel"},
+                                                                                      {"sch", "Schwimmen"},
+                                                                                      {"SK", "Ski"},
+                                                                                      {"x", "Ski"},
+                                                                                      {"r", "Rudern"},
+                                                                                      {"ra", "Rad"}}) {
+        Tippbuehne::tippe(menue, text);
+        EXPECT_EQ(menue.activeAction()->text(), sport) << text;
+    }
+    Tippbuehne::tippe(menue, " ");
+    EXPECT_THAT(gewaehlt, ElementsAre(GpxSportart::rad));
+}
+
+TEST(AuswahlPopupTest, lettersAndBlanksLeadToAPlaceAndManyPlacesHaveABar) {
+    const Tippbuehne tippen;
+    QWidget fenster;
+    fenster.show();
+    QStringList orte{"Start: alle", "Bad Ems", "Bad Ragaz", "Basel", "Zürich"};
+    for (int i = 0; i < 300; ++i) {
+        orte << QStringLiteral("Ort %1").arg(i);
+    }
+    for (const auto& [text, gewaehlt] : std::vector<std::pair<const char*, int>>{
+             {"ba", 1}, {"bad r", 2}, {"bas", 3}, {"ort 299", 304}, {"start: ", 0}}) {
+        int wahl = -1;
+        auto* popup = new AuswahlPopup(
+            orte, 0, [&](int zeile) { wahl = zeile; }, &fenster);
+        popup->oeffneUnter(fenster, "Start");
+        auto* liste = popup->findChild<QListView*>();
+        EXPECT_TRUE(popup->findChild<Rollbalken*>()->isVisible());
+        EXPECT_LE(popup->height(), popup->screen()->availableGeometry().height() + 100);
+        Tippbuehne::tippe(*liste, text);
+        EXPECT_EQ(wahl, -1) << text;  // a blank within a name chooses nothing
+        EXPECT_TRUE(liste->viewport()->rect().intersects(liste->visualRect(liste->currentIndex())));
+        Tippbuehne::tippe(*liste, " ");
+        EXPECT_EQ(wahl, gewaehlt) << text;
+    }
+}
+
 TEST_F(SportMenueTest, theCapsuleOpensTheMenuAndReportsTheRecordItWasOpenedFor) {
     const Eintrag eintrag = mitSport("Running");
     for (const bool ausfuehrlich : {false, true}) {
@@ -188,6 +256,7 @@ TEST_F(SportMenueTest, saysWhatItShowsAndWhereThatComesFrom) {
          }) {
         SportMenue knapp(false, &fenster);
         knapp.zeige(fall.eintrag);
+        knapp.resize(knapp.sizeHint());
         EXPECT_EQ(knapp.accessibleName(), fall.name);
         EXPECT_EQ(knapp.toolTip(), fall.kurzhilfe);
         EXPECT_FALSE(Qt::mightBeRichText(knapp.toolTip()));  // the brackets are shown
@@ -195,6 +264,19 @@ TEST_F(SportMenueTest, saysWhatItShowsAndWhereThatComesFrom) {
         ausfuehrlich.zeige(fall.eintrag);
         EXPECT_EQ(ausfuehrlich.accessibleName(), "Sportart ändern");
         EXPECT_EQ(ausfuehrlich.toolTip(), fall.kurzhilfe);
+    }
+}
+
+TEST_F(SportMenueTest, saysASportWholeThatItCuts) {
+    const std::string name = "Gleitschirmfliegen mit <b>Motor</b> & Hund über den ganzen See";
+    for (const bool ausfuehrlich : {false, true}) {
+        SportMenue knopf(ausfuehrlich, &fenster);
+        knopf.zeige(mitSport(name));
+        knopf.resize(knopf.sizeHint());
+        QTextDocument hilfe;
+        hilfe.setHtml(knopf.toolTip());
+        EXPECT_EQ(hilfe.toPlainText().remove(QChar::LineFeed).toStdString(), name + " · " + kAusDatei);
+        EXPECT_EQ(knopf.accessibleDescription().toStdString(), name + " · " + kAusDatei);
     }
 }
 
