@@ -15,6 +15,8 @@ import termios
 import unittest
 
 PROGRAMM, RESSOURCEN = sys.argv[1], sys.argv[2]
+# Sanitizers reserve more addresses than a machine has memory.
+OHNE_SANITIZER = unittest.skipIf(os.environ.get("SANITIZER"), "needs a bounded address space")
 
 SPUR = """<?xml version="1.0"?><gpx><trk><name>{name}</name>{sport}<trkseg>
 <trkpt lat="47.3769" lon="8.5417"><ele>400</ele><time>2024-09-21T06:15:00Z</time></trkpt>
@@ -160,6 +162,7 @@ class Programm(unittest.TestCase):
         self.assertEqual(lauf.returncode, 0)
         self.assertEqual(self.json(), wahr)
 
+    @OHNE_SANITIZER
     def test_memory_that_runs_out_ends_with_a_sentence(self):
         self.schreibe("gross.gpx", "<gpx><trk><trkseg>" + "<trkpt lat='1' lon='2'/>" * 200_000 + "</trkseg></trk></gpx>")
         wahr = self.json("--ohne-cache")
@@ -170,6 +173,7 @@ class Programm(unittest.TestCase):
         self.assertEqual((lauf.returncode, json.loads(lauf.stdout)), (0, wahr))
         self.assertEqual(self.json(), wahr)
 
+    @OHNE_SANITIZER
     def test_memory_does_not_grow_with_the_file_whose_sport_is_set(self):
         pfad = os.path.join(self.ordner, "gross.gpx")
         with open(pfad, "w", encoding="utf-8") as datei:
