@@ -93,9 +93,11 @@ bool SportMenue::istGekuerzt() const {
 
 void SportMenue::erklaere() {
     const QString hilfe = kurzhilfe(*eintrag_);
-    const QString ganz = istGekuerzt() ? mitName(q(anzeige_), hilfe) : hilfe;
-    setToolTip(ganz == hilfe ? hilfe : alsKurzhilfe(ganz));  // a name from a file may look like markup
-    setAccessibleDescription(ganz);
+    const bool gekuerzt = istGekuerzt();
+    setzeKurzhilfe(*this, gekuerzt ? mitName(q(anzeige_), hilfe) : hilfe);
+    if (!gekuerzt) {
+        setToolTip(hilfe);  // no markup in it, as there may be in a name
+    }
 }
 
 void SportMenue::resizeEvent(QResizeEvent* ereignis) {
