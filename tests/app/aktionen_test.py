@@ -119,10 +119,8 @@ class Aktionen(buehne.Fenstertest):
         """Opened three times, a file is copied once; what cannot be opened is told to both."""
         verweis = os.path.join(self.ablage, "Verweis")
         os.symlink("Meine Touren", verweis)
-        self.fremd.hole_nach_vorn()
         self.uebergib(self.mein, "Neue Spur.gpx", os.path.join(self.mein.ordner, "Alpen.gpx"), hier=self.fremd.ordner)
         self.mein.erwarte_dateien("Abend-runde", "Alpen", "Neue Spur", "Zürichberg")
-        warte_bis(self.mein.ist_vorn, "the window comes to the front")
         self.uebergib(self.mein, os.path.join(self.fremd.ordner, "Neue Spur.gpx"), "/", ordner=verweis)
         self.uebergib(self.mein, "Neue Spur.gpx", ordner=os.path.relpath(self.mein.ordner, self.fremd.ordner), hier=self.fremd.ordner)
         self.mein.erwarte_dateien("Abend-runde", "Alpen", "Neue Spur", "Zürichberg")

@@ -73,10 +73,7 @@ class Programm:
     def hole_nach_vorn(self):
         """What a window manager would do: without one, no window gets the keyboard by itself."""
         xdotool("windowfocus", "--sync", self.nummer)
-        warte_bis(self.ist_vorn, "the window has the keyboard")
-
-    def ist_vorn(self):
-        return any(f.getState().contains(self.atspi.STATE_ACTIVE) for f in self.fenster())
+        warte_bis(lambda: any(f.getState().contains(self.atspi.STATE_ACTIVE) for f in self.fenster()), "the window has the keyboard")
 
     def fenster(self):
         """All windows of the program, dialogs included."""

@@ -132,33 +132,6 @@ TEST_F(TabellenAnsichtTest, keepsTheSelectedRowInViewWhenItWasInView) {
     EXPECT_EQ(oben(), 0);
 }
 
-TEST_F(TabellenAnsichtTest, aBorderThatIsPulledBackTakesNothingFromTheOthers) {
-    auto* kopf = tabelle.horizontalHeader();
-    const auto breiten = [&] {
-        std::vector<int> alle;
-        for (int spalte = 0; spalte < kopf->count(); ++spalte) {
-            alle.push_back(kopf->sectionSize(spalte));
-        }
-        return alle;
-    };
-    const auto vorher = breiten();
-    const QPoint rand(kopf->sectionPosition(1) - 1, kopf->height() / 2);
-    const auto ziehe = [&](int weit) { QTest::mouseMove(kopf->viewport(), rand + QPoint(weit, 0)); };
-    QTest::mousePress(kopf->viewport(), Qt::LeftButton, {}, rand);
-    ziehe(500);
-    EXPECT_NE(breiten(), vorher);
-    ziehe(0);
-    EXPECT_EQ(breiten(), vorher);
-    ziehe(40);
-    QTest::mouseRelease(kopf->viewport(), Qt::LeftButton, {}, rand + QPoint(40, 0));
-    // By keys each step is a pull of its own.
-    for (const Qt::Key taste : {Qt::Key_Right, Qt::Key_Left}) {
-        const auto davor = breiten();
-        QTest::keyClick(kopf, taste, Qt::ShiftModifier);
-        EXPECT_EQ(kopf->sectionSize(0), davor[0] + (taste == Qt::Key_Right ? 10 : -10));
-    }
-}
-
 TEST_F(TabellenAnsichtTest, fitsItsColumnsAndRemembersTheUsers) {
     tabelle.setzeZeilen(zeilen(zahlen(0, 40)));
     const auto breite = [&](Spalte spalte) { return tabelle.columnWidth(static_cast<int>(spalte)); };
