@@ -120,6 +120,7 @@ class Aktionen(buehne.Fenstertest):
         verweis = os.path.join(self.ablage, "Verweis")
         os.symlink("Meine Touren", verweis)
         self.uebergib(self.mein, "Neue Spur.gpx", os.path.join(self.mein.ordner, "Alpen.gpx"), hier=self.fremd.ordner)
+        self.mein.erwarte_dateien("Abend-runde", "Alpen", "Neue Spur", "Zürichberg")
         self.uebergib(self.mein, os.path.join(self.fremd.ordner, "Neue Spur.gpx"), "/", ordner=verweis)
         self.uebergib(self.mein, "Neue Spur.gpx", ordner=os.path.relpath(self.mein.ordner, self.fremd.ordner), hier=self.fremd.ordner)
         self.mein.erwarte_dateien("Abend-runde", "Alpen", "Neue Spur", "Zürichberg")

@@ -1,4 +1,5 @@
-"""Does the whole job with keys alone: no mouse, and the accessibility bus is only read. Looks at the disk after each step.
+"""Does the whole job with keys alone: no mouse, and the accessibility bus is only read. Looks after each step at the
+disk, and at names, roles, states and reading order of all that can be seen.
 
 tastatur_test.py PROGRAM RESOURCES.
 """
@@ -18,6 +19,10 @@ class Tastatur(Ohrentest):
         cls.stick = cls.fuelle("Stick & Karte", {"Neue Spur": spur(47.7, "2024-01-01"), "Alpen": spur(47.8, "2024-01-02")})
         cls.beginne({"Alpen": spur(47.4, "2023-01-02"), "Tour": spur(47.9, "2024-09-21", "<type>running</type>"),
                      "Zürichberg": spur(47.6, "2022-05-01")})
+
+    def tearDown(self):
+        if self.programm.prozess.poll() is None:
+            self.erwarte_lesbares()
 
     # --- Pressing keys and looking at what came of it ---------------------------------------------------------------
 
@@ -125,6 +130,17 @@ class Tastatur(Ohrentest):
         self.programm.waehle(lambda: xdotool("key", "shift+F10"), "End")
         self.programm.erwarte_dateien("Abend", "Zürichberg")
         self.assertIn("Neue Spur.gpx", os.listdir(papierkorb))
+
+    def test_08b_takes_back_and_does_again_and_hears_each_time_of_it(self):
+        gesagt = "„Neue Spur“ aus dem Papierkorb zurückgeholt"
+        for mal in (1, 2):
+            xdotool("key", "ctrl+z")
+            self.programm.erwarte_dateien("Abend", "Neue Spur", "Zürichberg")
+            self.ohr.warte(lambda: self.ohr.meldungen() == [gesagt] * mal, "it is announced")
+            self.ohr.warte(lambda: "Neue Spur.gpx" in self.programm.texte(), "it is selected")
+            xdotool("key", "ctrl+shift+z")
+            self.programm.erwarte_dateien("Abend", "Zürichberg")
+            self.ohr.gezeigt = [(rolle, texte) for rolle, texte in self.ohr.gezeigt if texte == [gesagt]]
 
     def test_09_every_control_is_reached_and_the_way_back_is_the_same(self):
         self.waehle_zeile("Abend")

@@ -107,6 +107,9 @@ void Filterleiste::zeige(const Ansichtsbild& bild, const Ansichtszustand& zustan
         beschrifte(filter);
     }
     rolle_->setMaximumWidth(rolle_->widget()->sizeHint().width());  // the button stands right behind the last capsule
+    if (!bild.filterAktiv && zurueck_->hasFocus()) {
+        kapseln_[kFilter.back().feld]->setFocus();  // the keyboard stays close by when the button goes
+    }
     zurueck_->setVisible(bild.filterAktiv);
 }
 

@@ -90,6 +90,7 @@ void InhaltsAnsicht::ordneAn() {
     detail_->setMaximumWidth(kRechtsHoechstens);
     teiler_->addWidget(links);
     teiler_->addWidget(detail_);
+    links->lower();  // read first, as it is seen first: the splitter has put it above the panel
     teiler_->setStretchFactor(0, 1);
     teiler_->setStretchFactor(1, 0);
 

@@ -58,6 +58,7 @@ Werkzeuge::Werkzeuge(const Einstellungen& einstellungen, QWidget* eltern)
       sprache_(new Knopf(this)),
       suchfeld_(new Suchfeld(this)) {
     setFixedHeight(kHoehe);
+    setAccessibleName(QStringLiteral("Werkzeuge"));
     titel_->setText(QStringLiteral("Korvo GPX Library"));
     titel_->setzeFarbe(KistePapier::tinte);
     ordner_->setzeFarbe(KistePapier::tinteLeise);

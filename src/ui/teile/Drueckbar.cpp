@@ -23,6 +23,10 @@ void Drueckbar::setzeOffen(bool offen) {
     geaendert.collapsed = true;
     QAccessibleStateChangeEvent meldung(this, geaendert);
     QAccessible::updateAccessibility(&meldung);
+    if (!offen && hasFocus()) {  // the toolkit's menus do not say where the keyboard has gone back to
+        QAccessibleEvent zurueck(this, QAccessible::Focus);
+        QAccessible::updateAccessibility(&zurueck);
+    }
 }
 
 void Drueckbar::keyPressEvent(QKeyEvent* ereignis) {

@@ -2,16 +2,25 @@
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListView>
+#include <QSplitter>
 #include <QTest>
+#include <algorithm>
+#include <array>
 #include <filesystem>
 #include <initializer_list>
 #include <memory>
 #include <string>
 #include <system_error>
+#include <tuple>
+#include <utility>
 
 #include <gmock/gmock.h>
 
 #include "ui/fenster/Fensteraufbau.h"
+#include "ui/fenster/Filterleiste.h"
+#include "ui/teile/AuswahlPopup.h"
+#include "ui/teile/PapierMenue.h"
 
 namespace spurkiste {
 namespace {
@@ -241,6 +250,70 @@ TEST_F(InhaltsAnsichtTest, AChosenLanguageIsSpokenByAllWindows) {
     }
     Q_EMIT werkzeuge->spracheGewaehlt(QStringLiteral("de"));
     EXPECT_EQ(tabelle().modell().headerData(1, Qt::Horizontal, Qt::DisplayRole).toString(), QStringLiteral("Datum"));
+}
+
+TEST_F(InhaltsAnsichtTest, AWindowOpensAsTheLastOneWasClosed) {
+    oeffne({"Alpen.gpx"});
+    const auto teiler = [&] { return fenster->findChild<QSplitter*>(); };
+    const auto zustand = [&] {
+        QCoreApplication::processEvents();
+        return std::tuple(fenster->height(), teiler()->sizes(), tabelle().spaltenbreiten());
+    };
+    fenster->resize(fenster->width() + 200, 500);
+    QCoreApplication::processEvents();
+    teiler()->setSizes({fenster->width() - 346, 345});
+    tabelle().horizontalHeader()->resizeSection(0, 400);
+    const auto vorher = zustand();
+    const int breite = fenster->width();
+    fenster->close();
+    fenster = std::make_unique<InhaltsAnsicht>(*bibliothek, einstellungen, dateimanager, sprachwechsel);
+    fenster->show();
+    EXPECT_EQ(fenster->height(), std::get<0>(vorher));
+    fenster->resize(breite, fenster->height());
+    EXPECT_EQ(zustand(), vorher);
+}
+
+TEST_F(InhaltsAnsichtTest, AFilterCanBeTakenBackWhereNothingIsFoundAndASportGoesWithItsLanguage) {
+    oeffne({"Alpen.gpx", "Bodensee.gpx"});
+    auto* leiste = fenster->findChild<Filterleiste*>();
+    const auto knopf = [&](const QString& text) {
+        const auto alle = leiste->findChildren<Knopf*>();
+        return *std::find_if(alle.begin(), alle.end(), [&](const Knopf* k) { return k->text() == text; });
+    };
+    knopf(QStringLiteral("Sport: alle"))->click();
+    auto* liste = fenster->findChild<AuswahlPopup*>()->findChild<QListView*>();
+    QTest::keyClick(liste, Qt::Key_Down);
+    QTest::keyClick(liste, Qt::Key_Return);
+    EXPECT_EQ(gezeigte().size(), 1U);
+    Knopf* zurueck = knopf(QStringLiteral("Zurücksetzen"));
+    suchfeld().setText(QStringLiteral("nirgends"));
+    EXPECT_THAT(gezeigte(), IsEmpty());
+    EXPECT_TRUE(zurueck->isVisible());
+    suchfeld().clear();
+    Q_EMIT fenster->findChild<Werkzeuge*>()->spracheGewaehlt(QStringLiteral("en"));
+    EXPECT_EQ(gezeigte().size(), 2U);
+    EXPECT_FALSE(zurueck->isVisible());
+}
+
+TEST_F(InhaltsAnsichtTest, TheMenuOfLanguagesMarksTheOneThatIsSet) {
+    oeffne({"Alpen.gpx"});
+    auto* werkzeuge = fenster->findChild<Werkzeuge*>();
+    const QString system = QString::fromStdString(AppSprache::text("system"));
+    const std::array<std::pair<const char*, QString>, 4> faelle{
+        {{"", system}, {"system", system}, {"de", QStringLiteral("Deutsch")}, {"en", QStringLiteral("English")}}};
+    for (const auto& [code, name] : faelle) {
+        einstellungen.schreibe("appLanguage", code);
+        werkzeuge->findChildren<Knopf*>()[3]->click();
+        const std::unique_ptr<PapierMenue> menue(werkzeuge->findChild<PapierMenue*>());
+        ASSERT_NE(menue, nullptr);
+        QStringList markierte;
+        for (const QAction* wahl : menue->actions()) {
+            if (wahl->isChecked()) {
+                markierte << wahl->text();
+            }
+        }
+        EXPECT_THAT(markierte, ElementsAre(name)) << code;
+    }
 }
 
 }  // namespace
