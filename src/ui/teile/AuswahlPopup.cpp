@@ -73,6 +73,7 @@ AuswahlPopup::AuswahlPopup(const QStringList& wahlen, int gewaehlt, std::functio
     liste_.setModel(&modell_);
     liste_.setItemDelegate(new Zeichner(gewaehlt, this));
     liste_.setUniformItemSizes(true);
+    liste_.setMinimumHeight(kZeile);  // else the toolkit wants room for three rows
     liste_.setFrameShape(QFrame::NoFrame);
     liste_.setMouseTracking(true);
     liste_.setEditTriggers(QAbstractItemView::NoEditTriggers);

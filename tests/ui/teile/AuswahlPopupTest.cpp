@@ -40,5 +40,15 @@ TEST(AuswahlPopup, takesWhatWasTypedAndNotWhatScrolledUnderTheRestingPointer) {
     EXPECT_EQ(gewaehlt, 200);
 }
 
+TEST(AuswahlPopup, isAsHighAsItsChoicesAre) {
+    QWidget knopf;
+    knopf.show();
+    auto* popup = new AuswahlPopup(
+        {"Ghost: alle", "Ghost-tauglich"}, 0, [](int) {}, &knopf);
+    popup->oeffneUnter(knopf, QStringLiteral("Ghost"));
+    auto* liste = popup->findChild<QListView*>();
+    EXPECT_EQ(liste->viewport()->rect().bottom(), liste->visualRect(liste->model()->index(1, 0)).bottom());
+}
+
 }  // namespace
 }  // namespace spurkiste
