@@ -23,7 +23,9 @@ constexpr int kTitelhoehe = 14;
 constexpr int kWertschrift = 19;
 constexpr int kWerthoehe = 23;
 constexpr double kWertgrundlinie = 17;
-constexpr int kLuft = 5;  // above and below the line of the value, for what stands out of it in some scripts
+constexpr int kLuftOben = 6;  // above and below the line of the value, for what stands out of it in some scripts
+constexpr int kLuftUnten = 4;
+constexpr int kZeilenhoehe = kLuftOben + kWerthoehe + kLuftUnten;
 constexpr double kRadius = 13;
 constexpr double kSymbol = 14.5;
 
@@ -32,7 +34,7 @@ constexpr double kSymbol = 14.5;
 Kachel::Kachel(QWidget* eltern)
     : QWidget(eltern),
       titel_(new Schild(this)),
-      wert_(new Absatz(KistePapier::tinte, true, this, {kWerthoehe + 2 * kLuft, kWertgrundlinie + kLuft})),
+      wert_(new Absatz(KistePapier::tinte, true, this, {kZeilenhoehe, kLuftOben + kWertgrundlinie})),
       zusatz_(new Schild(this)) {
     setMinimumHeight(kMindesthoehe);
     titel_->setzeFarbe(KistePapier::goldDunkel);
@@ -40,16 +42,16 @@ Kachel::Kachel(QWidget* eltern)
     zusatz_->setzeFarbe(KistePapier::tinteLeise);
     zusatz_->setzeKuerzung(Qt::ElideRight);
     titel_->setFixedHeight(kTitelhoehe);
-    wert_->setFixedHeight(kWerthoehe + 2 * kLuft);
+    wert_->setFixedHeight(kZeilenhoehe);
     auto* stapel = new QVBoxLayout(this);
-    stapel->setContentsMargins(kRand, kRand, kRand, kRand - kLuft);
-    stapel->setSpacing(kAbstand - kLuft);
+    stapel->setContentsMargins(kRand, kRand, kRand, kRand - kLuftUnten);
+    stapel->setSpacing(kAbstand - kLuftOben);
     stapel->addStretch();
     stapel->addWidget(titel_);
     stapel->addWidget(wert_);
     stapel->addWidget(zusatz_);
     stapel->addStretch();
-    zusatz_->setContentsMargins(0, 0, 0, kLuft);
+    zusatz_->setContentsMargins(0, kLuftOben - kLuftUnten, 0, kLuftUnten);
     titel_->setContentsMargins(0, 0, static_cast<int>(kSymbol) + kAbstand, 0);
     kleide();
 }

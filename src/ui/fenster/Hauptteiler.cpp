@@ -1,6 +1,7 @@
 #include "ui/fenster/Hauptteiler.h"
 
 #include <QSplitterHandle>
+#include <algorithm>
 #include <utility>
 
 #include "ui/teile/KistePapier.h"
@@ -38,6 +39,22 @@ Hauptteiler::Hauptteiler(std::function<void(QPainter&)> schatten, QWidget* elter
 
 QSplitterHandle* Hauptteiler::createHandle() {
     return new Griff(this);
+}
+
+void Hauptteiler::setzeMindestensLinks(int breite) {
+    mindestensLinks_ = breite;
+    widget(0)->setMinimumWidth(breite);
+}
+
+QSize Hauptteiler::minimumSizeHint() const {
+    const QSize jetzt = QSplitter::minimumSizeHint();
+    return {jetzt.width() - widget(0)->minimumWidth() + mindestensLinks_, jetzt.height()};
+}
+
+void Hauptteiler::resizeEvent(QResizeEvent* ereignis) {
+    const int platz = width() - handleWidth() - widget(1)->minimumWidth();
+    widget(0)->setMinimumWidth(std::clamp(platz, 1, mindestensLinks_));
+    QSplitter::resizeEvent(ereignis);
 }
 
 void Hauptteiler::paintEvent(QPaintEvent* /*ereignis*/) {

@@ -16,12 +16,21 @@ class Hauptteiler final : public QSplitter {
     /// `schatten` paints what the cards cast on the ground, in this widget's coordinates.
     Hauptteiler(std::function<void(QPainter&)> schatten, QWidget* eltern);
 
+    /// What the left side gets at least, in points, in a window that is as wide as it asks to be. One that was made
+    /// narrower all the same, by a small screen or a window manager that tiles, takes what lacks from the left side:
+    /// the toolkit would lay both on top of each other.
+    void setzeMindestensLinks(int breite);
+
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
   protected:
     QSplitterHandle* createHandle() override;
+    void resizeEvent(QResizeEvent* ereignis) override;
     void paintEvent(QPaintEvent* ereignis) override;
 
   private:
     std::function<void(QPainter&)> schatten_;
+    int mindestensLinks_ = 0;
 };
 
 }  // namespace spurkiste

@@ -75,7 +75,6 @@ InhaltsAnsicht::InhaltsAnsicht(Bibliothek& bibliothek, Einstellungen& einstellun
 
 void InhaltsAnsicht::ordneAn() {
     auto* links = new QWidget;
-    links->setMinimumWidth(kLinksMindestens);
     auto* spalte = new QVBoxLayout(links);
     spalte->setContentsMargins(14, 12, 0, 12);
     spalte->setSpacing(0);
@@ -91,6 +90,7 @@ void InhaltsAnsicht::ordneAn() {
     teiler_->addWidget(links);
     teiler_->addWidget(detail_);
     links->lower();  // read first, as it is seen first: the splitter has put it above the panel
+    teiler_->setzeMindestensLinks(kLinksMindestens);
     teiler_->setStretchFactor(0, 1);
     teiler_->setStretchFactor(1, 0);
 

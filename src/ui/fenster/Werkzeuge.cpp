@@ -40,6 +40,7 @@ Knopf::Aussehen aussehen() {
     a.symbolFarbe = KistePapier::goldDunkel;
     a.schlussFarbe = KistePapier::goldDunkel;
     a.schlussKasten = 12;
+    a.schlussAbstand = 5;
     a.ueberfahren = KistePapier::mitDeckkraft(KistePapier::kapsel, 0.72);
     a.gedrueckt = KistePapier::mitDeckkraft(KistePapier::kapsel, 0.9);
     return a;

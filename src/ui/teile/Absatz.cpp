@@ -77,6 +77,7 @@ void Absatz::richteAus() {
     const int hoehe = kVergroesserung * mass_.hoehe;
     QTextBlockFormat form;
     form.setLineHeight(hoehe, QTextBlockFormat::FixedHeight);
+    form.setAlignment(Qt::AlignLeft | Qt::AlignAbsolute);  // as all other texts, from wherever they are read
     QTextCursor alles(document());
     alles.select(QTextCursor::Document);
     alles.mergeBlockFormat(form);

@@ -1,5 +1,6 @@
 #include "ui/teile/AuswahlPopup.h"
 
+#include <QCursor>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -32,14 +33,14 @@ constexpr int kBreiteste = 420;
 
 }  // namespace
 
-/// Paints a choice: the check mark of the current one, its text, gold under the pointer.
+/// Paints a choice: the check mark of the current one, its text, gold where pointer or keys are.
 class AuswahlPopup::Zeichner final : public QStyledItemDelegate {
   public:
     Zeichner(int gewaehlt, QObject* eltern) : QStyledItemDelegate(eltern), gewaehlt_(gewaehlt) {}
 
     void paint(QPainter* maler, const QStyleOptionViewItem& option, const QModelIndex& stelle) const override {
         const QRectF kasten = option.rect;
-        if ((option.state & (QStyle::State_Selected | QStyle::State_MouseOver)) != 0) {
+        if ((option.state & QStyle::State_Selected) != 0) {
             papier::form(*maler, kasten, 7, KistePapier::mitDeckkraft(KistePapier::gold, 0.17), Qt::transparent);
         }
         if (stelle.row() == gewaehlt_) {
@@ -72,6 +73,7 @@ AuswahlPopup::AuswahlPopup(const QStringList& wahlen, int gewaehlt, std::functio
     liste_.setModel(&modell_);
     liste_.setItemDelegate(new Zeichner(gewaehlt, this));
     liste_.setUniformItemSizes(true);
+    liste_.setMinimumHeight(kZeile);  // else the toolkit wants room for three rows
     liste_.setFrameShape(QFrame::NoFrame);
     liste_.setMouseTracking(true);
     liste_.setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -89,8 +91,9 @@ AuswahlPopup::AuswahlPopup(const QStringList& wahlen, int gewaehlt, std::functio
     balken_->raise();
     setFocusProxy(&liste_);
     liste_.installEventFilter(this);
+    liste_.viewport()->installEventFilter(this);
     connect(&liste_, &QListView::clicked, this, &AuswahlPopup::waehle);
-    connect(&liste_, &QListView::entered, &liste_, &QListView::setCurrentIndex);
+    connect(&liste_, &QListView::entered, this, &AuswahlPopup::folgeZeiger);
     liste_.setCurrentIndex(modell_.index(std::max(0, gewaehlt)));
 }
 
@@ -106,10 +109,22 @@ void AuswahlPopup::waehle(const QModelIndex& stelle) {
 }
 
 bool AuswahlPopup::eventFilter(QObject* quelle, QEvent* ereignis) {
-    if (ereignis->type() == QEvent::KeyPress && nimmTaste(static_cast<QKeyEvent&>(*ereignis))) {
-        return true;
+    if (ereignis->type() == QEvent::Wheel) {
+        ruhenderZeiger_.reset();
+    }
+    if (ereignis->type() == QEvent::KeyPress) {
+        ruhenderZeiger_ = QCursor::pos();
+        if (nimmTaste(static_cast<QKeyEvent&>(*ereignis))) {
+            return true;
+        }
     }
     return QFrame::eventFilter(quelle, ereignis);
+}
+
+void AuswahlPopup::folgeZeiger(const QModelIndex& stelle) {
+    if (ruhenderZeiger_ != QCursor::pos()) {
+        liste_.setCurrentIndex(stelle);
+    }
 }
 
 bool AuswahlPopup::nimmTaste(const QKeyEvent& taste) {
@@ -149,6 +164,7 @@ void AuswahlPopup::oeffneUnter(const QWidget& element, const QString& name) {
     const int rand = 2 * (kInnenrand + schwebekarte_.rand());
     resize(std::min(breite, kBreiteste) + rand, zeilen * kZeile + rand);
     schwebekarte_.richteAus();
+    ruhenderZeiger_ = QCursor::pos();
     show();
     liste_.setFocus();
     liste_.scrollTo(liste_.currentIndex(), QAbstractItemView::PositionAtCenter);

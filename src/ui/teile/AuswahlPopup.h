@@ -2,8 +2,10 @@
 
 #include <QFrame>
 #include <QListView>
+#include <QPoint>
 #include <QStringListModel>
 #include <functional>
+#include <optional>
 
 #include "ui/teile/Rollbalken.h"
 #include "ui/teile/Schwebekarte.h"
@@ -33,12 +35,14 @@ class AuswahlPopup final : public QFrame {
     class Zeichner;
     void waehle(const QModelIndex& stelle);
     bool nimmTaste(const QKeyEvent& taste);
+    void folgeZeiger(const QModelIndex& stelle);
 
     Schwebekarte schwebekarte_;
     QStringListModel modell_;
     QListView liste_;
     Rollbalken* balken_;
     Tippsuche tippsuche_;
+    std::optional<QPoint> ruhenderZeiger_;  ///< at the last key: what scrolls under it there is not meant
     std::function<void(int)> beiWahl_;
 };
 

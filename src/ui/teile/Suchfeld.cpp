@@ -51,7 +51,7 @@ Suchfeld::Suchfeld(QWidget* eltern) : QLineEdit(eltern), leeren_(new Leeren(this
     setPlaceholderText(QStringLiteral("Suchen"));
     setAccessibleName(QStringLiteral("Suchen"));
     setFixedHeight(kHoehe + 2 * papier::kRingRand);
-    setTextMargins(papier::kRingRand + kRand + kLupe + kAbstand - 2, 0, papier::kRingRand + kHoehe, 0);
+    setTextMargins(papier::kRingRand + kRand + kLupe + kAbstand - 3, 0, papier::kRingRand + kHoehe, 0);
     faerbeText(*this, KistePapier::tinte);
     textmenue::kleide(*this);
     connect(leeren_, &QAbstractButton::clicked, this, &QLineEdit::clear);
