@@ -6,7 +6,7 @@
 // After each it says "gut", or "schlecht" and the notice: then the user has been told. Ends with 1 after any of these.
 
 #include <algorithm>
-#include <cstdio>
+#include <exception>
 #include <iostream>
 #include <sstream>
 #include <string>
@@ -99,5 +99,10 @@ class Lauf {
 }  // namespace
 
 int main(int anzahl, char** argumente) {
-    return anzahl == 3 ? Lauf(argumente[1], argumente[2]).laufe() : 2;
+    try {
+        return anzahl == 3 ? Lauf(argumente[1], argumente[2]).laufe() : 2;
+    } catch (const std::exception& fehler) {
+        std::cerr << fehler.what() << std::endl;
+        return 1;
+    }
 }
