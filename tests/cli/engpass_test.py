@@ -51,7 +51,7 @@ def main():
                     if name not in alte:
                         os.remove(os.path.join(ordner, name))
                 for name, text in alte.items():
-                    if name in neue or not os.path.exists(os.path.join(ordner, name)):
+                    if lies(os.path.join(ordner, name)) != text:
                         schreibe(os.path.join(ordner, name), text)
 
             richte_ein()

@@ -32,7 +32,7 @@ def im_terminal(*worte):
         except OSError:  # the other end is closed
             pass
     os.close(herr)
-    return b"".join(teile).replace(b"\r\n", b"\n")
+    return b"".join(teile).replace(b"\r\n", b"\n").replace(b"\r\n", b"\n")  # CSV has such line breaks, too
 
 
 class Ordner:
