@@ -17,12 +17,12 @@ from pruefstand import (CACHE, LAUF, MENGE, PROGRAMM, SPEICHERPLATTE, STOERUNG, 
 
 E = errno
 KURZ = 0
-OEFFNEN = [E.EIO, E.EINTR, E.EACCES, E.EMFILE, E.ENOMEM]
-LESEN = [E.EIO, E.EINTR, KURZ]
+OEFFNEN = [E.EIO, E.EINTR, E.EACCES, E.EMFILE, E.ENOMEM, E.ESTALE]
+LESEN = [E.EIO, E.EINTR, E.ESTALE, KURZ]
 SCHREIBEN = [E.ENOSPC, E.EIO, E.EINTR, KURZ]
 SICHERN = [E.EIO, E.ENOSPC, E.EINTR]
 NAMEN = [E.EIO, E.ENOSPC, E.EACCES, E.ENOMEM]
-FRAGEN = [E.EIO, E.EACCES, E.ENOMEM]
+FRAGEN = [E.EIO, E.EACCES, E.ENOMEM, E.ESTALE]
 # What the manual says of each call, and of those that do not say: what a file system over a network makes of it.
 FEHLER = collections.defaultdict(lambda: [E.EIO, E.EACCES]) | {
     **dict.fromkeys(("open", "open64", "openat", "opendir"), OEFFNEN), **dict.fromkeys(("read", "pread", "pread64"), LESEN),
@@ -51,6 +51,7 @@ FAELLE = [
     Fall("reading", False, [PROGRAMM, "liste", "{}/Bibliothek", "--format", "json"], [], [ALTE]),
     Fall("reading with a cache", True, [PROGRAMM, "liste", "{}/Bibliothek", "--format", "json"], [], [ALTE]),
     Fall("checking", False, [PROGRAMM, "pruefe", "{}/Bibliothek", "--json"], [], [ALTE]),
+    Fall("duplicates", False, [PROGRAMM, "doppelte", "{}/Bibliothek"], [], [ALTE]),
     Fall("sport", False, [PROGRAMM, "sport", "cycling", "{}/Bibliothek/1.gpx"], [],
          [ALTE, mit(Bibliothek_1=spur(1, "cycling", 930))]),
     Fall("import", True, [LAUF, "{}/Bibliothek", "{}/heim/spurkiste"],
