@@ -67,10 +67,10 @@ class Takt:
     """How long a step takes, on this machine and with this build, however busy it becomes: the kills fall into it."""
 
     def __init__(self):
-        self.dauer = 0.005
+        self.dauer = 0.002
 
     def lerne(self, mitten):
-        self.dauer *= 1.1 if mitten else 0.7
+        self.dauer *= 1.2 if mitten else 0.5
 
 
 def toete(fall, ordner, einstellungen, zufall, takt):
@@ -112,7 +112,7 @@ def toete_oft(art):
                 mitten, reste = mitten + war_mitten, reste + hatte_reste
             except AssertionError as falsch:
                 fehler.append(f"{art.__name__}, kill {runde}: {falsch}")
-    erwarte(mitten + len(fehler) > MENGE // 3, f"only {mitten} of {MENGE} were killed at work")
+    erwarte(mitten + len(fehler) > MENGE // 5, f"only {mitten} of {MENGE} were killed at work")
     return fehler, mitten, reste
 
 
