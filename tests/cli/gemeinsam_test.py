@@ -1,19 +1,22 @@
 """Four processes at work on one folder: two that read it and write the cache, one that writes sports, one that renames and
 imports.
 
-gemeinsam_test.py PROGRAM RESOURCES HELPERS [ROUNDS]: nothing is lost, torn or there twice, each reads what is there, and at
+gemeinsam_test.py PROGRAM RESOURCES HELPERS [SECONDS]: nothing is lost, torn or there twice, each reads what is there, and at
 the end the cache is right.
 """
 
+import itertools
 import json
 import os
 import subprocess
 import tempfile
 import threading
+import time
 
 from pruefstand import LAUF, MENGE, PROGRAMM, SPEICHERPLATTE, UMGEBUNG, beende, befehle, erwarte, erwarte_richtig, inhalt, liste, rufe, schreibe, spur
 
 DATEIEN = 24
+IMPORTE = 16  # so many rounds from one to the next: else the folder would grow without end
 SPORTARTEN = ["cycling", "running", "kayaking", "mountain_biking"]
 
 
@@ -21,6 +24,7 @@ class Gemeinsam:
     def __init__(self, ablage):
         self.ablage, self.ordner = ablage, os.path.join(ablage, "Bibliothek")
         self.fehler, self.laeufe, self.schluss = [], 0, threading.Event()
+        self.runden, self.sport, self.bis = 0, None, time.monotonic() + MENGE
         os.mkdir(self.ordner)
         for nummer in range(DATEIEN):
             schreibe(os.path.join(self.ordner, f"{nummer}.gpx"), spur(nummer, punkte=100 + nummer))
@@ -38,23 +42,28 @@ class Gemeinsam:
     def setze_sport(self):
         """The first half of the files keeps its names."""
         pfade = [os.path.join(self.ordner, f"{nummer}.gpx") for nummer in range(DATEIEN // 2)]
-        for runde in range(MENGE):
-            lauf = rufe(PROGRAMM, "sport", SPORTARTEN[runde % len(SPORTARTEN)], *pfade)
+        for sport in itertools.cycle(SPORTARTEN):
+            self.sport = sport
+            lauf = rufe(PROGRAMM, "sport", sport, *pfade)
             if lauf.ende != 0:
                 self.fehler.append(f"sport {lauf}")
+            if time.monotonic() > self.bis:
+                return
 
     def benenne_und_importiere(self):
-        """The second half gets a new name in each round, and one more file comes."""
+        """The second half gets a new name in each round, and now and then one more file comes."""
         quelle = schreibe(os.path.join(self.ablage, "neu.gpx"), spur(99, punkte=500))
         namen = {nummer: str(nummer) for nummer in range(DATEIEN // 2, DATEIEN)}
         with subprocess.Popen([LAUF, self.ordner, os.path.join(self.ablage, "einstellungen")], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
                               env=UMGEBUNG, bufsize=0) as lauf:
-            for runde in range(MENGE):
+            while self.runden < 2 or time.monotonic() < self.bis:
+                runde, self.runden = self.runden, self.runden + 1
                 zeilen = [["lade"]] if runde % 4 == 0 else []
                 for nummer, alt in namen.items():
                     namen[nummer] = f"{nummer} in {runde}"
                     zeilen.append(["benenne", alt, namen[nummer]])
-                zeilen.append(["importiere", quelle])
+                if runde % IMPORTE == 0:
+                    zeilen.append(["importiere", quelle])
                 lauf.stdin.write(befehle(*zeilen).encode())
                 for zeile in zeilen:
                     if (antwort := lauf.stdout.readline()) != b"gut\n":
@@ -72,10 +81,9 @@ class Gemeinsam:
         for faden in leser:
             faden.join()
         da = inhalt(self.ordner)
-        zuletzt = SPORTARTEN[(MENGE - 1) % len(SPORTARTEN)]
-        erwartet = {f"{i}.gpx": spur(i, zuletzt, 100 + i) for i in range(DATEIEN // 2)}
+        erwartet = {f"{i}.gpx": spur(i, self.sport, 100 + i) for i in range(DATEIEN // 2)}
         erwartet |= {name: spur(int(name.split()[0]), punkte=100 + int(name.split()[0])) for name in namen}
-        erwartet |= {"neu.gpx" if i < 2 else f"neu {i}.gpx": spur(99, punkte=500) for i in range(1, MENGE + 1)}
+        erwartet |= {"neu.gpx" if i < 2 else f"neu {i}.gpx": spur(99, punkte=500) for i in range(1, (self.runden - 1) // IMPORTE + 2)}
         for name in da.keys() | erwartet.keys():
             if da.get(name) != erwartet.get(name):
                 self.fehler.append(f"{name} is {'torn' if name in da and name in erwartet else 'lost' if name in erwartet else 'nobody'}" + "'s" * (name not in erwartet))
@@ -89,7 +97,7 @@ def main():
             gemeinsam.laufe()
         except AssertionError as falsch:
             gemeinsam.fehler.append(str(falsch))
-    beende(gemeinsam.fehler, f"{MENGE} rounds, read {gemeinsam.laeufe} times meanwhile")
+    beende(gemeinsam.fehler, f"{gemeinsam.runden} rounds, read {gemeinsam.laeufe} times meanwhile")
 
 
 if __name__ == "__main__":

@@ -29,10 +29,11 @@ FEHLER = collections.defaultdict(lambda: [E.EIO, E.EACCES]) | {
     **dict.fromkeys(("write", "pwrite", "copy_file_range"), SCHREIBEN), **dict.fromkeys(("fsync", "fdatasync", "syncfs"), SICHERN),
     **dict.fromkeys(("rename", "renameat2", "linkat", "unlink", "mkdir"), NAMEN),
     **dict.fromkeys(("stat", "lstat", "fstat", "fstatat"), FRAGEN), "close": SICHERN, "readdir": [E.EIO], "mmap": [E.ENOMEM, E.EACCES],
-    "flock": [E.EINTR, E.ENOMEM], "ioctl": [E.EIO, E.EINTR]}
+    "flock": [E.EINTR, E.ENOMEM], "ioctl": [E.EIO, E.EINTR], "fcntl": [E.EAGAIN, E.EINVAL, E.ENOMEM]}
 # After these nothing is to be lost at all: the call is made again, or what is missing fetched.
 HARMLOS = {("open", E.EINTR), ("openat", E.EINTR), ("read", E.EINTR), ("pread", E.EINTR), ("write", E.EINTR),
-           ("copy_file_range", E.EINTR), ("flock", E.EINTR)}
+           ("copy_file_range", E.EINTR), ("flock", E.EINTR),
+           ("fcntl", E.EAGAIN), ("fcntl", E.EINVAL), ("fcntl", E.ENOMEM)}
 ALTE = {f"Bibliothek/{i}.gpx": spur(i, punkte=30 + 900 * (i % 2)) for i in range(4)} | {
     "fremd/neu.gpx": spur(77, punkte=500), "fremd/0.gpx": spur(78), "heim/spurkiste": b"alt=1\n"}
 
@@ -72,6 +73,7 @@ class Buehne:
         self.ort, self.ordner, self.bericht = ort, os.path.join(ort, "Bibliothek"), os.path.join(ort, "bericht")
         for name in ("Bibliothek", "fremd", "heim"):
             os.mkdir(os.path.join(ort, name))
+        self.bekannte = {}
         self.richte_ein(None)
         erwarte_richtig(self.ordner, "at first")
         self.cache = lies(os.path.join(self.ordner, CACHE))
@@ -133,7 +135,7 @@ def probiere(buehne, fall, vorbild, aufruf, nummer, fehler):
     wie = f"{fall.name}, {aufruf} {nummer}, {E.errorcode.get(fehler, 'short')}: {lauf}"
     try:
         buehne.pruefe(fall, lauf, vorbild, aufruf, fehler)
-        erwarte_richtig(buehne.ordner, "afterwards")
+        erwarte_richtig(buehne.ordner, "afterwards", buehne.bekannte)
     except AssertionError as falsch:
         return [f"{wie}: {falsch}"]
     return []

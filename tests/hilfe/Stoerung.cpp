@@ -231,20 +231,26 @@ STOERE(ssize_t, fgetxattr, (int nummer, const char* name, void* wert, size_t pla
        (nummer, name, wert, platz), -1)
 STOERE(int, fsetxattr, (int nummer, const char* name, const void* wert, size_t groesse, int wie) noexcept,
        (zaehler, nummer), (nummer, name, wert, groesse, wie), -1)
+STOERE(int, fremovexattr, (int nummer, const char* name) noexcept, (zaehler, nummer), (nummer, name), -1)
 STOERE(void*, mmap, (void* wo, size_t laenge, int schutz, int wie, int nummer, off_t ab) noexcept, (zaehler, nummer),
        (wo, laenge, schutz, wie, nummer, ab), MAP_FAILED)
 STOERE(DIR*, opendir, (const char* pfad), (zaehler, pfad), (pfad), nullptr)
 STOERE(dirent*, readdir, (DIR * strom), (zaehler, ::dirfd(strom)), (strom), nullptr)
 STOERE(dirent64*, readdir64, (DIR * strom), (zaehler, ::dirfd(strom)), (strom), nullptr)
 
-extern "C" int ioctl(int nummer, unsigned long was, ...) noexcept {
-    VOR(ioctl);
-    va_list rest;
-    va_start(rest, was);
-    void* wert = va_arg(rest, void*);
-    va_end(rest);
-    return zaehle(zaehler, nummer) == Wie::fehler ? -1 : echt(nummer, was, wert);
-}
+/// Whatever the third argument is, it is passed on as wide as a pointer.
+#define BEFRAGE(name, art, dann)                                                      \
+    extern "C" int name(int nummer, art was, ...) dann {                              \
+        VOR(name);                                                                    \
+        va_list rest;                                                                 \
+        va_start(rest, was);                                                          \
+        void* wert = va_arg(rest, void*);                                             \
+        va_end(rest);                                                                 \
+        return zaehle(zaehler, nummer) == Wie::fehler ? -1 : echt(nummer, was, wert); \
+    }
+
+BEFRAGE(ioctl, unsigned long, noexcept)
+BEFRAGE(fcntl, int, )
 
 /// The system has closed it all the same.
 extern "C" int close(int nummer) {
