@@ -6,8 +6,11 @@
 // After each it says "gut", or "schlecht" and the notice: then the user has been told. Ends with 1 after any of these.
 
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <iostream>
+#include <new>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -96,9 +99,30 @@ class Lauf {
     Bibliothek bibliothek_;
 };
 
+bool istSpeichermangel() {
+    try {
+        if (const auto ausnahme = std::current_exception()) {
+            std::rethrow_exception(ausnahme);
+        }
+        return false;
+    } catch (const std::bad_alloc&) {
+        return true;
+    } catch (...) {
+        return false;
+    }
+}
+
 }  // namespace
 
 int main(int anzahl, char** argumente) {
+    // As the command line does: memory that runs out in a thread's own business, where nobody can say so, ends it.
+    std::set_terminate([] {
+        if (!istSpeichermangel()) {
+            std::abort();
+        }
+        std::fputs("Der Speicher reicht nicht.\n", stderr);
+        std::_Exit(1);
+    });
     try {
         return anzahl == 3 ? Lauf(argumente[1], argumente[2]).laufe() : 2;
     } catch (const std::exception& fehler) {
