@@ -24,11 +24,12 @@ class Ausdauer(buehne.Fenstertest):
         cls.programm = cls.starte(ordner, cls.fuelle("heim", {}))
 
     def verbrauch(self):
-        """Memory that is the program's alone, in bytes, and what it has open."""
+        """Memory that is the program's alone, in bytes, and what it has open. Clean pages do not count: those of libraries become
+        its own when another program that has them ends."""
         ort = f"/proc/{self.programm.prozess.pid}"
         with open(ort + "/smaps_rollup", encoding="ascii") as datei:
             text = datei.read()
-        eigenes = sum(int(zahl) for zahl in re.findall(r"^Private_(?:Clean|Dirty):\s+(\d+)", text, re.M)) * 1024
+        eigenes = sum(int(zahl) for zahl in re.findall(r"^(?:Private_Dirty|Swap):\s+(\d+)", text, re.M)) * 1024
         return eigenes, len(os.listdir(ort + "/fd"))
 
     def runde(self, nummer):
