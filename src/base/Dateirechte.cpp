@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -125,11 +126,12 @@ bool uebernimmEigentuemer(int von, int nach) {
     return true;
 }
 
-bool uebernimmRechte(int von, int nach, mode_t hoechstens) {
+std::error_code uebernimmRechte(int von, int nach, mode_t hoechstens) {
+    const auto warum = [](int fehler) { return std::error_code(fehler, std::system_category()); };
     struct stat altes {};
     struct stat neues {};
     if (::fstat(von, &altes) != 0) {
-        return false;
+        return warum(errno);
     }
     bool ganz = uebernimmEigentuemer(von, nach);
     const auto liste = zugriffsliste(von);
@@ -139,10 +141,13 @@ bool uebernimmRechte(int von, int nach, mode_t hoechstens) {
         ganz = ::fsetxattr(nach, kZugriffsliste, neue.data(), neue.size(), 0) == 0;
     }
     const mode_t rechte = altes.st_mode & hoechstens & 0777U;
-    if ((ganz && !liste->empty()) || entferneListe(nach)) {
-        ::fchmod(nach, ganz ? rechte : ohneGruppe(rechte));
+    const bool gesetzt =
+        ((ganz && !liste->empty()) || entferneListe(nach)) && ::fchmod(nach, ganz ? rechte : ohneGruppe(rechte)) == 0;
+    const int fehler = gesetzt ? EPERM : errno;
+    if (::fstat(nach, &neues) != 0) {
+        return warum(errno);
     }
-    return ::fstat(nach, &neues) == 0 && (neues.st_mode & 07777U & ~rechte) == 0;
+    return (neues.st_mode & 07777U & ~rechte) == 0 ? std::error_code() : warum(fehler);
 }
 
 void uebernimmMerkmale(int von, int nach) {

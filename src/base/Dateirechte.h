@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <system_error>
 
 #include <sys/types.h>
 
@@ -18,9 +19,9 @@ bool uebernimmEigentuemer(int von, int nach);
 
 /// Gives the file, so far its owner's alone (0600), the owner, the group, the access list (POSIX ACL) and the
 /// permissions of another file or folder, of the permissions at most `hoechstens`. Set-user-ID and set-group-ID are
-/// never carried along: they were given to other bytes. False when somebody may do more with it than with the other
-/// one, or when that is not known: only where permissions cannot be set, or seen.
-bool uebernimmRechte(int von, int nach, mode_t hoechstens);
+/// never carried along: they were given to other bytes. Returns an error when somebody may do more with it than with
+/// the other one, or when that is not known, and why: only where permissions cannot be set, or seen.
+std::error_code uebernimmRechte(int von, int nach, mode_t hoechstens);
 
 /// Gives the file the other one's extended attributes of the user's own kind (user.*). It must still be writable.
 void uebernimmMerkmale(int von, int nach);

@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <exception>
 #include <random>
 #include <utility>
 
@@ -57,6 +58,19 @@ int benenne(const std::string& alt, const std::string& neu, unsigned wie) {
     return ::renameat2(AT_FDCWD, alt.c_str(), AT_FDCWD, neu.c_str(), wie) == 0 ? 0 : errno;
 }
 
+/// Removes a file of ours that nobody needs. Where the system refuses that just now, it gets a name that is cleaned up
+/// later.
+void beseitige(const std::string& ordner, const std::string& pfad) {
+    if (::unlink(pfad.c_str()) == 0) {
+        return;
+    }
+    try {
+        (void)freierName(ordner, kNachsilbe,
+                         [&](const std::string& name) { return benenne(pfad, name, RENAME_NOREPLACE); });
+    } catch (const std::exception&) {  // it stays under the name that it has
+    }
+}
+
 /// Whether nobody has the file open for writing, as far as the system tells: it lends a file, open for reading, for
 /// reading alone only then. What somebody writes into a file that has lost its place is lost.
 bool schreibtNiemand(int nummer) {
@@ -106,7 +120,7 @@ VorlaeufigeDatei::VorlaeufigeDatei(const std::string& ordner) : ordner_(ordner),
 VorlaeufigeDatei::~VorlaeufigeDatei() {
     (void)nummer_.schliesse();
     if (hatNamen()) {
-        ::unlink(name_.c_str());
+        beseitige(ordner_, name_);
     }
 }
 
@@ -160,7 +174,7 @@ bool VorlaeufigeDatei::tausche(const std::string& ziel, int altes, const Stand& 
     }
     const std::string dort = std::exchange(name_, {});  // what is there now is removed only when we know what it is
     if (istNochDa(dort)) {
-        ::unlink(dort.c_str());
+        beseitige(ordner_, dort);
         schliesse();
         return true;
     }

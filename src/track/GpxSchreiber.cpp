@@ -84,8 +84,8 @@ std::optional<GpxUmkehr> ersetze(const std::string& pfad, const Fassung& fassung
         umkehr.summe.nimm(stueck);
     });
     dateien::uebernimmMerkmale(fassung.datei.nummer(), neu.nummer());
-    if (!dateien::uebernimmRechte(fassung.datei.nummer(), neu.nummer(), kHoechstens)) {
-        throw dateien::systemfehler(EPERM);  // rather not at all than for more eyes
+    if (const auto fehler = dateien::uebernimmRechte(fassung.datei.nummer(), neu.nummer(), kHoechstens)) {
+        throw std::system_error(fehler);  // rather not at all than for more eyes
     }
     neu.datiereNach(fassung.stand);
     neu.sichere();

@@ -42,6 +42,9 @@ XmlBytestrom::XmlBytestrom(const XmlLauf::Quelle& quelle, std::size_t groesse) :
         fuelle();
     }
     fuelle();  // the declaration may lie behind white space: have all of it in view
+    if (kodierung_ == nullptr) {
+        erkenneUtf16();  // which expat finds even behind blanks of one byte
+    }
     if (kodierung_ == nullptr && !kenntExpat(genannteKodierung(blick()))) {
         kodierung_ = "UTF-8";
     }
@@ -75,24 +78,36 @@ void XmlBytestrom::fuelle() {
 
 /// Marks and zero bytes say more than the declaration, which many programs write without thinking.
 void XmlBytestrom::erkenneBreite() {
+    if (blick().starts_with("\xEF\xBB\xBF")) {
+        kodierung_ = "UTF-8";
+        vorlauf_ = von_ = 3;
+    } else {
+        erkenneUtf16();
+    }
+}
+
+void XmlBytestrom::erkenneUtf16() {
     constexpr std::string_view leerOderSpitz = " \t\r\n<";
+    constexpr std::size_t weite = 2;
     const std::string_view bytes = blick();
     const auto beginnt = [&](std::size_t stelle, std::size_t null) {
         return bytes.size() >= 2 && bytes[null] == '\0' && leerOderSpitz.find(bytes[stelle]) != std::string_view::npos;
     };
-    if (bytes.starts_with("\xEF\xBB\xBF")) {
-        kodierung_ = "UTF-8";
-        von_ = 3;
-    } else if (const bool klein = bytes.starts_with("\xFF\xFE"); klein || beginnt(0, 1)) {
+    const bool klein = bytes.starts_with("\xFF\xFE");
+    const bool gross = bytes.starts_with("\xFE\xFF");
+    if (klein || beginnt(0, 1)) {
         kodierung_ = "UTF-16LE";
-        von_ = klein ? 2 : 0;
-    } else if (const bool gross = bytes.starts_with("\xFE\xFF"); gross || beginnt(1, 0)) {
+    } else if (gross || beginnt(1, 0)) {
         kodierung_ = "UTF-16BE";
-        von_ = gross ? 2 : 0;
         zeichenStelle_ = 1;
+    } else {
+        return;
     }
-    vorlauf_ = von_;
-    breite_ = kodierung_ != nullptr && std::string_view(kodierung_) != "UTF-8" ? 2 : 1;
+    breite_ = weite;
+    if (klein || gross) {
+        von_ += weite;
+        vorlauf_ += weite;
+    }
 }
 
 /// Returns whether nothing but white space was in view.

@@ -40,6 +40,7 @@ class XmlBytestrom {
     std::size_t hole(std::span<char> ziel);
     void fuelle();
     void erkenneBreite();
+    void erkenneUtf16();
     bool ueberspringeLeerraum();
 
     const XmlLauf::Quelle& quelle_;

@@ -24,7 +24,7 @@ SPUR = """<?xml version="1.0"?><gpx><trk><name>{name}</name>{sport}<trkseg>
 
 
 def umgebung(**mehr):
-    sauber = {k: v for k, v in os.environ.items() if k in ("PATH", "HOME")}
+    sauber = {k: v for k, v in os.environ.items() if k in ("PATH", "HOME", "LOCPATH")}
     return sauber | {"SPURKISTE_RESSOURCEN": RESSOURCEN, "XDG_CONFIG_HOME": "/nonexistent", "TZ": "UTC", "LANG": "de_DE.UTF-8"} | mehr
 
 
