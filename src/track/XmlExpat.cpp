@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <iterator>
 #include <new>
@@ -105,6 +106,10 @@ XmlBereich XmlExpat::stelle() const {
     return {von, von + XML_GetCurrentByteCount64(parser())};
 }
 
+using Position = std::int64_t;
+using Groesse = std::uint64_t;
+constexpr auto eingabe = XML_GetInputContext64;
+
 #else
 
 std::size_t XmlExpat::zeile() const {
@@ -116,12 +121,16 @@ XmlBereich XmlExpat::stelle() const {
     return {von, von + static_cast<std::size_t>(XML_GetCurrentByteCount(parser()))};
 }
 
+using Position = int;
+using Groesse = int;
+constexpr auto eingabe = XML_GetInputContext;
+
 #endif
 
 std::string_view XmlExpat::wortlaut() const {
-    int ab = 0;
-    int groesse = 0;
-    const char* puffer = XML_GetInputContext(parser(), &ab, &groesse);
+    Position ab = 0;
+    Groesse groesse = 0;
+    const char* puffer = eingabe(parser(), &ab, &groesse);
     if (puffer == nullptr) {
         return {};
     }
