@@ -108,7 +108,7 @@ XmlBereich XmlExpat::stelle() const {
 
 using Position = std::int64_t;
 using Groesse = std::uint64_t;
-constexpr auto eingabe = XML_GetInputContext64;
+constexpr auto kEingabe = XML_GetInputContext64;
 
 #else
 
@@ -123,14 +123,14 @@ XmlBereich XmlExpat::stelle() const {
 
 using Position = int;
 using Groesse = int;
-constexpr auto eingabe = XML_GetInputContext;
+constexpr auto kEingabe = XML_GetInputContext;
 
 #endif
 
 std::string_view XmlExpat::wortlaut() const {
     Position ab = 0;
     Groesse groesse = 0;
-    const char* puffer = eingabe(parser(), &ab, &groesse);
+    const char* puffer = kEingabe(parser(), &ab, &groesse);
     if (puffer == nullptr) {
         return {};
     }
